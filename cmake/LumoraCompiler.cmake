@@ -1,0 +1,44 @@
+# Language level, warnings and sanitizers, in one INTERFACE target that every target of ours links.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Release)
+endif()
+
+find_program(LUMORA_CCACHE ccache)
+if(LUMORA_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${LUMORA_CCACHE})
+endif()
+
+add_library(lumora_warnings INTERFACE)
+target_compile_options(lumora_warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor -Wold-style-cast
+  -Woverloaded-virtual -Wnull-dereference -Wimplicit-fallthrough)
+if(LUMORA_WERROR)
+  target_compile_options(lumora_warnings INTERFACE -Werror)
+endif()
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # GCC 12 reports null dereferences inside the standard library's own headers.
+  target_compile_options(lumora_warnings INTERFACE -Wno-null-dereference)
+endif()
+
+if(LUMORA_SANITIZE)
+  add_compile_options(-fsanitize=${LUMORA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${LUMORA_SANITIZE})
+endif()
+
+# Qt code: no implicit conversions between text and bytes, no deprecated calls.
+add_library(lumora_qt_strict INTERFACE)
+target_compile_definitions(lumora_qt_strict INTERFACE
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_URL_CAST_FROM_STRING
+  QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_NO_FOREACH QT_NO_KEYWORDS QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+# lumora_library(NAME SOURCES… [LINK …]): a static library of one layer.
+function(lumora_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK;PRIVATE_LINK" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+  target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE lumora_warnings ${ARG_PRIVATE_LINK})
+endfunction()

@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The outcome of a platform call that can fail: a value or an error with a text for people. Foreign errors (errno,
+// a library's buffer, exceptions) become an Error in one function at each boundary, on the thread where they happened.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <variant>
+
+namespace lumora {
+
+struct Error
+{
+    std::string description;
+};
+
+template <class T>
+class [[nodiscard]] Result
+{
+public:
+    Result(T value) : m_state(std::move(value)) {}
+    Result(Error error) : m_state(std::move(error)) {}
+
+    explicit operator bool() const { return m_state.index() == 0; }
+
+    T& value() & { return std::get<0>(m_state); }
+    const T& value() const& { return std::get<0>(m_state); }
+    T&& value() && { return std::get<0>(std::move(m_state)); }
+    T& operator*() & { return value(); }
+    const T& operator*() const& { return value(); }
+    T* operator->() { return &value(); }
+    const T* operator->() const { return &value(); }
+
+    const Error& error() const { return std::get<1>(m_state); }
+
+private:
+    std::variant<T, Error> m_state;
+};
+
+struct Done
+{
+};
+
+// The outcome of a call that has nothing to hand back.
+using Status = Result<Done>;
+
+} // namespace lumora
