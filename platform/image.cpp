@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/image.h"
+
+#include "platform/vips_library.h"
+
+#include <vips/vips.h>
+
+namespace lumora {
+
+Image::Image(_VipsImage* pixels, Orientation pendingOrientation, bool inMemory, bool alphaIsPremultiplied)
+    : m_pixels(pixels, VipsUnref{}), m_orientation(pendingOrientation), m_inMemory(inMemory),
+      m_alphaIsPremultiplied(alphaIsPremultiplied)
+{
+}
+
+std::int64_t Image::width() const
+{
+    return m_orientation >= 5 ? vips_image_get_height(pixels()) : vips_image_get_width(pixels());
+}
+
+std::int64_t Image::height() const
+{
+    return m_orientation >= 5 ? vips_image_get_width(pixels()) : vips_image_get_height(pixels());
+}
+
+Image Image::withPendingOrientation(Orientation orientation) const
+{
+    Image turned = *this;
+    turned.m_orientation = orientation;
+    return turned;
+}
+
+Image Image::withoutProfile() const
+{
+    VipsImage* copy = nullptr;
+    if (vips_copy(pixels(), &copy, nullptr) != 0) return *this;
+    vips_image_remove(copy, VIPS_META_ICC_NAME);
+    return {copy, m_orientation, m_inMemory, m_alphaIsPremultiplied};
+}
+
+} // namespace lumora
