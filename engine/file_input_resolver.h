@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Expands what the user dropped into the flat list of image files to optimize. Never fails: what cannot be read
-// contributes nothing. Stateless, any thread; a walk touches the disk, so keep it off the user-interface thread.
+// Expands what the user dropped into the flat list of image files to optimize. Never fails: what cannot be
+// read contributes nothing. Stateless, any thread; a walk touches the disk, so keep it off the user-interface
+// thread.
 #pragma once
 
 #include <filesystem>
@@ -10,9 +11,10 @@
 
 namespace lumora::FileInputResolver {
 
-// The supported image files in drop order, inside a folder in the order of the walk, each once (the first occurrence
-// wins, as it was dropped or found). Folders are walked at every depth without hidden entries, without the inside of
-// packages, and without following links to folders. A stop ends the walk early with what was found so far.
+// The supported image files in drop order, inside a folder in the order of the walk, each once (the first
+// occurrence wins, as it was dropped or found). Folders are walked at every depth without hidden entries,
+// without the inside of packages, and without following links to folders. A stop ends the walk early with
+// what was found so far.
 std::vector<std::filesystem::path> imageURLs(const std::vector<std::filesystem::path>& dropped,
                                              std::stop_token stop = {});
 

@@ -13,11 +13,14 @@
 namespace lumora::ImageFileFilter {
 namespace {
 
-constexpr std::array<std::string_view, 10> supportedExtensions{"jpg", "jpeg", "png", "gif",  "tif",
+constexpr std::array<std::string_view, 10> supportedExtensions{"jpg",  "jpeg", "png",  "gif",  "tif",
                                                                "tiff", "bmp",  "heic", "heif", "webp"};
 
 // By hand because the C library's version depends on the locale.
-char lowered(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char lowered(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
 } // namespace
 

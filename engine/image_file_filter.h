@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Whether a dropped item could be or hold images, judged fast enough for a hovering drag. Stateless, any thread.
+// Whether a dropped item could be or hold images, judged fast enough for a hovering drag. Stateless, any
+// thread.
 #pragma once
 
 #include <filesystem>

@@ -13,7 +13,10 @@ std::filesystem::path standardized(const std::filesystem::path& url)
     return normal.has_filename() || normal == normal.root_path() ? normal : normal.parent_path();
 }
 
-std::string deduplicationKey(const std::filesystem::path& url) { return standardized(url).native(); }
+std::string deduplicationKey(const std::filesystem::path& url)
+{
+    return standardized(url).native();
+}
 
 std::string pathExtension(const std::filesystem::path& url)
 {
@@ -21,6 +24,9 @@ std::string pathExtension(const std::filesystem::path& url)
     return extension.empty() ? extension : extension.substr(1);
 }
 
-std::string baseName(const std::filesystem::path& url) { return url.stem().native(); }
+std::string baseName(const std::filesystem::path& url)
+{
+    return url.stem().native();
+}
 
 } // namespace lumora

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Paths as the names of dropped items: bytes, never decoded. Pure functions on names; the file system is not asked.
+// Paths as the names of dropped items: bytes, never decoded. Pure functions on names; the file system is not
+// asked.
 #pragma once
 
 #include <filesystem>
@@ -9,7 +10,8 @@
 
 namespace lumora {
 
-// Absolute, without "." and ".." components and doubled or trailing separators; symbolic links are not resolved.
+// Absolute, without "." and ".." components and doubled or trailing separators; symbolic links are not
+// resolved.
 std::filesystem::path standardized(const std::filesystem::path& url);
 
 // The key by which a dropped item counts as already seen: the bytes of its standardized path.

@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A picture: either decoded pixels in memory or the promise of an opened file, whose rows are decoded once, in order,
-// when they are first needed. The promise lets decoding, scaling and colour conversion run as one pass over strips, so
-// that memory follows the size of the result and not of the file. A value that shares its pixels.
+// A picture: either decoded pixels in memory or the promise of an opened file, whose rows are decoded once,
+// in order, when they are first needed. The promise lets decoding, scaling and colour conversion run as one
+// pass over strips, so that memory follows the size of the result and not of the file. A value that shares
+// its pixels.
 #pragma once
 
 #include <cstdint>
@@ -18,7 +19,8 @@ using Orientation = int;
 class Image
 {
 public:
-    // Takes over one reference to `pixels`. `alphaIsPremultiplied` says how colours stand to the last band's alpha.
+    // Takes over one reference to `pixels`. `alphaIsPremultiplied` says how colours stand to the last band's
+    // alpha.
     Image(_VipsImage* pixels, Orientation pendingOrientation, bool inMemory, bool alphaIsPremultiplied);
 
     // Pixels of the upright picture.

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// An image file being written. Encodes to memory and writes once, so that a failure leaves no partial file of its own.
-// Use from one thread.
+// An image file being written. Encodes to memory and writes once, so that a failure leaves no partial file of
+// its own. Use from one thread.
 #pragma once
 
 #include "platform/image.h"
@@ -29,8 +29,9 @@ public:
     ImageDestination& operator=(ImageDestination&&) noexcept;
     ~ImageDestination();
 
-    // The one picture of the file, decoded (Image::isInMemory). The properties decide which metadata travels along
-    // and the quality (lossyCompressionQuality x 100, rounded) where the type is lossy; 0.82 when there is none.
+    // The one picture of the file, decoded (Image::isInMemory). The properties decide which metadata travels
+    // along and the quality (lossyCompressionQuality x 100, rounded) where the type is lossy; 0.82 when there
+    // is none.
     void addImage(const Image& image, const ImageProperties& properties);
 
     // Encodes and writes the file. An existing file at the path is replaced.

@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What an image file says of itself beside its pixels, read by ImageSource and handed to ImageDestination. The seven
-// metadata groups hold single entries so that a group can be dropped on its own; XMP stays one packet. A value.
+// What an image file says of itself beside its pixels, read by ImageSource and handed to ImageDestination.
+// The seven metadata groups hold single entries so that a group can be dropped on its own; XMP stays one
+// packet. A value.
 #pragma once
 
 #include <cstdint>
@@ -30,8 +31,8 @@ enum class PropertyKey {
     lossyCompressionQuality, // double: 0.01 to 1.0, read by ImageDestination only
 };
 
-// One metadata field: its key in the naming of the metadata library ("Exif.Photo.ExposureTime"), the field's type
-// number there, and its raw little-endian value.
+// One metadata field: its key in the naming of the metadata library ("Exif.Photo.ExposureTime"), the field's
+// type number there, and its raw little-endian value.
 struct MetadataEntry
 {
     std::string key;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// An image file opened for reading: its type by content, its properties, and its first picture. Opening reads the
-// header only. Safe to use from any thread, one thread at a time.
+// An image file opened for reading: its type by content, its properties, and its first picture. Opening reads
+// the header only. Safe to use from any thread, one thread at a time.
 #pragma once
 
 #include "platform/image.h"
@@ -21,7 +21,8 @@ inline constexpr std::int64_t maximumDecodedPixels = 300'000'000;
 class ImageSource
 {
 public:
-    // Fails when the file cannot be opened, is of no readable type, or its header is damaged or over the limit.
+    // Fails when the file cannot be opened, is of no readable type, or its header is damaged or over the
+    // limit.
     static Result<ImageSource> open(const std::filesystem::path& url);
 
     // As sniffed from the content, never from the name.

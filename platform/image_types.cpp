@@ -55,9 +55,12 @@ std::string_view identifierOf(std::string_view head)
     for (const auto magic : {"II*\0"sv, "MM\0*"sv, "II+\0"sv, "MM\0+"sv}) {
         if (head.starts_with(magic)) return "public.tiff";
     }
-    if (head.size() >= 12 && head.starts_with("RIFF"sv) && head.substr(8, 4) == "WEBP"sv) return "org.webmproject.webp";
-    if (head.size() >= 16 && head.starts_with("\0\0"sv) && head.substr(4, 4) == "ftyp"sv) return heifIdentifier(head);
-    // Two letters alone would claim any text that begins so: the header's reserved zeros and its length must fit.
+    if (head.size() >= 12 && head.starts_with("RIFF"sv) && head.substr(8, 4) == "WEBP"sv)
+        return "org.webmproject.webp";
+    if (head.size() >= 16 && head.starts_with("\0\0"sv) && head.substr(4, 4) == "ftyp"sv)
+        return heifIdentifier(head);
+    // Two letters alone would claim any text that begins so: the header's reserved zeros and its length must
+    // fit.
     if (head.size() >= 18 && head.starts_with("BM"sv) && head.substr(6, 4) == "\0\0\0\0"sv &&
         head.substr(15, 3) == "\0\0\0"sv) {
         return "com.microsoft.bmp";
@@ -67,7 +70,10 @@ std::string_view identifierOf(std::string_view head)
 
 } // namespace
 
-std::span<const ImageType> imageTypes() { return types; }
+std::span<const ImageType> imageTypes()
+{
+    return types;
+}
 
 const ImageType* imageTypeWithIdentifier(std::string_view identifier)
 {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The table of image types: what each is called, how its bytes begin, and whether Lumora reads and writes it. A type
-// is decided by content only. Constants and pure functions; thread-safe.
+// The table of image types: what each is called, how its bytes begin, and whether Lumora reads and writes it.
+// A type is decided by content only. Constants and pure functions; thread-safe.
 #pragma once
 
 #include <cstddef>
@@ -23,8 +23,8 @@ std::span<const ImageType> imageTypes();
 // Null when the identifier is unknown.
 const ImageType* imageTypeWithIdentifier(std::string_view identifier);
 
-// The type whose files begin with these bytes; null for anything that Lumora does not read. 64 bytes are enough,
-// fewer are allowed.
+// The type whose files begin with these bytes; null for anything that Lumora does not read. 64 bytes are
+// enough, fewer are allowed.
 const ImageType* sniffImageType(std::span<const std::byte> head);
 inline constexpr std::size_t sniffLength = 64;
 

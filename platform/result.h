@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The outcome of a platform call that can fail: a value or an error with a text for people. Foreign errors (errno,
-// a library's buffer, exceptions) become an Error in one function at each boundary, on the thread where they happened.
+// The outcome of a platform call that can fail: a value or an error with a text for people. Foreign errors
+// (errno, a library's buffer, exceptions) become an Error in one function at each boundary, on the thread
+// where they happened.
 #pragma once
 
 #include <string>

@@ -28,7 +28,8 @@ bool start()
     }
 
     // Warnings about odd metadata are no business of a terminal.
-    g_log_set_handler("VIPS", G_LOG_LEVEL_MASK, [](const gchar*, GLogLevelFlags, const gchar*, gpointer) {}, nullptr);
+    g_log_set_handler(
+        "VIPS", G_LOG_LEVEL_MASK, [](const gchar*, GLogLevelFlags, const gchar*, gpointer) {}, nullptr);
     return true;
 }
 
@@ -45,10 +46,14 @@ Error takeVipsError()
     const char* text = vips_error_buffer();
     Error error{text ? text : ""};
     vips_error_clear();
-    while (!error.description.empty() && error.description.back() == '\n') error.description.pop_back();
+    while (!error.description.empty() && error.description.back() == '\n')
+        error.description.pop_back();
     return error;
 }
 
-void VipsUnref::operator()(void* object) const { g_object_unref(object); }
+void VipsUnref::operator()(void* object) const
+{
+    g_object_unref(object);
+}
 
 } // namespace lumora

@@ -11,13 +11,14 @@ struct _VipsImage;
 
 namespace lumora {
 
-// Starts the library once: one thread a picture, because files already run in parallel; no operation cache, because no
-// picture is met twice; and every loader and saver blocked but those of the image types table, because content decides
-// which one runs and content is not trusted. Thread-safe; ends the program when the library cannot start.
+// Starts the library once: one thread a picture, because files already run in parallel; no operation cache,
+// because no picture is met twice; and every loader and saver blocked but those of the image types table,
+// because content decides which one runs and content is not trusted. Thread-safe; ends the program when the
+// library cannot start.
 void ensureVipsReady();
 
-// The library's error text, cleared by the call. The buffer is shared by all threads: decide what failed by the step
-// that failed, and use this text at most as a detail.
+// The library's error text, cleared by the call. The buffer is shared by all threads: decide what failed by
+// the step that failed, and use this text at most as a detail.
 Error takeVipsError();
 
 struct VipsUnref

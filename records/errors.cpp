@@ -7,7 +7,10 @@
 namespace lumora {
 namespace {
 
-std::string nameOf(const std::filesystem::path& url) { return url.filename().string(); }
+std::string nameOf(const std::filesystem::path& url)
+{
+    return url.filename().string();
+}
 
 } // namespace
 
@@ -18,7 +21,8 @@ ImageOptimizerError::ImageOptimizerError(Kind kind, std::string description)
 
 ImageOptimizerError ImageOptimizerError::unsupportedFormat(std::string format)
 {
-    return {Kind::unsupportedFormat, std::move(format) + " is not supported by this macOS ImageIO installation."};
+    return {Kind::unsupportedFormat,
+            std::move(format) + " is not supported by this macOS ImageIO installation."};
 }
 
 ImageOptimizerError ImageOptimizerError::cannotCreateDestination(std::filesystem::path output)

@@ -45,7 +45,8 @@ private:
     std::string m_description;
 };
 
-// A failure of a platform service (a file that cannot be removed, say) that passes through the engine unchanged.
+// A failure of a platform service (a file that cannot be removed, say) that passes through the engine
+// unchanged.
 class PlatformError : public std::exception
 {
 public:

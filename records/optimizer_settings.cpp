@@ -4,8 +4,8 @@
 
 namespace lumora {
 
-// The order of operands decides what a quality that is not a number becomes: both comparisons with it are false,
-// so the first keeps 100 and the whole gives 1.0.
+// The order of operands decides what a quality that is not a number becomes: both comparisons with it are
+// false, so the first keeps 100 and the whole gives 1.0.
 double normalizedQuality(double quality)
 {
     const double atMost100 = quality < 100.0 ? quality : 100.0;
@@ -13,10 +13,19 @@ double normalizedQuality(double quality)
     return atLeast1 / 100.0;
 }
 
-bool usesLossyCompression(OutputFormat format) { return !isLosslessOnly(format); }
+bool usesLossyCompression(OutputFormat format)
+{
+    return !isLosslessOnly(format);
+}
 
-double OptimizerSettings::normalizedQuality() const { return lumora::normalizedQuality(quality); }
+double OptimizerSettings::normalizedQuality() const
+{
+    return lumora::normalizedQuality(quality);
+}
 
-bool OptimizerSettings::usesLossyCompression() const { return lumora::usesLossyCompression(outputFormat); }
+bool OptimizerSettings::usesLossyCompression() const
+{
+    return lumora::usesLossyCompression(outputFormat);
+}
 
 } // namespace lumora

@@ -51,17 +51,47 @@ const auto& rowOf(const Table& table, Enum value)
 
 } // namespace
 
-std::string_view rawValue(ResizeMode mode) { return rowOf(resizeModeNames, mode).rawValue; }
-std::string_view rawValue(OutputFormat format) { return rowOf(formats, format).names.rawValue; }
-std::string_view rawValue(DestinationMode mode) { return rowOf(destinationModeNames, mode).rawValue; }
+std::string_view rawValue(ResizeMode mode)
+{
+    return rowOf(resizeModeNames, mode).rawValue;
+}
+std::string_view rawValue(OutputFormat format)
+{
+    return rowOf(formats, format).names.rawValue;
+}
+std::string_view rawValue(DestinationMode mode)
+{
+    return rowOf(destinationModeNames, mode).rawValue;
+}
 
-std::string_view title(ResizeMode mode) { return rowOf(resizeModeNames, mode).title; }
-std::string_view title(OutputFormat format) { return rowOf(formats, format).names.title; }
-std::string_view title(DestinationMode mode) { return rowOf(destinationModeNames, mode).title; }
+std::string_view title(ResizeMode mode)
+{
+    return rowOf(resizeModeNames, mode).title;
+}
+std::string_view title(OutputFormat format)
+{
+    return rowOf(formats, format).names.title;
+}
+std::string_view title(DestinationMode mode)
+{
+    return rowOf(destinationModeNames, mode).title;
+}
 
-std::optional<std::string_view> fileExtension(OutputFormat format) { return rowOf(formats, format).fileExtension; }
-std::optional<std::string_view> utiIdentifier(OutputFormat format) { return rowOf(formats, format).utiIdentifier; }
-bool isWebP(OutputFormat format) { return rowOf(formats, format).isWebP; }
-bool isLosslessOnly(OutputFormat format) { return rowOf(formats, format).isLosslessOnly; }
+std::optional<std::string_view> fileExtension(OutputFormat format)
+{
+    return rowOf(formats, format).fileExtension;
+}
+std::optional<std::string_view> utiIdentifier(OutputFormat format)
+{
+    return rowOf(formats, format).utiIdentifier;
+}
+bool isWebP(OutputFormat format)
+{
+    return rowOf(formats, format).isWebP;
+}
+bool isLosslessOnly(OutputFormat format)
+{
+    return rowOf(formats, format).isLosslessOnly;
+}
 
 } // namespace lumora

@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The three choices of a batch that are stored and shown by name. An enum's raw value is what the preferences
-// file and the command line hold; its title is what the interface shows. Thread-safe: constants and pure functions.
+// file and the command line hold; its title is what the interface shows. Thread-safe: constants and pure
+// functions.
 #pragma once
 
 #include <array>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What became of one input file: the record that the engine hands back, the list shows and the statistics add up.
-// Savings and shares are derived by whoever shows them. A value.
+// What became of one input file: the record that the engine hands back, the list shows and the statistics add
+// up. Savings and shares are derived by whoever shows them. A value.
 #pragma once
 
 #include "records/uuid.h"

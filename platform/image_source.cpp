@@ -1,0 +1,132 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/image_source.h"
+
+#include "platform/image_loaders.h"
+#include "platform/image_types.h"
+#include "platform/vips_library.h"
+
+#include <vips/vips.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstring>
+#include <utility>
+
+namespace lumora {
+namespace {
+
+class FileDescriptor
+{
+public:
+    explicit FileDescriptor(int descriptor) : m_descriptor(descriptor) {}
+    ~FileDescriptor()
+    {
+        if (m_descriptor >= 0) close(m_descriptor);
+    }
+    FileDescriptor(FileDescriptor&& other) noexcept : m_descriptor(std::exchange(other.m_descriptor, -1)) {}
+    FileDescriptor& operator=(FileDescriptor&&) = delete;
+
+    int get() const { return m_descriptor; }
+
+private:
+    int m_descriptor;
+};
+
+// Not blocking: a pipe that has the name of a picture must not hold a worker for ever.
+Result<FileDescriptor> openRegularFile(const std::filesystem::path& url)
+{
+    FileDescriptor file(open(url.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    struct stat status = {};
+    if (file.get() < 0 || fstat(file.get(), &status) != 0) return Error{std::strerror(errno)};
+    if (!S_ISREG(status.st_mode)) return Error{"not a file"};
+    return file;
+}
+
+const ImageType* typeOf(int descriptor)
+{
+    std::array<std::byte, sniffLength> head{};
+    const ssize_t count = pread(descriptor, head.data(), head.size(), 0);
+    if (count <= 0) return nullptr;
+    return sniffImageType(std::span(head).first(static_cast<std::size_t>(count)));
+}
+
+// The brands at the head of a HEIF only claim what the picture is coded with; the decoder knows.
+std::string_view refinedIdentifier(const ImageType& type, VipsImage* image)
+{
+    const char* codec = nullptr;
+    if (!vips_image_get_typeof(image, "heif-compression") ||
+        vips_image_get_string(image, "heif-compression", &codec) != 0) {
+        return type.identifier;
+    }
+    if (std::strcmp(codec, "hevc") == 0) return "public.heic";
+    return std::strcmp(codec, "av1") == 0 ? "public.avif" : "public.heif";
+}
+
+bool isTooLarge(const VipsImage* image)
+{
+    return std::int64_t{vips_image_get_width(image)} * vips_image_get_height(image) > maximumDecodedPixels;
+}
+
+std::string_view colorModelName(const VipsImage* image)
+{
+    switch (vips_image_guess_interpretation(image)) {
+    case VIPS_INTERPRETATION_B_W:
+    case VIPS_INTERPRETATION_GREY16:
+        return "Gray";
+    case VIPS_INTERPRETATION_CMYK:
+        return "CMYK";
+    case VIPS_INTERPRETATION_LAB:
+    case VIPS_INTERPRETATION_LABS:
+    case VIPS_INTERPRETATION_LABQ:
+        return "Lab";
+    default:
+        return "RGB";
+    }
+}
+
+ImageProperties describe(VipsImage* image, Orientation orientation)
+{
+    ImageProperties properties;
+    properties[PropertyKey::pixelWidth] = std::int64_t{vips_image_get_width(image)};
+    properties[PropertyKey::pixelHeight] = std::int64_t{vips_image_get_height(image)};
+    properties[PropertyKey::depth] =
+        static_cast<std::int64_t>(8 * vips_format_sizeof(vips_image_get_format(image)));
+    properties[PropertyKey::colorModel] = std::string(colorModelName(image));
+    properties[PropertyKey::orientation] = std::int64_t{orientation};
+    return properties;
+}
+
+} // namespace
+
+ImageSource::ImageSource(std::string typeIdentifier, Image image, Orientation orientation,
+                         ImageProperties properties)
+    : m_typeIdentifier(std::move(typeIdentifier)), m_image(std::move(image)), m_orientation(orientation),
+      m_properties(std::move(properties))
+{
+}
+
+Result<ImageSource> ImageSource::open(const std::filesystem::path& url)
+{
+    auto file = openRegularFile(url);
+    if (!file) return file.error();
+    const ImageType* type = typeOf(file->get());
+    if (!type || !type->readable) return Error{"not a readable image type"};
+    auto loaded = loadFirstPicture(type->identifier, file->get());
+    if (!loaded) return loaded.error();
+    VipsImage* image = loaded->get();
+    if (isTooLarge(image)) {
+        return Error{"more than " + std::to_string(maximumDecodedPixels / 1'000'000) + " megapixels"};
+    }
+
+    const Orientation orientation = vips_image_get_orientation(image);
+    const std::string identifier(refinedIdentifier(*type, image));
+    ImageProperties properties = describe(image, orientation);
+    return ImageSource(identifier, Image(loaded->release(), 1, false, false), orientation,
+                       std::move(properties));
+}
+
+} // namespace lumora

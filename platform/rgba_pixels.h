@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Operations on rows of 8-bit RGBA. For the codec layer only.
+#pragma once
+
+#include "platform/image.h"
+#include "platform/resampler.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace lumora {
+
+// Colours times alpha, rounded, for the last of `bands` components; and back (a transparent pixel becomes
+// black).
+void premultiply(std::uint8_t* pixels, std::size_t count, int bands);
+void unpremultiply(std::uint8_t* pixels, std::size_t count, int bands);
+
+// RGBA pixels of the stored size turned upright.
+std::vector<std::uint8_t> turnedUpright(std::vector<std::uint8_t> rgba, PixelSize stored,
+                                        Orientation orientation);
+
+} // namespace lumora

@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The rows of a picture as interleaved 8-bit components, decoded strip by strip as they are asked for. For
+// the codec layer only. One thread.
+#pragma once
+
+#include "platform/image.h"
+#include "platform/result.h"
+#include "platform/vips_library.h"
+
+#include <cstdint>
+#include <memory>
+
+struct _VipsRegion;
+
+namespace lumora {
+
+// What the components of a row mean.
+enum class ColorModel { gray, rgb, cmyk };
+
+struct RowFormat
+{
+    ColorModel model;
+    bool hasAlpha; // never with cmyk
+    int bands() const
+    {
+        return (model == ColorModel::gray ? 1 : model == ColorModel::rgb ? 3 : 4) + (hasAlpha ? 1 : 0);
+    }
+};
+
+class RowReader
+{
+public:
+    // Pictures of other models (Lab, floating point, more bands) are brought to sRGB on the way; deeper
+    // components are reduced to 8 bits.
+    static Result<RowReader> open(const Image& image);
+
+    int width() const;  // as stored
+    int height() const; // as stored
+    RowFormat format() const { return m_format; }
+    // Whether the components are still those that the embedded profile describes.
+    bool keepsProfileSpace() const { return m_keepsProfileSpace; }
+
+    // Copies `count` rows from row `first` on into `rows`, tightly packed. Rows must be asked for from the
+    // top down.
+    Status read(int first, int count, std::uint8_t* rows);
+
+private:
+    RowReader(VipsImagePtr image, RowFormat format, bool keepsProfileSpace);
+
+    VipsImagePtr m_image;
+    std::unique_ptr<_VipsRegion, VipsUnref> m_region;
+    RowFormat m_format;
+    bool m_keepsProfileSpace;
+};
+
+} // namespace lumora
