@@ -1,0 +1,108 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/option_parser.h"
+
+#include "cli/command_line.h"
+
+#include <getopt.h>
+
+#include <algorithm>
+#include <deque>
+
+namespace lumora::cli {
+
+namespace {
+
+// What getopt_long returns for a long option: its place in the table, beyond every letter.
+constexpr int firstPlain = 256;
+constexpr int firstNegated = 1024;
+
+// The table in getopt's own form. Owns the names that the form points to.
+struct GetoptTable
+{
+    std::deque<std::string> names;
+    std::vector<::option> longOptions;
+    std::string letters = ":"; // tells a missing value from an unknown option
+
+    GetoptTable()
+    {
+        for (std::size_t i = 0; i < options().size(); ++i) add(options()[i], static_cast<int>(i));
+        longOptions.push_back({});
+    }
+
+    void add(const Option& option, int index)
+    {
+        const bool takesValue = !option.argument.empty();
+        addLong(std::string(option.name), takesValue, firstPlain + index);
+        if (option.negatable) addLong("no-" + std::string(option.name), false, firstNegated + index);
+        if (!option.letter) return;
+        letters += option.letter;
+        if (takesValue) letters += ':';
+    }
+
+    void addLong(std::string name, bool takesValue, int code)
+    {
+        longOptions.push_back({names.emplace_back(std::move(name)).c_str(),
+                               takesValue ? required_argument : no_argument, nullptr, code});
+    }
+};
+
+std::string join(const std::vector<std::string>& values)
+{
+    std::string text;
+    for (const std::string& value : values) text += (text.empty() ? "" : ", ") + value;
+    return text;
+}
+
+ParsedOption parsed(const Option& option, bool negated, const char* value)
+{
+    ParsedOption result{&option, negated, value ? value : ""};
+    if (!option.values.empty() && std::ranges::find(option.values, result.value) == option.values.end())
+        throw UsageError{"--" + std::string(option.name) + " takes one of " + join(option.values) + ", not '" +
+                         result.value + "'"};
+    return result;
+}
+
+ParsedOption parsedByCode(int code)
+{
+    const auto table = options();
+    if (code >= firstNegated) return parsed(table[static_cast<std::size_t>(code - firstNegated)], true, nullptr);
+    if (code >= firstPlain) return parsed(table[static_cast<std::size_t>(code - firstPlain)], false, optarg);
+    return parsed(*std::ranges::find(table, static_cast<char>(code), &Option::letter), false, optarg);
+}
+
+UsageError complaint(int code, const std::string& argument)
+{
+    const bool isLetter = optopt > 0 && optopt < firstPlain;
+    const std::string name = isLetter ? std::string{'-', static_cast<char>(optopt)}
+                                      : argument.substr(0, argument.find('='));
+    if (code == ':') return {name + " needs a value"};
+    if (optopt >= firstPlain) return {name + " takes no value"};
+    return {"unknown option " + name};
+}
+
+} // namespace
+
+ParsedArguments parseOptions(const std::vector<std::string>& arguments)
+{
+    static const GetoptTable table;
+    std::string program = "lumora-cli";
+    std::vector<std::string> copies = arguments;
+    std::vector<char*> argv{program.data()};
+    for (std::string& copy : copies) argv.push_back(copy.data());
+    const int argc = static_cast<int>(argv.size());
+    argv.push_back(nullptr);
+
+    ParsedArguments result;
+    opterr = 0;
+    optind = 0; // restarts the scan
+    int code;
+    while ((code = getopt_long(argc, argv.data(), table.letters.c_str(), table.longOptions.data(), nullptr)) != -1) {
+        if (code == '?' || code == ':') throw complaint(code, argv[static_cast<std::size_t>(optind - 1)]);
+        result.options.push_back(parsedByCode(code));
+    }
+    result.operands.assign(argv.begin() + optind, argv.begin() + argc);
+    return result;
+}
+
+} // namespace lumora::cli

@@ -1,0 +1,90 @@
+#!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 Tidewell
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Installs what is missing, then builds and tests Lumora in stages.
+#   ./test.sh          every stage
+#   ./test.sh STAGE…   only these: scripts build tests asan tsan fuzz
+set -eu
+
+root=$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")
+cd -- "$root"
+
+# name:minutes, in order. A stage that takes longer is ended and counts as failed.
+stages=(scripts:2 build:25 tests:15 asan:25 tsan:15 fuzz:15)
+
+stage_scripts() {
+    find . -path ./build -prune -o \( -name '*.sh' -o -path ./.ci/run \) -print0 | xargs -0 shellcheck
+    bash -n packaging/completions/lumora-cli.bash
+    zsh -n packaging/completions/_lumora-cli
+    fish --no-execute packaging/completions/lumora-cli.fish
+}
+
+stage_build() {
+    cmake --preset ci
+    cmake --build --preset ci
+}
+
+stage_tests() {
+    ctest --preset ci -j "$(nproc)"
+}
+
+# build_and_test PRESET MODULE…: the tests of these modules, built with the preset's sanitizers.
+build_and_test() {
+    local preset=$1 module
+    shift
+    cmake --preset "$preset"
+    cmake --build --preset "$preset" --target "${@/%//all}"
+    for module in "$@"; do
+        ctest --test-dir "build/$preset/$module" --no-tests=error --output-on-failure -j "$(nproc)"
+    done
+}
+
+stage_asan() {
+    build_and_test asan-ubsan tests/records tests/platform tests/engine tests/model
+}
+
+# Only the model runs threads of our own; the codec libraries are not instrumented.
+stage_tsan() {
+    build_and_test tsan tests/model
+}
+
+stage_fuzz() {
+    cmake --preset fuzz
+    cmake --build --preset fuzz
+    fuzz/run.sh 5
+}
+
+# Runs one stage in a process group of its own, so that a time-out or an interrupt ends all that it started.
+run_stage() {
+    local name=${1%%:*} minutes=${1##*:} started=$SECONDS status=0
+    echo "=== $name"
+    timeout --kill-after=20s "${minutes}m" "$BASH" "$0" --only "$name" &
+    running=$!
+    wait "$running" || status=$?
+    running=
+    [ "$status" -eq 124 ] && echo "The stage was ended after $minutes minutes." >&2
+    echo "=== $name: $([ "$status" -eq 0 ] && echo passed || echo failed) in $((SECONDS - started)) s"
+    return "$status"
+}
+
+if [ "${1:-}" = --only ]; then
+    "stage_$2"
+    exit
+fi
+
+running=
+trap '[ -z "$running" ] || kill "$running"; exit 130' INT TERM
+
+chosen=()
+for stage in "${stages[@]}"; do
+    [ $# -eq 0 ] || [[ " $* " == *" ${stage%%:*} "* ]] && chosen+=("$stage")
+done
+for name in "$@"; do
+    [[ " ${stages[*]} " == *" $name:"* ]] || { echo "test.sh: there is no stage '$name'" >&2; exit 2; }
+done
+
+packaging/install-dependencies.sh build test
+for stage in "${chosen[@]}"; do
+    run_stage "$stage"
+done
+echo "=== all ${#chosen[@]} stages passed in $SECONDS s"
