@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/file_input_resolver.h"
+
+#include "engine/folder_entries.h"
+#include "engine/image_file_filter.h"
+#include "engine/package_folders.h"
+#include "platform/file_urls.h"
+
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <utility>
+
+namespace lumora::FileInputResolver {
+namespace {
+
+// The result so far.
+struct Collection
+{
+    std::vector<std::filesystem::path> urls;
+    std::unordered_set<std::string> seen;
+};
+
+void appendImage(std::filesystem::path url, std::string key, Collection& collection)
+{
+    if (collection.seen.insert(std::move(key)).second) collection.urls.push_back(std::move(url));
+}
+
+// A folder in the middle of its walk. The stack of these takes the place of recursion, so that a deep tree
+// costs memory and not the thread's stack; no folder stays open while its subfolders are walked.
+struct Level
+{
+    std::string url; // as found
+    std::string key; // standardized
+    std::vector<FolderEntry> entries;
+    std::size_t next = 0;
+};
+
+std::string joined(const std::string& folder, std::string_view name)
+{
+    std::string path;
+    path.reserve(folder.size() + 1 + name.size());
+    path += folder;
+    if (!folder.ends_with('/')) path += '/';
+    path += name;
+    return path;
+}
+
+void walk(const std::filesystem::path& root, Collection& collection, const std::stop_token& stop)
+{
+    std::vector<Level> levels;
+    levels.push_back(
+        {root.native(), deduplicationKey(root), readFolder(root.native(), LinkedFolder::follow, stop)});
+    while (!levels.empty() && !stop.stop_requested()) {
+        Level& level = levels.back();
+        if (level.next == level.entries.size()) {
+            levels.pop_back();
+            continue;
+        }
+        const FolderEntry& entry = level.entries[level.next++];
+        const bool isImage = ImageFileFilter::isImage(entry.name);
+        const bool isEntered = entry.isFolder && !isPackage(entry.name);
+        if (!isImage && !isEntered) continue;
+
+        std::string url = joined(level.url, entry.name);
+        std::string key = joined(level.key, entry.name);
+        if (isImage) appendImage(url, key, collection);
+        if (!isEntered) continue;
+        std::vector<FolderEntry> entries = readFolder(url, LinkedFolder::refuse, stop);
+        levels.push_back({std::move(url), std::move(key), std::move(entries)});
+    }
+}
+
+void appendImages(const std::filesystem::path& dropped, Collection& collection, const std::stop_token& stop)
+{
+    if (ImageFileFilter::isImage(dropped)) {
+        appendImage(dropped, deduplicationKey(dropped), collection);
+    } else if (isDirectory(dropped)) {
+        walk(dropped, collection, stop);
+    }
+}
+
+} // namespace
+
+std::vector<std::filesystem::path> imageURLs(const std::vector<std::filesystem::path>& dropped,
+                                             std::stop_token stop)
+{
+    Collection collection;
+    for (const auto& url : dropped) {
+        if (stop.stop_requested()) break;
+        appendImages(url, collection, stop);
+    }
+    return std::move(collection.urls);
+}
+
+bool isDirectory(const std::filesystem::path& url)
+{
+    std::error_code ignored;
+    return std::filesystem::is_directory(url, ignored);
+}
+
+} // namespace lumora::FileInputResolver

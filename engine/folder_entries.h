@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The visible entries of one folder, as bytes. Thread-safe.
+#pragma once
+
+#include <stop_token>
+#include <string>
+#include <vector>
+
+namespace lumora {
+
+struct FolderEntry
+{
+    std::string name;
+    bool isFolder; // false for a link to a folder
+};
+
+enum class LinkedFolder { follow, refuse };
+
+// In the order of the file system, without names that begin with a dot. Empty for a folder that cannot be
+// read; what was read until then when the folder vanishes meanwhile or the stop is requested.
+std::vector<FolderEntry> readFolder(const std::string& folder, LinkedFolder links,
+                                    const std::stop_token& stop);
+
+} // namespace lumora
