@@ -1,0 +1,143 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/image_optimizer.h"
+
+#include "engine/destination_properties.h"
+#include "engine/file_attributes.h"
+#include "engine/image_transform.h"
+#include "engine/output_naming.h"
+#include "engine/webp_encoder.h"
+#include "platform/byte_count_text.h"
+#include "platform/drawing.h"
+#include "platform/file_services.h"
+#include "platform/file_urls.h"
+#include "platform/image_destination.h"
+#include "platform/image_source.h"
+#include "records/errors.h"
+
+#include <new>
+#include <string>
+
+namespace lumora::ImageOptimizer {
+namespace {
+
+constexpr std::string_view trashWarning = "Original could not be moved to Trash";
+
+// What one file needs at every stage.
+struct Job
+{
+    const std::filesystem::path& input;
+    const OptimizerSettings& settings;
+    const OptimizerServices& services;
+};
+
+ImageSource openSource(const Job& job)
+{
+    auto source = ImageSource::open(job.input);
+    if (!source) throw ImageOptimizerError::unreadableImage();
+    return std::move(*source);
+}
+
+// The whole decode: turning, reducing and recolouring run as one pass over the file, so that damage anywhere
+// in it is known before anything at the output path is touched.
+Image finalImage(const Job& job, const ImageSource& source)
+try {
+    const Image transformed = transformedImage(orientedImage(source, source.image()), job.settings);
+    auto decoded = decode(transformed);
+    if (!decoded) throw ImageOptimizerError::unreadableImage();
+    return job.settings.removeColorManagement ? decoded->withoutProfile() : *decoded;
+} catch (const std::bad_alloc&) {
+    throw ImageOptimizerError::unreadableImage();
+}
+
+bool isSameFile(const std::filesystem::path& a, const std::filesystem::path& b)
+{
+    std::error_code missing;
+    return standardized(a) == standardized(b) || std::filesystem::equivalent(a, b, missing);
+}
+
+// A link to the input's folder gives the input a second path that names alone cannot tell from another file.
+std::filesystem::path safeOutputURL(const Job& job, const ImageSource& source)
+{
+    std::filesystem::path output = outputURL(job.input, source.typeIdentifier(), job.settings);
+    if (!isSameFile(output, job.input)) return output;
+    return outputURLBesideSource(job.input, source.typeIdentifier(), job.settings);
+}
+
+void removeExisting(const std::filesystem::path& output)
+{
+    if (!fileExists(output)) return;
+    if (const auto removed = removeFile(output); !removed) throw PlatformError(removed.error().description);
+}
+
+void makeWay(const Job& job, const std::filesystem::path& output)
+{
+    if (!fileExists(output)) return;
+    if (job.settings.warnBeforeOverwrite && !job.services.confirmOverwrite(output)) {
+        throw ImageOptimizerError::overwriteDeclined();
+    }
+    removeExisting(output);
+}
+
+void encodeWithPlatform(const Job& job, const ImageSource& source, const Image& image,
+                        const std::filesystem::path& output)
+{
+    const std::string type =
+        outputUTI(source.typeIdentifier(), job.settings, ImageDestination::writableTypeIdentifiers());
+    auto destination = ImageDestination::create(output, type);
+    if (!destination) throw ImageOptimizerError::cannotCreateDestination(output);
+    destination->addImage(image, destinationProperties(job.settings, source.properties()));
+    if (!destination->finalize()) throw ImageOptimizerError::cannotFinalize(output);
+}
+
+void encode(const Job& job, const ImageSource& source, const Image& image,
+            const std::filesystem::path& output)
+{
+    if (isWebP(job.settings.outputFormat)) {
+        encodeWebPWithCWebP(image, output, job.settings, source.properties(),
+                            {job.services.bundleURL, job.services.killEncoders});
+    } else {
+        encodeWithPlatform(job, source, image, output);
+    }
+}
+
+// False when the original should have gone to the Trash and did not.
+bool disposeOfOriginal(const Job& job, const std::filesystem::path& output)
+{
+    if (!job.settings.moveOriginalToTrash || isSameFile(job.input, output)) return true;
+    return static_cast<bool>(job.services.moveToTrash(job.input));
+}
+
+std::string messageFor(std::int64_t saved, bool isOriginalDisposedOf)
+{
+    std::string message = saved > 0 ? "Saved " + byteCountText(saved) : "Converted";
+    if (!isOriginalDisposedOf) message.append(". ").append(trashWarning);
+    return message;
+}
+
+} // namespace
+
+ProcessingResult optimize(const std::filesystem::path& url, const OptimizerSettings& settings,
+                          const OptimizerServices& services)
+{
+    const Job job{url, settings, services};
+    const std::int64_t originalBytes = fileSize(url);
+    const ImageSource source = openSource(job);
+    const Image image = finalImage(job, source);
+
+    const std::filesystem::path output = safeOutputURL(job, source);
+    makeWay(job, output);
+    encode(job, source, image, output);
+
+    if (settings.preserveModificationTime) preserveModificationDate(url, output);
+    const bool isOriginalDisposedOf = disposeOfOriginal(job, output);
+    const std::int64_t outputBytes = fileSize(output);
+    return {url,
+            output,
+            originalBytes,
+            outputBytes,
+            messageFor(originalBytes - outputBytes, isOriginalDisposedOf),
+            true};
+}
+
+} // namespace lumora::ImageOptimizer

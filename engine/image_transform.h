@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Turning, reducing and recolouring of one picture: what is to be done is decided here, the platform does it.
+#pragma once
+
+#include "platform/image.h"
+#include "platform/image_source.h"
+#include "records/optimizer_settings.h"
+
+namespace lumora::ImageOptimizer {
+
+// The picture that stands upright; the fallback as stored when the source names no turn.
+Image orientedImage(const ImageSource& source, const Image& fallback);
+
+// In (0, 1]: how far the settings reduce a picture of this size in pixels. 1 means not at all; pictures never
+// grow.
+double scaleFactor(std::int64_t width, std::int64_t height, const OptimizerSettings& settings);
+
+// The final picture: the very image that came in when nothing is to change, otherwise an 8-bit RGBA bitmap at
+// the reduced size (products truncated, at least 1) in the colour space of the settings. Throws
+// unreadableImage when a picture still to be decoded turns out damaged.
+Image transformedImage(const Image& image, const OptimizerSettings& settings);
+
+} // namespace lumora::ImageOptimizer

@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/ppm_writer.h"
+
+#include "platform/drawing.h"
+#include "platform/file_services.h"
+#include "platform/row_reader.h"
+#include "records/errors.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace lumora::ImageOptimizer {
+namespace {
+
+[[noreturn]] void fail(const std::filesystem::path& url, const Error& error)
+{
+    throw ImageOptimizerError::cannotFinalize(url, error.description);
+}
+
+void dropAlpha(const std::uint8_t* rgba, std::byte* rgb, std::size_t pixels)
+{
+    for (std::size_t i = 0; i < pixels; ++i, rgba += 4, rgb += 3) {
+        rgb[0] = std::byte{rgba[0]};
+        rgb[1] = std::byte{rgba[1]};
+        rgb[2] = std::byte{rgba[2]};
+    }
+}
+
+void appendRows(AtomicFile& file, const Image& bitmap, const std::filesystem::path& url)
+{
+    auto rows = RowReader::open(bitmap);
+    if (!rows) throw ImageOptimizerError::cannotCreateDestination(url);
+    constexpr int rowsAtOnce = 64;
+    const auto width = static_cast<std::size_t>(rows->width());
+    std::vector<std::uint8_t> rgba(width * rowsAtOnce * 4);
+    std::vector<std::byte> rgb(width * rowsAtOnce * 3);
+    for (int top = 0; top < rows->height(); top += rowsAtOnce) {
+        const int count = std::min(rowsAtOnce, rows->height() - top);
+        const std::size_t pixels = width * static_cast<std::size_t>(count);
+        if (!rows->read(top, count, rgba.data())) throw ImageOptimizerError::cannotCreateDestination(url);
+        dropAlpha(rgba.data(), rgb.data(), pixels);
+        if (const auto status = file.append(std::span(rgb).first(pixels * 3)); !status)
+            fail(url, status.error());
+    }
+}
+
+} // namespace
+
+void writePPM(const Image& image, const std::filesystem::path& url)
+{
+    const auto bitmap = draw(image, {image.width(), image.height(), ColorSpace::deviceRGB});
+    if (!bitmap) throw ImageOptimizerError::cannotCreateDestination(url);
+    auto file = AtomicFile::create(url);
+    if (!file) fail(url, file.error());
+
+    const std::string header =
+        "P6\n" + std::to_string(bitmap->width()) + " " + std::to_string(bitmap->height()) + "\n255\n";
+    if (const auto status = file->append(std::as_bytes(std::span(header))); !status)
+        fail(url, status.error());
+    appendRows(*file, *bitmap, url);
+    if (const auto status = file->commit(); !status) fail(url, status.error());
+}
+
+} // namespace lumora::ImageOptimizer
