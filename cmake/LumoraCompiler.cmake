@@ -29,6 +29,9 @@ if(LUMORA_SANITIZE)
   add_link_options(-fsanitize=${LUMORA_SANITIZE})
 endif()
 
+# moc cannot parse the standard headers of C++20 when one of them comes before Qt's.
+set(CMAKE_AUTOMOC_MOC_OPTIONS --include QtCore/qobject.h)
+
 # Qt code: no implicit conversions between text and bytes, no deprecated calls.
 add_library(lumora_qt_strict INTERFACE)
 target_compile_definitions(lumora_qt_strict INTERFACE

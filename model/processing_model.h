@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Takes drops, gathers them into batches and runs each batch's files on parallel workers. A drop waits for
+// the end of its burst, a drop during a batch for the batch's end; then folders are expanded off the main
+// thread, with the settings of that moment. Every file ends as one result, newest first, in the order in
+// which files finish.
+//
+// All members and signals belong to the main thread, whose event loop must run. Destruction in the middle of
+// a batch kills the running encoders, answers open questions with skip and waits for the workers.
+#pragma once
+
+#include "model/processing_services.h"
+#include "records/processing_result.h"
+
+#include <QObject>
+#include <QString>
+
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace lumora {
+
+class Batch;
+class SettingsStore;
+class StatsStore;
+
+class ProcessingModel : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool isProcessing READ isProcessing NOTIFY isProcessingChanged)
+    Q_PROPERTY(QString statusText READ statusText NOTIFY statusTextChanged)
+    Q_PROPERTY(int completedCount READ completedCount NOTIFY progressChanged)
+    Q_PROPERTY(int totalCount READ totalCount NOTIFY progressChanged)
+
+public:
+    using Snapshot = std::function<OptimizerSettings()>;
+
+    // `snapshot` is called once at the start of each batch; without `statsStore` nothing is recorded. Both
+    // outlive the model.
+    ProcessingModel(Snapshot snapshot, StatsStore* statsStore, ProcessingServices services,
+                    QObject* parent = nullptr);
+    ProcessingModel(SettingsStore& settingsStore, StatsStore& statsStore, ProcessingServices services,
+                    QObject* parent = nullptr);
+    ~ProcessingModel() override;
+
+    // Accepts drops at any time, also from a signal or from onComplete. What is already waiting is not queued
+    // again.
+    void process(const std::vector<std::filesystem::path>& urls);
+
+    // Hands out no further file and drops what waits; files in flight finish and are reported and recorded,
+    // then the batch completes. Does nothing when there is nothing to cancel.
+    void cancel();
+    // cancel(), and the files in flight fail as soon as they can: running encoders are killed, questions
+    // skip.
+    void cancelNow();
+
+    bool isProcessing() const { return m_isProcessing; }
+    const QString& statusText() const { return m_statusText; }
+
+    // Of the running or the last batch; the total is 0 until its folders are expanded.
+    int completedCount() const { return m_completedCount; }
+    int totalCount() const { return m_totalCount; }
+
+    // Row 0 is the newest. Rows are never removed; a reference stays valid as long as the model.
+    int resultCount() const { return static_cast<int>(m_results.size()); }
+    const ProcessingResult& resultAt(int row) const;
+
+    // Called once, when a batch completes with nothing left waiting.
+    void setOnComplete(std::function<void()> onComplete);
+
+Q_SIGNALS:
+    void isProcessingChanged();
+    void statusTextChanged();
+    void progressChanged();
+    // One row more, at row 0.
+    void resultInserted();
+
+private:
+    bool m_isProcessing = false;
+    QString m_statusText;
+    int m_completedCount = 0;
+    int m_totalCount = 0;
+    std::deque<ProcessingResult> m_results; // oldest first: a new row costs the same however many there are
+};
+
+} // namespace lumora

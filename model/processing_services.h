@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the processing model takes from outside. A value: an application starts from system() and replaces
+// what it answers itself, a test replaces everything.
+#pragma once
+
+#include "engine/optimizer_services.h"
+#include "model/delay.h"
+#include "model/folder_access.h"
+#include "records/optimizer_settings.h"
+#include "records/processing_result.h"
+
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <stop_token>
+#include <vector>
+
+namespace lumora {
+
+struct ProcessingServices
+{
+    // ImageOptimizer::optimize. Called on workers; its services carry the worker's road to confirmOverwrite
+    // below and the order to kill encoders.
+    std::function<ProcessingResult(const std::filesystem::path&, const OptimizerSettings&,
+                                   const OptimizerServices&)>
+        optimize;
+    // The Trash and the encoder's place for `optimize`; the other two members are the model's to fill in.
+    OptimizerServices optimizerServices;
+    // FileInputResolver::imageURLs. Called on a thread of its own.
+    std::function<std::vector<std::filesystem::path>(const std::vector<std::filesystem::path>&,
+                                                     std::stop_token)>
+        expand;
+    // Asked on the main thread, where it may run a modal dialog; true replaces. Questions come one after
+    // another and each holds up its own file only. Empty: every existing output is skipped.
+    std::function<bool(const std::filesystem::path&)> confirmOverwrite;
+    // Asked on the main thread before a batch writes next to its originals.
+    SaveAccessRequest requestSaveAccess;
+    int activeProcessorCount = 1;
+    // The number of workers whatever the processors; fewer when there are fewer files.
+    std::optional<int> workers;
+    // From the last drop of a burst to the start of its batch.
+    std::chrono::milliseconds debounce{150};
+    DelayFactory makeDelay = makeTimerDelay;
+
+    // The engine on this machine; overwrite questions skip, every folder is granted.
+    static ProcessingServices system();
+};
+
+} // namespace lumora
