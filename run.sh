@@ -27,7 +27,7 @@ optimize_samples() {
     build lumora-cli lumora-samples
     local samples=$root/build/samples
     rm -rf -- "$samples"
-    "$build/tests/support/lumora-samples" "$samples/originals"
+    "$build/samples/lumora-samples" "$samples/originals"
     echo "Optimizing $samples/originals into $samples/optimized:"
     "$programs/lumora-cli" --output-dir "$samples/optimized" "$samples/originals"
 }
