@@ -22,7 +22,8 @@ std::optional<Number> number(const std::string& text)
     return value;
 }
 
-// The value of an option as a number from `least` to `most`. The comparison is written so that NaN is refused.
+// The value of an option as a number from `least` to `most`. The comparison is written so that NaN is
+// refused.
 template <class Number>
 Number numberWithin(const ParsedOption& option, Number least, Number most, const std::string& range)
 {
@@ -36,7 +37,8 @@ Number numberWithin(const ParsedOption& option, Number least, Number most, const
 const std::string& nameFragment(const ParsedOption& option)
 {
     if (option.value.find('/') != std::string::npos)
-        throw UsageError{"--" + std::string(option.option->name) + " is part of a file name and cannot hold '/'"};
+        throw UsageError{"--" + std::string(option.option->name) +
+                         " is part of a file name and cannot hold '/'"};
     return option.value;
 }
 
@@ -55,31 +57,67 @@ std::filesystem::path folder(const ParsedOption& option)
 void apply(const ParsedOption& option, CommandLine& line)
 {
     switch (option.option->key) {
-    case OptionKey::format: line.format = *fromRawValue<OutputFormat>(option.value); return;
-    case OptionKey::quality: line.quality = numberWithin(option, 1.0, 100.0, "from 1 to 100"); return;
-    case OptionKey::resize: line.resizeMode = *fromRawValue<ResizeMode>(option.value); return;
+    case OptionKey::format:
+        line.format = *fromRawValue<OutputFormat>(option.value);
+        return;
+    case OptionKey::quality:
+        line.quality = numberWithin(option, 1.0, 100.0, "from 1 to 100");
+        return;
+    case OptionKey::resize:
+        line.resizeMode = *fromRawValue<ResizeMode>(option.value);
+        return;
     case OptionKey::maxPixels:
         line.maximumPixels =
             numberWithin(option, std::int64_t{1}, std::numeric_limits<std::int64_t>::max(), "of at least 1");
         return;
-    case OptionKey::sRGB: line.sRGB = !option.negated; return;
-    case OptionKey::removeProfile: line.removeProfile = !option.negated; return;
-    case OptionKey::removeMetadata: line.removeMetadata = !option.negated; return;
-    case OptionKey::outputDir: line.outputDirectory = folder(option); return;
-    case OptionKey::prefix: line.prefix = nameFragment(option); return;
-    case OptionKey::suffix: line.suffix = nameFragment(option); return;
-    case OptionKey::existing: line.existing = static_cast<Existing>(choice(option)); return;
-    case OptionKey::trashOriginal: line.trashOriginal = true; return;
-    case OptionKey::keepTime: line.keepTime = !option.negated; return;
+    case OptionKey::sRGB:
+        line.sRGB = !option.negated;
+        return;
+    case OptionKey::removeProfile:
+        line.removeProfile = !option.negated;
+        return;
+    case OptionKey::removeMetadata:
+        line.removeMetadata = !option.negated;
+        return;
+    case OptionKey::outputDir:
+        line.outputDirectory = folder(option);
+        return;
+    case OptionKey::prefix:
+        line.prefix = nameFragment(option);
+        return;
+    case OptionKey::suffix:
+        line.suffix = nameFragment(option);
+        return;
+    case OptionKey::existing:
+        line.existing = static_cast<Existing>(choice(option));
+        return;
+    case OptionKey::trashOriginal:
+        line.trashOriginal = true;
+        return;
+    case OptionKey::keepTime:
+        line.keepTime = !option.negated;
+        return;
     case OptionKey::jobs:
         line.jobs = numberWithin(option, 1, std::numeric_limits<int>::max(), "of at least 1");
         return;
-    case OptionKey::dryRun: line.dryRun = true; return;
-    case OptionKey::json: line.json = true; return;
-    case OptionKey::quiet: line.quiet = true; return;
-    case OptionKey::recordStats: line.recordStats = true; return;
-    case OptionKey::version: line.action = Action::showVersion; return;
-    case OptionKey::help: line.action = Action::showHelp; return;
+    case OptionKey::dryRun:
+        line.dryRun = true;
+        return;
+    case OptionKey::json:
+        line.json = true;
+        return;
+    case OptionKey::quiet:
+        line.quiet = true;
+        return;
+    case OptionKey::recordStats:
+        line.recordStats = true;
+        return;
+    case OptionKey::version:
+        line.action = Action::showVersion;
+        return;
+    case OptionKey::help:
+        line.action = Action::showHelp;
+        return;
     }
 }
 
@@ -108,7 +146,8 @@ OptimizerSettings CommandLine::settings() const
         .optimizeColorForSharing = sRGB,
         .removeColorManagement = removeProfile,
         .removeMetadata = removeMetadata,
-        .destinationMode = outputDirectory ? DestinationMode::selectedFolder : DestinationMode::originalLocation,
+        .destinationMode =
+            outputDirectory ? DestinationMode::selectedFolder : DestinationMode::originalLocation,
         .destinationFolderURL = outputDirectory,
         .filenamePrefix = prefix,
         .filenameSuffix = suffix,

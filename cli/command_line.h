@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the user asked for on the command line. Parsing touches nothing but its arguments (and getopt's own state, so
-// one thread at a time).
+// What the user asked for on the command line. Parsing touches nothing but its arguments (and getopt's own
+// state, so one thread at a time).
 #pragma once
 
 #include "records/optimizer_settings.h"

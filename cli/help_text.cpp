@@ -13,7 +13,8 @@ constexpr std::size_t lineWidth = 80;
 
 std::string names(const Option& option)
 {
-    std::string text = option.letter ? std::string{' ', ' ', '-', option.letter, ',', ' '} : std::string(6, ' ');
+    std::string text =
+        option.letter ? std::string{' ', ' ', '-', option.letter, ',', ' '} : std::string(6, ' ');
     text += option.negatable ? "--[no-]" : "--";
     text += option.name;
     if (!option.argument.empty()) text += "=" + std::string(option.argument);
@@ -25,7 +26,8 @@ std::string description(const Option& option)
     std::string text(option.help);
     if (option.values.empty()) return text;
     text += ":";
-    for (const std::string& value : option.values) text += (&value == option.values.data() ? " " : ", ") + value;
+    for (const std::string& value : option.values)
+        text += (&value == option.values.data() ? " " : ", ") + value;
     return text;
 }
 

@@ -26,7 +26,8 @@ std::string reversibleUtf8(std::string_view bytes)
         if (character && !isEscape(character->value))
             text += bytes.substr(0, length);
         else
-            for (const char c : bytes.substr(0, length)) appendUtf8(text, escapeBase + static_cast<unsigned char>(c));
+            for (const char c : bytes.substr(0, length))
+                appendUtf8(text, escapeBase + static_cast<unsigned char>(c));
         bytes.remove_prefix(length);
     }
     return text;

@@ -26,7 +26,8 @@ struct GetoptTable
 
     GetoptTable()
     {
-        for (std::size_t i = 0; i < options().size(); ++i) add(options()[i], static_cast<int>(i));
+        for (std::size_t i = 0; i < options().size(); ++i)
+            add(options()[i], static_cast<int>(i));
         longOptions.push_back({});
     }
 
@@ -50,7 +51,8 @@ struct GetoptTable
 std::string join(const std::vector<std::string>& values)
 {
     std::string text;
-    for (const std::string& value : values) text += (text.empty() ? "" : ", ") + value;
+    for (const std::string& value : values)
+        text += (text.empty() ? "" : ", ") + value;
     return text;
 }
 
@@ -58,15 +60,16 @@ ParsedOption parsed(const Option& option, bool negated, const char* value)
 {
     ParsedOption result{&option, negated, value ? value : ""};
     if (!option.values.empty() && std::ranges::find(option.values, result.value) == option.values.end())
-        throw UsageError{"--" + std::string(option.name) + " takes one of " + join(option.values) + ", not '" +
-                         result.value + "'"};
+        throw UsageError{"--" + std::string(option.name) + " takes one of " + join(option.values) +
+                         ", not '" + result.value + "'"};
     return result;
 }
 
 ParsedOption parsedByCode(int code)
 {
     const auto table = options();
-    if (code >= firstNegated) return parsed(table[static_cast<std::size_t>(code - firstNegated)], true, nullptr);
+    if (code >= firstNegated)
+        return parsed(table[static_cast<std::size_t>(code - firstNegated)], true, nullptr);
     if (code >= firstPlain) return parsed(table[static_cast<std::size_t>(code - firstPlain)], false, optarg);
     return parsed(*std::ranges::find(table, static_cast<char>(code), &Option::letter), false, optarg);
 }
@@ -74,8 +77,8 @@ ParsedOption parsedByCode(int code)
 UsageError complaint(int code, const std::string& argument)
 {
     const bool isLetter = optopt > 0 && optopt < firstPlain;
-    const std::string name = isLetter ? std::string{'-', static_cast<char>(optopt)}
-                                      : argument.substr(0, argument.find('='));
+    const std::string name =
+        isLetter ? std::string{'-', static_cast<char>(optopt)} : argument.substr(0, argument.find('='));
     if (code == ':') return {name + " needs a value"};
     if (optopt >= firstPlain) return {name + " takes no value"};
     return {"unknown option " + name};
@@ -89,7 +92,8 @@ ParsedArguments parseOptions(const std::vector<std::string>& arguments)
     std::string program = "lumora-cli";
     std::vector<std::string> copies = arguments;
     std::vector<char*> argv{program.data()};
-    for (std::string& copy : copies) argv.push_back(copy.data());
+    for (std::string& copy : copies)
+        argv.push_back(copy.data());
     const int argc = static_cast<int>(argv.size());
     argv.push_back(nullptr);
 
@@ -97,7 +101,8 @@ ParsedArguments parseOptions(const std::vector<std::string>& arguments)
     opterr = 0;
     optind = 0; // restarts the scan
     int code;
-    while ((code = getopt_long(argc, argv.data(), table.letters.c_str(), table.longOptions.data(), nullptr)) != -1) {
+    while ((code = getopt_long(argc, argv.data(), table.letters.c_str(), table.longOptions.data(),
+                               nullptr)) != -1) {
         if (code == '?' || code == ':') throw complaint(code, argv[static_cast<std::size_t>(optind - 1)]);
         result.options.push_back(parsedByCode(code));
     }

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Splits arguments into options of the table and the rest, by the C library's getopt_long: its conventions (mixed
-// order, "--name=value", unambiguous abbreviations, joined letters, "--") are those that users know.
+// Splits arguments into options of the table and the rest, by the C library's getopt_long: its conventions
+// (mixed order, "--name=value", unambiguous abbreviations, joined letters, "--") are those that users know.
 #pragma once
 
 #include "cli/options.h"

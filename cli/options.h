@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The table of lumora-cli's options: the parser, the help text and the test of the man page and the completions all
-// read this one. Constants; thread-safe.
+// The table of lumora-cli's options: the parser, the help text and the test of the man page and the
+// completions all read this one. Constants; thread-safe.
 #pragma once
 
 #include <span>

@@ -9,11 +9,12 @@
 
 namespace lumora::cli {
 
-// Control characters, line separators and direction overrides become "\n", "\t", "\xNN" or "\u{NNNN}", bytes that are
-// not UTF-8 become "\xNN"; everything else stays. For people: a backslash is not doubled.
+// Control characters, line separators and direction overrides become "\n", "\t", "\xNN" or "\u{NNNN}", bytes
+// that are not UTF-8 become "\xNN"; everything else stays. For people: a backslash is not doubled.
 std::string printable(std::string_view text);
 
-// At most `limit` characters, the last one "…" when some were cut. Expects printable text; cuts between characters.
+// At most `limit` characters, the last one "…" when some were cut. Expects printable text; cuts between
+// characters.
 std::string elided(std::string_view text, std::size_t limit);
 
 } // namespace lumora::cli

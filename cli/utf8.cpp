@@ -49,8 +49,9 @@ void appendUtf8(std::string& text, char32_t value)
         return;
     }
     const int continuations = value < 0x800 ? 1 : value < 0x10000 ? 2 : 3;
-    text += static_cast<char>((0xF00u >> continuations & 0xFFu) | (value >> (6 * continuations)));
-    for (int i = continuations - 1; i >= 0; --i) text += static_cast<char>(0x80u | (value >> (6 * i) & 0x3Fu));
+    text += static_cast<char>((0xFF00u >> (continuations + 1) & 0xFFu) | (value >> (6 * continuations)));
+    for (int i = continuations - 1; i >= 0; --i)
+        text += static_cast<char>(0x80u | (value >> (6 * i) & 0x3Fu));
 }
 
 } // namespace lumora::cli

@@ -16,8 +16,8 @@ struct CodePoint
     std::size_t length; // in bytes
 };
 
-// The character that the text begins with; absent when its first byte begins no well-formed sequence (overlong forms,
-// surrogates and values above U+10FFFF are not well-formed). The text is not empty.
+// The character that the text begins with; absent when its first byte begins no well-formed sequence
+// (overlong forms, surrogates and values above U+10FFFF are not well-formed). The text is not empty.
 std::optional<CodePoint> firstCodePoint(std::string_view text);
 
 void appendUtf8(std::string& text, char32_t value);

@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/version_text.h"
+
+#include "platform/library_versions.h"
+
+#include <QtGlobal>
+
+namespace lumora::cli {
+
+std::string versionText()
+{
+    std::string text = "lumora-cli " LUMORA_VERSION " (" LUMORA_BUILD_NUMBER ")\n";
+    for (const auto& [name, version] : imageLibraryVersions())
+        text += name + " " + version + "\n";
+    text += std::string("Qt ") + qVersion() + "\n";
+    return text;
+}
+
+} // namespace lumora::cli

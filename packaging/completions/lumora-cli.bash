@@ -1,0 +1,41 @@
+# shellcheck shell=bash
+# SPDX-FileCopyrightText: 2026 Tidewell
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Completion of lumora-cli for bash.
+
+_lumora_cli() {
+    local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]}
+    local option=$previous
+    # bash splits --format=webp into three words.
+    if [[ $word == = ]]; then
+        word=
+    elif [[ $previous == = ]]; then
+        option=${COMP_WORDS[COMP_CWORD-2]}
+    fi
+    local values=
+    compopt +o default +o filenames 2>/dev/null
+    case $option in
+    --format | -f) values="webp webpLossless jpeg png heic original" ;;
+    --resize) values="maxWidth maxHeight longestEdge none" ;;
+    --existing) values="replace ask skip" ;;
+    --quality | -q | --max-pixels | --jobs | -j | --prefix | --suffix) return ;;
+    --output-dir | -o)
+        compopt -o filenames 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -d -- "$word")
+        return
+        ;;
+    *)
+        if [[ $word != -* ]]; then
+            compopt -o default 2>/dev/null
+            COMPREPLY=()
+            return
+        fi
+        values="-f --format -q --quality --resize --max-pixels --srgb --no-srgb --remove-profile --no-remove-profile
+            --remove-metadata --no-remove-metadata -o --output-dir --prefix --suffix --existing --trash-original
+            --keep-time --no-keep-time -j --jobs -n --dry-run --json --quiet --record-stats --version -h --help"
+        ;;
+    esac
+    mapfile -t COMPREPLY < <(compgen -W "$values" -- "$word")
+}
+
+complete -F _lumora_cli lumora-cli

@@ -1,0 +1,28 @@
+# SPDX-FileCopyrightText: 2026 Tidewell
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Completion of lumora-cli for fish.
+
+complete -c lumora-cli -s f -l format -x -a 'webp webpLossless jpeg png heic original' -d 'What to write'
+complete -c lumora-cli -s q -l quality -x -d 'Quality of the lossy formats, 1 to 100'
+complete -c lumora-cli -l resize -x -a 'maxWidth maxHeight longestEdge none' -d 'Dimension that is bounded'
+complete -c lumora-cli -l max-pixels -x -d 'Bound of that dimension'
+complete -c lumora-cli -l srgb -d 'Convert colours to sRGB'
+complete -c lumora-cli -l no-srgb -d 'Keep the colour space'
+complete -c lumora-cli -l remove-profile -d 'Leave the colour profile out'
+complete -c lumora-cli -l no-remove-profile -d 'Embed the colour profile'
+complete -c lumora-cli -l remove-metadata -d 'Leave personal metadata out'
+complete -c lumora-cli -l no-remove-metadata -d 'Keep metadata'
+complete -c lumora-cli -s o -l output-dir -x -a '(__fish_complete_directories)' -d 'Write into a folder'
+complete -c lumora-cli -l prefix -x -d 'Put before the name'
+complete -c lumora-cli -l suffix -x -d 'Put after the name'
+complete -c lumora-cli -l existing -x -a 'replace ask skip' -d 'What to do with existing outputs'
+complete -c lumora-cli -l trash-original -d 'Move originals to the Trash'
+complete -c lumora-cli -l keep-time -d 'Keep the modification time'
+complete -c lumora-cli -l no-keep-time -d 'Take the time of writing'
+complete -c lumora-cli -s j -l jobs -x -d 'Files to work on at once'
+complete -c lumora-cli -s n -l dry-run -d 'Say what would be written'
+complete -c lumora-cli -l json -d 'One JSON object a line'
+complete -c lumora-cli -l quiet -d 'Rows of failures only'
+complete -c lumora-cli -l record-stats -d 'Count in the lifetime statistics'
+complete -c lumora-cli -l version -d 'Print versions'
+complete -c lumora-cli -s h -l help -d 'Print the help'

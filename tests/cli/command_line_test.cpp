@@ -1,0 +1,172 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/command_line.h"
+
+#include <gtest/gtest.h>
+
+namespace lumora::cli {
+
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+CommandLine accepted(const Arguments& arguments)
+{
+    const auto parsed = parseCommandLine(arguments);
+    if (const auto* error = std::get_if<UsageError>(&parsed)) ADD_FAILURE() << error->message;
+    return std::holds_alternative<CommandLine>(parsed) ? std::get<CommandLine>(parsed) : CommandLine{};
+}
+
+std::string complaint(const Arguments& arguments)
+{
+    const auto parsed = parseCommandLine(arguments);
+    return std::holds_alternative<UsageError>(parsed) ? std::get<UsageError>(parsed).message : "accepted";
+}
+
+TEST(CommandLine, withoutOptionsHasTheDefaultsOfAFirstLaunch)
+{
+    const CommandLine line = accepted({"a.jpg"});
+    const OptimizerSettings settings = line.settings();
+    EXPECT_EQ(settings.resizeMode, ResizeMode::maxWidth);
+    EXPECT_EQ(settings.maximumPixels, 2560);
+    EXPECT_EQ(settings.outputFormat, OutputFormat::webp);
+    EXPECT_EQ(settings.quality, 82);
+    EXPECT_TRUE(settings.optimizeColorForSharing);
+    EXPECT_TRUE(settings.removeColorManagement);
+    EXPECT_TRUE(settings.removeMetadata);
+    EXPECT_EQ(settings.destinationMode, DestinationMode::originalLocation);
+    EXPECT_EQ(settings.destinationFolderURL, std::nullopt);
+    EXPECT_EQ(settings.filenamePrefix, "");
+    EXPECT_EQ(settings.filenameSuffix, "");
+    EXPECT_FALSE(settings.moveOriginalToTrash);
+    EXPECT_TRUE(settings.preserveModificationTime);
+    EXPECT_FALSE(settings.warnBeforeOverwrite);
+    EXPECT_FALSE(line.recordStats);
+    EXPECT_EQ(line.jobs, std::nullopt);
+}
+
+TEST(CommandLine, everyOptionReachesTheSettings)
+{
+    const CommandLine line = accepted({"-f",
+                                       "heic",
+                                       "-q",
+                                       "70.5",
+                                       "--resize=longestEdge",
+                                       "--max-pixels",
+                                       "100",
+                                       "--no-srgb",
+                                       "--no-remove-profile",
+                                       "--no-remove-metadata",
+                                       "-o",
+                                       "out",
+                                       "--prefix",
+                                       "small-",
+                                       "--suffix=-2",
+                                       "--trash-original",
+                                       "--no-keep-time",
+                                       "--existing",
+                                       "skip",
+                                       "a.jpg"});
+    const OptimizerSettings settings = line.settings();
+    EXPECT_EQ(settings.resizeMode, ResizeMode::longestEdge);
+    EXPECT_EQ(settings.maximumPixels, 100);
+    EXPECT_EQ(settings.outputFormat, OutputFormat::heic);
+    EXPECT_EQ(settings.quality, 70.5);
+    EXPECT_FALSE(settings.optimizeColorForSharing);
+    EXPECT_FALSE(settings.removeColorManagement);
+    EXPECT_FALSE(settings.removeMetadata);
+    EXPECT_EQ(settings.destinationMode, DestinationMode::selectedFolder);
+    EXPECT_EQ(settings.destinationFolderURL, "out");
+    EXPECT_EQ(settings.filenamePrefix, "small-");
+    EXPECT_EQ(settings.filenameSuffix, "-2");
+    EXPECT_TRUE(settings.moveOriginalToTrash);
+    EXPECT_FALSE(settings.preserveModificationTime);
+    EXPECT_TRUE(settings.warnBeforeOverwrite);
+    EXPECT_EQ(line.existing, Existing::skip);
+}
+
+TEST(CommandLine, switchesOfTheRunAreOffUntilNamed)
+{
+    const CommandLine line = accepted({"-n", "--json", "--quiet", "--record-stats", "-j3", "a.jpg"});
+    EXPECT_TRUE(line.dryRun);
+    EXPECT_TRUE(line.json);
+    EXPECT_TRUE(line.quiet);
+    EXPECT_TRUE(line.recordStats);
+    EXPECT_EQ(line.jobs, 3);
+}
+
+TEST(CommandLine, theLastOfTwoContraryOptionsWins)
+{
+    EXPECT_TRUE(accepted({"--no-srgb", "--srgb", "a.jpg"}).sRGB);
+    EXPECT_FALSE(accepted({"--srgb", "--no-srgb", "a.jpg"}).sRGB);
+}
+
+TEST(CommandLine, everythingAfterTwoDashesIsAPath)
+{
+    using Paths = std::vector<std::filesystem::path>;
+    EXPECT_EQ(accepted({"a.jpg", "--json", "--", "-b.jpg", "--quiet"}).paths,
+              (Paths{"a.jpg", "-b.jpg", "--quiet"}));
+}
+
+TEST(CommandLine, pathsKeepTheirBytes)
+{
+    EXPECT_EQ(accepted({"caf\xe9 \n.jpg"}).paths.front().native(), "caf\xe9 \n.jpg");
+}
+
+TEST(CommandLine, helpAndVersionNeedNoPath)
+{
+    EXPECT_EQ(accepted({"--help"}).action, Action::showHelp);
+    EXPECT_EQ(accepted({"--version"}).action, Action::showVersion);
+    EXPECT_EQ(accepted({"--version", "--help"}).action, Action::showVersion);
+}
+
+struct WrongUsage
+{
+    Arguments arguments;
+    const char* message;
+};
+
+class CommandLineWrongUsage : public testing::TestWithParam<WrongUsage>
+{
+};
+
+TEST_P(CommandLineWrongUsage, isNamedInOneSentence)
+{
+    EXPECT_EQ(complaint(GetParam().arguments), GetParam().message);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, CommandLineWrongUsage,
+    testing::Values(
+        WrongUsage{{}, "no files or folders given"},
+        WrongUsage{{"-q", "0", "a.jpg"}, "--quality takes a number from 1 to 100, not '0'"},
+        WrongUsage{{"-q", "100.5", "a.jpg"}, "--quality takes a number from 1 to 100, not '100.5'"},
+        WrongUsage{{"-q", "nan", "a.jpg"}, "--quality takes a number from 1 to 100, not 'nan'"},
+        WrongUsage{{"-q", "82%", "a.jpg"}, "--quality takes a number from 1 to 100, not '82%'"},
+        WrongUsage{{"-q", "", "a.jpg"}, "--quality takes a number from 1 to 100, not ''"},
+        WrongUsage{{"--max-pixels", "0", "a.jpg"}, "--max-pixels takes a number of at least 1, not '0'"},
+        WrongUsage{{"--max-pixels", "-5", "a.jpg"}, "--max-pixels takes a number of at least 1, not '-5'"},
+        WrongUsage{{"--max-pixels", "9223372036854775808", "a.jpg"},
+                   "--max-pixels takes a number of at least 1, not '9223372036854775808'"},
+        WrongUsage{{"--jobs", "0", "a.jpg"}, "--jobs takes a number of at least 1, not '0'"},
+        WrongUsage{{"--jobs", "two", "a.jpg"}, "--jobs takes a number of at least 1, not 'two'"},
+        WrongUsage{{"--prefix", "a/b", "a.jpg"}, "--prefix is part of a file name and cannot hold '/'"},
+        WrongUsage{{"--suffix", "/", "a.jpg"}, "--suffix is part of a file name and cannot hold '/'"},
+        WrongUsage{{"-o", "", "a.jpg"}, "--output-dir takes the name of a folder"},
+        WrongUsage{{"-f", "jpg", "a.jpg"},
+                   "--format takes one of webp, webpLossless, jpeg, png, heic, original, not 'jpg'"},
+        WrongUsage{{"-f", "WEBP", "a.jpg"},
+                   "--format takes one of webp, webpLossless, jpeg, png, heic, original, not 'WEBP'"},
+        WrongUsage{{"--resize", "", "a.jpg"},
+                   "--resize takes one of maxWidth, maxHeight, longestEdge, none, not ''"},
+        WrongUsage{{"--existing=keep", "a.jpg"}, "--existing takes one of replace, ask, skip, not 'keep'"},
+        WrongUsage{{"--frobnicate", "a.jpg"}, "unknown option --frobnicate"},
+        WrongUsage{{"--frobnicate=3", "a.jpg"}, "unknown option --frobnicate"},
+        WrongUsage{{"-z", "a.jpg"}, "unknown option -z"}, WrongUsage{{"a.jpg", "-q"}, "-q needs a value"},
+        WrongUsage{{"a.jpg", "--quality"}, "--quality needs a value"},
+        WrongUsage{{"--json=yes", "a.jpg"}, "--json takes no value"},
+        WrongUsage{{"--no-srgb=1", "a.jpg"}, "--no-srgb takes no value"},
+        WrongUsage{{"--no-json", "a.jpg"}, "unknown option --no-json"}));
+
+} // namespace
+} // namespace lumora::cli
