@@ -17,7 +17,8 @@
 namespace lumora {
 namespace {
 
-ProfileBytes attachedProfile(VipsImage* image)
+// A copy: the library replaces the fields of a lazy image when its decoder starts.
+std::vector<std::uint8_t> attachedProfile(VipsImage* image)
 {
     const void* data = nullptr;
     std::size_t size = 0;
@@ -25,7 +26,8 @@ ProfileBytes attachedProfile(VipsImage* image)
         vips_image_get_blob(image, VIPS_META_ICC_NAME, &data, &size) != 0) {
         return {};
     }
-    return {static_cast<const std::uint8_t*>(data), size};
+    const auto* first = static_cast<const std::uint8_t*>(data);
+    return {first, first + size};
 }
 
 // The colour decisions of one drawing: how components are converted and which profile describes the outcome.
@@ -136,7 +138,8 @@ Result<Image> draw(const Image& image, const DrawRequest& request)
 {
     auto reader = RowReader::open(image);
     if (!reader) return reader.error();
-    const ColorPlan plan = planColors(*reader, attachedProfile(image.pixels()), request.colorSpace);
+    const std::vector<std::uint8_t> profile = attachedProfile(image.pixels());
+    const ColorPlan plan = planColors(*reader, profile, request.colorSpace);
 
     const bool swapsAxes = image.pendingOrientation() >= 5;
     const PixelSize upright{static_cast<int>(request.width), static_cast<int>(request.height)};

@@ -26,6 +26,31 @@ VipsImagePtr applied(const VipsImagePtr& in, Operation operation)
     return VipsImagePtr(out);
 }
 
+std::string bigEndian(std::uint32_t value)
+{
+    std::string bytes;
+    for (const unsigned shift : {24U, 16U, 8U, 0U})
+        bytes += static_cast<char>(value >> shift & 0xFFU);
+    return bytes;
+}
+
+// CRC-32 as PNG has it (ISO 3309, reflected, polynomial 0xEDB88320).
+std::uint32_t crcOf(const std::string& bytes)
+{
+    std::uint32_t crc = 0xFFFFFFFFU;
+    for (const char c : bytes) {
+        crc ^= static_cast<unsigned char>(c);
+        for (int bit = 0; bit < 8; ++bit)
+            crc = crc & 1U ? crc >> 1U ^ 0xEDB88320U : crc >> 1U;
+    }
+    return ~crc;
+}
+
+std::string chunk(const std::string& type, const std::string& data)
+{
+    return bigEndian(static_cast<std::uint32_t>(data.size())) + type + data + bigEndian(crcOf(type + data));
+}
+
 VipsInterpretation interpretationOf(const Pixels& pixels, const SaveOptions& options)
 {
     if (options.inkToCmyk) return VIPS_INTERPRETATION_CMYK;
@@ -35,8 +60,9 @@ VipsInterpretation interpretationOf(const Pixels& pixels, const SaveOptions& opt
 
 VipsImagePtr imageOf(const Pixels& pixels, const SaveOptions& options)
 {
-    const VipsImagePtr memory(vips_image_new_from_memory_copy(pixels.bytes.data(), pixels.bytes.size(), pixels.width,
-                                                              pixels.height, pixels.bands, VIPS_FORMAT_UCHAR));
+    const VipsImagePtr memory(vips_image_new_from_memory_copy(pixels.bytes.data(), pixels.bytes.size(),
+                                                              pixels.width, pixels.height, pixels.bands,
+                                                              VIPS_FORMAT_UCHAR));
     VipsImagePtr image = applied(memory, [&](VipsImage* in, VipsImage** out) {
         return vips_cast(in, out, options.sixteenBits ? VIPS_FORMAT_USHORT : VIPS_FORMAT_UCHAR, "shift", TRUE,
                          nullptr);
@@ -77,12 +103,14 @@ std::vector<int> Pixels::at(int x, int y) const
 
 Pixels corneredPicture(int width, int height)
 {
-    constexpr std::array<std::array<int, 3>, 4> corners{{{230, 30, 30}, {30, 200, 30}, {30, 30, 220}, {220, 210, 40}}};
+    constexpr std::array<std::array<int, 3>, 4> corners{
+        {{230, 30, 30}, {30, 200, 30}, {30, 30, 220}, {220, 210, 40}}};
     Pixels pixels{width, height, 3, {}};
     pixels.bytes.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 3);
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
-            const auto& color = corners.at(y * 2 < height ? (x * 2 < width ? 0 : 1) : (x * 2 < width ? 3 : 2));
+            const auto& color =
+                corners.at(y * 2 < height ? (x * 2 < width ? 0 : 1) : (x * 2 < width ? 3 : 2));
             for (const int component : color) {
                 pixels.bytes.push_back(static_cast<std::uint8_t>(component + (x * 7 + y * 5) % 16));
             }
@@ -94,7 +122,8 @@ Pixels corneredPicture(int width, int height)
 Pixels uniformPicture(int width, int height, std::vector<std::uint8_t> color)
 {
     Pixels pixels{width, height, static_cast<int>(color.size()), {}};
-    for (int i = 0; i < width * height; ++i) pixels.bytes.insert(pixels.bytes.end(), color.begin(), color.end());
+    for (int i = 0; i < width * height; ++i)
+        pixels.bytes.insert(pixels.bytes.end(), color.begin(), color.end());
     return pixels;
 }
 
@@ -108,7 +137,8 @@ void save(const std::filesystem::path& file, const Pixels& pixels, const SaveOpt
     void* bytes = nullptr;
     std::size_t size = 0;
     if (extension == ".jpg" || extension == ".jpeg" || extension == ".JPG") {
-        check(vips_jpegsave_buffer(image.get(), &bytes, &size, "Q", 95, "interlace", options.interlaced, nullptr));
+        check(vips_jpegsave_buffer(image.get(), &bytes, &size, "Q", 95, "interlace", options.interlaced,
+                                   nullptr));
     } else if (extension == ".png") {
         check(vips_pngsave_buffer(image.get(), &bytes, &size, "interlace", options.interlaced, nullptr));
     } else if (extension == ".tif" || extension == ".tiff") {
@@ -123,6 +153,12 @@ void save(const std::filesystem::path& file, const Pixels& pixels, const SaveOpt
     }
     writeText(file, std::string(static_cast<const char*>(bytes), size));
     g_free(bytes);
+}
+
+std::string pngClaiming(std::uint32_t width, std::uint32_t height)
+{
+    const std::string header = bigEndian(width) + bigEndian(height) + std::string("\x08\x02\0\0\0", 5);
+    return "\x89PNG\r\n\x1A\n" + chunk("IHDR", header) + chunk("IDAT", "") + chunk("IEND", "");
 }
 
 void writeText(const std::filesystem::path& file, const std::string& bytes)

@@ -22,8 +22,8 @@ struct Pixels
     std::vector<int> at(int x, int y) const;
 };
 
-// A smooth picture with some detail: every corner has a colour of its own (red, green, blue, yellow, clockwise from
-// the top left), so that a turned or mirrored copy is told apart.
+// A smooth picture with some detail: every corner has a colour of its own (red, green, blue, yellow,
+// clockwise from the top left), so that a turned or mirrored copy is told apart.
 Pixels corneredPicture(int width, int height);
 Pixels uniformPicture(int width, int height, std::vector<std::uint8_t> color);
 
@@ -31,17 +31,20 @@ struct SaveOptions
 {
     int orientation = 0;      // EXIF, 1 to 8; 0 for none
     bool sixteenBits = false; // stored with 16 bits a component
-    std::string profile;      // "srgb", "p3", "cmyk": a profile of the image library to embed
+    std::string profile = {}; // "srgb", "p3", "cmyk": a profile of the image library to embed
     bool inkToCmyk = false;   // the four bands are inks
     bool interlaced = false;
 };
 
 // By the extension: jpg, png, tif, gif, webp, heic.
 void save(const std::filesystem::path& file, const Pixels& pixels, const SaveOptions& options = {});
+// The bytes of a PNG whose header claims this size and whose data ends at once.
+std::string pngClaiming(std::uint32_t width, std::uint32_t height);
 void writeText(const std::filesystem::path& file, const std::string& bytes);
 std::string readBytes(const std::filesystem::path& file);
 
-// What a decoder independent of the product makes of a file: straight components, its own depth reduced to 8 bits.
+// What a decoder independent of the product makes of a file: straight components, its own depth reduced to 8
+// bits.
 Pixels load(const std::filesystem::path& file);
 // The bits a component and the number of components as stored.
 struct Stored

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Settings that a test changes in the one or two places it is about; the rest are the defaults of a first launch.
+// Settings that a test changes in the one or two places it is about; the rest are the defaults of a first
+// launch.
 #pragma once
 
 #include "records/optimizer_settings.h"
@@ -17,9 +18,9 @@ struct SettingsDraft
     bool removeColorManagement = true;
     bool removeMetadata = true;
     DestinationMode destinationMode = DestinationMode::originalLocation;
-    std::optional<std::filesystem::path> destinationFolderURL;
-    std::string filenamePrefix;
-    std::string filenameSuffix;
+    std::optional<std::filesystem::path> destinationFolderURL = {};
+    std::string filenamePrefix = {};
+    std::string filenameSuffix = {};
     bool moveOriginalToTrash = false;
     bool preserveModificationTime = true;
     bool warnBeforeOverwrite = false;
@@ -27,13 +28,20 @@ struct SettingsDraft
 
 inline OptimizerSettings settings(const SettingsDraft& d = {})
 {
-    return {d.resizeMode,           d.maximumPixels,
-            d.outputFormat,         d.quality,
-            d.optimizeColorForSharing, d.removeColorManagement,
-            d.removeMetadata,       d.destinationMode,
-            d.destinationFolderURL, d.filenamePrefix,
-            d.filenameSuffix,       d.moveOriginalToTrash,
-            d.preserveModificationTime, d.warnBeforeOverwrite};
+    return {d.resizeMode,
+            d.maximumPixels,
+            d.outputFormat,
+            d.quality,
+            d.optimizeColorForSharing,
+            d.removeColorManagement,
+            d.removeMetadata,
+            d.destinationMode,
+            d.destinationFolderURL,
+            d.filenamePrefix,
+            d.filenameSuffix,
+            d.moveOriginalToTrash,
+            d.preserveModificationTime,
+            d.warnBeforeOverwrite};
 }
 
 } // namespace lumora::test

@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A test with an application directory of its own, whose WebP encoder is a script that the test writes, and a
+// folder for temporary files of its own.
+#pragma once
+
+#include "tests/support/sample_images.h"
+#include "tests/support/temporary_directory.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+namespace lumora::test {
+
+class EncoderTest : public testing::Test
+{
+protected:
+    EncoderTest()
+    {
+        std::filesystem::create_directories(m_bundle / "Contents" / "MacOS");
+        std::filesystem::create_directories(m_temporary);
+        unsetenv("LUMORA_CWEBP_PATH");
+        setenv("TMPDIR", m_temporary.c_str(), 1);
+    }
+    ~EncoderTest() override
+    {
+        unsetenv("LUMORA_CWEBP_PATH");
+        unsetenv("TMPDIR");
+    }
+
+    std::filesystem::path script(const std::string& name, const std::string& body,
+                                 const std::string& interpreter = "#!/bin/sh")
+    {
+        return writeScript(m_folder / name, body, interpreter);
+    }
+    void installBundled(const std::string& body)
+    {
+        writeScript(m_bundle / "Contents" / "MacOS" / "cwebp", body, "#!/bin/sh");
+    }
+    // The distribution's own encoder.
+    void installReal()
+    {
+        std::filesystem::remove(m_bundle / "Contents" / "MacOS" / "cwebp");
+        std::filesystem::create_symlink("/usr/bin/cwebp", m_bundle / "Contents" / "MacOS" / "cwebp");
+    }
+    void setOverride(const std::filesystem::path& encoder)
+    {
+        setenv("LUMORA_CWEBP_PATH", encoder.c_str(), 1);
+    }
+
+    TemporaryDirectory m_folder;
+    std::filesystem::path m_bundle = m_folder / "Bundle";
+    std::filesystem::path m_temporary = m_folder / "tmp";
+
+private:
+    static std::filesystem::path writeScript(const std::filesystem::path& file, const std::string& body,
+                                             const std::string& interpreter)
+    {
+        std::filesystem::remove(file); // it may be a link to the real encoder
+        writeText(file, interpreter + "\n" + body + "\n");
+        std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+        return file;
+    }
+};
+
+} // namespace lumora::test
