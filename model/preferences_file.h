@@ -40,7 +40,6 @@ Q_SIGNALS:
     void changed(const QString& key);
 
 private:
-    void refresh();
     void announceChanges();
     void watch();
 

@@ -9,6 +9,11 @@
 // a batch kills the running encoders, answers open questions with skip and waits for the workers.
 #pragma once
 
+#include "model/batch.h"
+#include "model/folder_access.h"
+#include "model/main_thread_queue.h"
+#include "model/overwrite_prompter.h"
+#include "model/pending_inputs.h"
 #include "model/processing_services.h"
 #include "records/processing_result.h"
 
@@ -23,7 +28,6 @@
 
 namespace lumora {
 
-class Batch;
 class SettingsStore;
 class StatsStore;
 
@@ -79,11 +83,32 @@ Q_SIGNALS:
     void resultInserted();
 
 private:
+    void startPendingBatch();
+    void processExpandedBatch(Batch::Expansion expansion);
+    void processInParallel(std::vector<std::filesystem::path> files);
+    void consume(const ProcessingResult& result);
+    void completeBatch(const QString& message);
+    int workerCount(std::size_t files) const;
+    void setProcessing(bool isProcessing);
+    void setStatusText(const QString& text);
+    void setProgress(int completed, int total);
+
+    const Snapshot m_snapshot;
+    StatsStore* const m_statsStore;
+    const ProcessingServices m_services;
+    PendingInputs m_pending;
+    FolderAccess m_folderAccess;
+    MainThreadQueue m_mainThread;
+    OverwritePrompter m_prompter;
+    const std::unique_ptr<Delay> m_debounce;
+    std::unique_ptr<Batch> m_batch; // exactly while m_isProcessing
+
     bool m_isProcessing = false;
     QString m_statusText;
     int m_completedCount = 0;
     int m_totalCount = 0;
     std::deque<ProcessingResult> m_results; // oldest first: a new row costs the same however many there are
+    std::function<void()> m_onComplete;
 };
 
 } // namespace lumora

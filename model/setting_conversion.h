@@ -13,6 +13,7 @@
 #include <concepts>
 #include <cstdint>
 #include <optional>
+#include <string>
 
 namespace lumora {
 
@@ -45,17 +46,20 @@ std::optional<T> fromStored(const QVariant& stored)
     return text ? fromRawValue<T>(text->toStdString()) : std::nullopt;
 }
 
-template <class T>
-QVariant toStored(const T& value)
+// The form that is read back, so that a value compares equal before and after the way through the file.
+QVariant toStored(bool value);
+QVariant toStored(std::int64_t value);
+QVariant toStored(double value);
+inline QVariant toStored(const QString& value)
 {
-    return QVariant::fromValue(value);
+    return value;
 }
-inline QVariant toStored(std::int64_t value)
+inline QVariant toStored(const QByteArray& value)
 {
-    return QVariant::fromValue<qlonglong>(value);
+    return value;
 }
 template <OptionEnum T>
-QVariant toStored(const T& value)
+QVariant toStored(T value)
 {
     return QString::fromStdString(std::string(rawValue(value)));
 }

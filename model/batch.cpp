@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "model/batch.h"
+
+#include "model/main_thread_queue.h"
+
+#include <exception>
+#include <new>
+#include <utility>
+
+namespace lumora {
+namespace {
+
+ProcessingResult failed(const std::filesystem::path& file, std::string message)
+{
+    return {file, std::nullopt, 0, 0, std::move(message), false};
+}
+
+} // namespace
+
+Batch::Batch(BatchContext context) : m_context(std::move(context)) {}
+
+Batch::~Batch()
+{
+    cancel();
+    kill();
+}
+
+void Batch::expand(std::vector<std::filesystem::path> inputs, std::function<void(Expansion)> done)
+{
+    m_expansion = std::jthread([&context = m_context, inputs = std::move(inputs),
+                                done = std::move(done)](const std::stop_token& stop) {
+        auto expansion = std::make_shared<Expansion>();
+        expansion->files = context.services.expand(inputs, stop);
+        expansion->folders = uniqueParentFolders(expansion->files);
+        context.mainThread.post([done, expansion] { done(std::move(*expansion)); });
+    });
+}
+
+void Batch::start(std::vector<std::filesystem::path> files, int workers,
+                  std::function<void(ProcessingResult)> finished)
+{
+    m_files = std::move(files);
+    m_finished = std::move(finished);
+    m_workers = std::make_unique<WorkerPool>(workers);
+    for (int i = 0; i < workers; ++i)
+        handOutNext();
+}
+
+void Batch::handOutNext()
+{
+    if (m_isCancelled || m_next == m_files.size()) return;
+    ++m_inFlight;
+    m_workers->run([this, file = std::move(m_files[m_next++])] {
+        m_context.mainThread.post([finished = m_finished, result = optimize(file)] { finished(result); });
+    });
+}
+
+void Batch::cancel()
+{
+    m_isCancelled = true;
+    m_expansion.request_stop();
+}
+
+// Runs on a worker. A file that fails never stops its batch.
+ProcessingResult Batch::optimize(const std::filesystem::path& file) const
+{
+    OptimizerServices services = m_context.services.optimizerServices;
+    services.killEncoders = m_kill.get_token();
+    services.confirmOverwrite = [this](const std::filesystem::path& output) {
+        return m_context.prompter.confirm(output, m_kill.get_token());
+    };
+    try {
+        return m_context.services.optimize(file, m_context.settings, services);
+    } catch (const std::bad_alloc&) {
+        return failed(file, "There is not enough memory for this image.");
+    } catch (const std::exception& error) {
+        return failed(file, error.what());
+    }
+}
+
+} // namespace lumora

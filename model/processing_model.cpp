@@ -1,0 +1,173 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "model/processing_model.h"
+
+#include "model/settings_store.h"
+#include "model/stats_store.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace lumora {
+namespace {
+
+QString nothingFound()
+{
+    return QStringLiteral("No supported image files found");
+}
+
+QString counted(std::size_t count, const QString& noun)
+{
+    return QString::number(count) + u' ' + noun + (count == 1 ? QString() : QStringLiteral("s"));
+}
+
+QString optimizingText(std::size_t files, int workers)
+{
+    return QStringLiteral("Optimizing %1 with %2...")
+        .arg(counted(files, QStringLiteral("image")),
+             counted(static_cast<std::size_t>(workers), QStringLiteral("worker")));
+}
+
+} // namespace
+
+ProcessingModel::ProcessingModel(Snapshot snapshot, StatsStore* statsStore, ProcessingServices services,
+                                 QObject* parent)
+    : QObject(parent), m_snapshot(std::move(snapshot)), m_statsStore(statsStore),
+      m_services(std::move(services)), m_folderAccess(m_services.requestSaveAccess),
+      m_prompter(m_services.confirmOverwrite, m_mainThread),
+      m_debounce(m_services.makeDelay([this] { startPendingBatch(); })),
+      m_statusText(QStringLiteral("Drop images here"))
+{
+}
+
+ProcessingModel::ProcessingModel(SettingsStore& settingsStore, StatsStore& statsStore,
+                                 ProcessingServices services, QObject* parent)
+    : ProcessingModel([&settingsStore] { return settingsStore.snapshot(); }, &statsStore, std::move(services),
+                      parent)
+{
+}
+
+ProcessingModel::~ProcessingModel() = default;
+
+const ProcessingResult& ProcessingModel::resultAt(int row) const
+{
+    return m_results.at(m_results.size() - 1 - static_cast<std::size_t>(row));
+}
+
+void ProcessingModel::setOnComplete(std::function<void()> onComplete)
+{
+    m_onComplete = std::move(onComplete);
+}
+
+void ProcessingModel::process(const std::vector<std::filesystem::path>& urls)
+{
+    if (m_pending.add(urls) == 0) {
+        setStatusText(nothingFound());
+        return;
+    }
+    if (!m_isProcessing) m_debounce->restart(m_services.debounce);
+}
+
+void ProcessingModel::cancel()
+{
+    const bool wasWaiting = !m_pending.isEmpty();
+    m_pending.take();
+    m_debounce->stop();
+    if (m_batch) {
+        m_batch->cancel();
+    } else if (wasWaiting) {
+        completeBatch(QStringLiteral("Done"));
+    }
+}
+
+void ProcessingModel::cancelNow()
+{
+    cancel();
+    if (m_batch) m_batch->kill();
+}
+
+void ProcessingModel::startPendingBatch()
+{
+    if (m_isProcessing || m_pending.isEmpty()) return;
+    auto inputs = m_pending.take();
+    m_batch = std::make_unique<Batch>(BatchContext{m_snapshot(), m_services, m_mainThread, m_prompter});
+    setProgress(0, 0);
+    setProcessing(true);
+    setStatusText(QStringLiteral("Scanning for images..."));
+    m_batch->expand(std::move(inputs),
+                    [this](Batch::Expansion expansion) { processExpandedBatch(std::move(expansion)); });
+}
+
+void ProcessingModel::processExpandedBatch(Batch::Expansion expansion)
+{
+    if (m_batch->isCancelled()) return completeBatch(QStringLiteral("Done"));
+    if (expansion.files.empty()) return completeBatch(nothingFound());
+
+    const bool writesNextToOriginals =
+        m_batch->settings().destinationMode == DestinationMode::originalLocation;
+    if (writesNextToOriginals && !m_folderAccess.obtain(expansion.folders))
+        return completeBatch(QStringLiteral("Save permission needed"));
+    // The panel leaves time to cancel.
+    if (m_batch->isCancelled()) return completeBatch(QStringLiteral("Done"));
+
+    processInParallel(std::move(expansion.files));
+}
+
+int ProcessingModel::workerCount(std::size_t files) const
+{
+    const int atMost = m_services.workers.value_or(std::max(2, m_services.activeProcessorCount));
+    return static_cast<int>(std::min(files, static_cast<std::size_t>(std::max(1, atMost))));
+}
+
+void ProcessingModel::processInParallel(std::vector<std::filesystem::path> files)
+{
+    const int workers = workerCount(files.size());
+    setProgress(0, static_cast<int>(files.size()));
+    setStatusText(optimizingText(files.size(), workers));
+    m_batch->start(std::move(files), workers, [this](const ProcessingResult& result) { consume(result); });
+    if (m_batch->isIdle()) completeBatch(QStringLiteral("Done")); // cancelled by an observer of the status
+}
+
+void ProcessingModel::consume(const ProcessingResult& result)
+{
+    m_results.push_back(result);
+    Q_EMIT resultInserted();
+    if (m_statsStore) m_statsStore->record(result);
+    setProgress(m_completedCount + 1, m_totalCount);
+    setStatusText(QStringLiteral("Optimized %1 of %2").arg(m_completedCount).arg(m_totalCount));
+    m_batch->fileFinished(); // not before: an observer that runs an event loop must not see the batch end
+    m_batch->handOutNext();
+    if (m_batch->isIdle()) completeBatch(QStringLiteral("Done"));
+}
+
+void ProcessingModel::completeBatch(const QString& message)
+{
+    m_batch.reset();
+    setProcessing(false);
+    if (!m_pending.isEmpty()) {
+        startPendingBatch();
+        return;
+    }
+    setStatusText(message);
+    if (const auto onComplete = std::exchange(m_onComplete, nullptr)) onComplete();
+}
+
+void ProcessingModel::setProcessing(bool isProcessing)
+{
+    if (std::exchange(m_isProcessing, isProcessing) != isProcessing) Q_EMIT isProcessingChanged();
+}
+
+void ProcessingModel::setStatusText(const QString& text)
+{
+    if (std::exchange(m_statusText, text) != text) Q_EMIT statusTextChanged();
+}
+
+void ProcessingModel::setProgress(int completed, int total)
+{
+    const bool isNew = completed != m_completedCount || total != m_totalCount;
+    m_completedCount = completed;
+    m_totalCount = total;
+    if (isNew) Q_EMIT progressChanged();
+}
+
+} // namespace lumora

@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "model/processing_services.h"
+
+#include "engine/file_input_resolver.h"
+#include "engine/image_optimizer.h"
+
+#include <QThread>
+
+namespace lumora {
+
+ProcessingServices ProcessingServices::system()
+{
+    ProcessingServices services;
+    services.optimize = ImageOptimizer::optimize;
+    services.optimizerServices = OptimizerServices::system();
+    services.expand = FileInputResolver::imageURLs;
+    services.requestSaveAccess = [](const std::filesystem::path& folder) { return std::optional(folder); };
+    services.activeProcessorCount = QThread::idealThreadCount();
+    return services;
+}
+
+} // namespace lumora
