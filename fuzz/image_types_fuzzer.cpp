@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Any bytes are of one known readable type or of none.
+#include "fuzz/fuzzing.h"
+#include "platform/image_types.h"
+
+#include <algorithm>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const auto bytes = std::as_bytes(std::span(data, size));
+    const auto head = bytes.first(std::min(size, lumora::sniffLength));
+    const lumora::ImageType* type = lumora::sniffImageType(head);
+    if (!type) return 0;
+    lumora::fuzz::require(type->readable);
+    lumora::fuzz::require(lumora::imageTypeWithIdentifier(type->identifier) == type);
+    return 0;
+}

@@ -1,0 +1,51 @@
+#!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 Tidewell
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Makes the first inputs of the fuzzers: one tiny picture of each kind. Needs libvips-tools, webp and the fuzz preset.
+set -eu
+
+here=$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")
+seeds=$here/corpus/image_source_fuzzer
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+mkdir -p "$seeds"
+
+vips xyz "$work/xy.v" 16 16
+vips linear "$work/xy.v" "$work/ramps.v" "15 15" "0 0" --uchar
+vips extract_band "$work/ramps.v" "$work/grey.v" 0
+vips bandjoin "$work/ramps.v $work/grey.v" "$work/bands.v"
+vips copy "$work/bands.v" "$work/rgb.v" --interpretation srgb
+vips bandjoin "$work/rgb.v $work/grey.v" "$work/rgba.v"
+vips colourspace "$work/rgb.v" "$work/deep.v" rgb16
+
+vips jpegsave "$work/rgb.v" "$seeds/rgb.jpg" --strip
+vips jpegsave "$work/rgb.v" "$seeds/progressive.jpg" --strip --interlace
+vips jpegsave "$work/grey.v" "$seeds/grey.jpg" --strip
+vips pngsave "$work/rgba.v" "$seeds/rgba.png" --strip
+vips pngsave "$work/deep.v" "$seeds/deep.png" --strip
+vips pngsave "$work/rgb.v" "$seeds/palette.png" --strip --palette
+vips pngsave "$work/rgb.v" "$seeds/interlaced.png" --strip --interlace
+vips gifsave "$work/rgba.v" "$seeds/rgba.gif"
+vips tiffsave "$work/rgb.v" "$seeds/deflate.tif" --strip --compression deflate
+vips tiffsave "$work/rgb.v" "$seeds/tiled.tif" --strip --tile --tile-width 16 --tile-height 16
+vips tiffsave "$work/deep.v" "$seeds/lzw-deep.tif" --strip --compression lzw
+vips heifsave "$work/rgb.v" "$seeds/hevc.heic" --strip
+vips heifsave "$work/rgb.v" "$seeds/av1.heif" --strip --compression av1
+vips pngsave "$work/rgba.v" "$work/rgba.png"
+cwebp -quiet "$work/rgba.png" -o "$seeds/lossy-alpha.webp"
+cwebp -quiet -lossless "$work/rgba.png" -o "$seeds/lossless.webp"
+
+cmake --build "$here/../build/fuzz" --target bmp_seeds
+mkdir -p "$here/corpus/bmp_fuzzer"
+"$here/../build/fuzz/fuzz/bmp_seeds" "$here/corpus/bmp_fuzzer"
+cp "$here/corpus/bmp_fuzzer/plain-24.bmp" "$here/corpus/bmp_fuzzer/runs-8.bmp" "$seeds"
+
+mkdir -p "$here/corpus/byte_count_text_fuzzer"
+printf '\x3f\x42\x0f\0\0\0\0\0' > "$here/corpus/byte_count_text_fuzzer/below-one-megabyte"
+printf '\0\0\0\0\0\0\0\x80' > "$here/corpus/byte_count_text_fuzzer/smallest"
+
+# The types are told apart by the heads of the same files.
+mkdir -p "$here/corpus/image_types_fuzzer"
+for file in "$seeds"/*; do
+    head -c 64 "$file" > "$here/corpus/image_types_fuzzer/${file##*/}"
+done
