@@ -13,11 +13,16 @@ namespace lumora {
 
 struct OverwritePrompter::Question
 {
-    std::filesystem::path output;
+    Question(std::filesystem::path file, std::stop_token token)
+        : output(std::move(file)), stop(std::move(token))
+    {
+    }
+
+    const std::filesystem::path output;
+    const std::stop_token stop;
     std::mutex mutex;
     std::condition_variable_any answered;
     std::optional<bool> answer; // guarded by mutex
-    bool isAbandoned = false;   // guarded by mutex
 
     void settle(bool replace)
     {
@@ -25,17 +30,10 @@ struct OverwritePrompter::Question
         answer = replace;
         answered.notify_one();
     }
-    bool waitForAnswer(const std::stop_token& stop)
+    bool waitForAnswer()
     {
         std::unique_lock lock(mutex);
-        answered.wait(lock, stop, [this] { return answer.has_value(); });
-        isAbandoned = !answer.has_value();
-        return answer.value_or(false);
-    }
-    bool wasAbandoned()
-    {
-        const std::lock_guard lock(mutex);
-        return isAbandoned;
+        return answered.wait(lock, stop, [this] { return answer.has_value(); }) && *answer;
     }
 };
 
@@ -47,13 +45,12 @@ OverwritePrompter::OverwritePrompter(Ask ask, MainThreadQueue& mainThread)
 bool OverwritePrompter::confirm(const std::filesystem::path& output, const std::stop_token& stop)
 {
     if (!m_ask) return false;
-    const auto question = std::make_shared<Question>();
-    question->output = output;
+    const auto question = std::make_shared<Question>(output, stop);
     m_mainThread.post([this, question] {
         m_waiting.push_back(question);
         askWaiting();
     });
-    return question->waitForAnswer(stop);
+    return question->waitForAnswer();
 }
 
 void OverwritePrompter::askWaiting()
@@ -63,7 +60,7 @@ void OverwritePrompter::askWaiting()
     while (!m_waiting.empty()) {
         const auto question = std::move(m_waiting.front());
         m_waiting.pop_front();
-        if (!question->wasAbandoned()) question->settle(m_ask(question->output));
+        if (!question->stop.stop_requested()) question->settle(m_ask(question->output));
     }
     m_isAsking = false;
 }
