@@ -72,7 +72,8 @@ std::vector<QByteArray> urisOfList(const QByteArray& uriList)
     for (const QByteArray& rawLine : uriList.split('\n')) {
         QByteArray line = rawLine.trimmed();
         // Some senders end the list with the NUL of a C string.
-        while (line.endsWith('\0')) line.chop(1);
+        while (line.endsWith('\0'))
+            line.chop(1);
         line = line.trimmed();
         if (!line.isEmpty() && !line.startsWith('#')) uris.push_back(line);
     }

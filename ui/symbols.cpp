@@ -40,11 +40,16 @@ QByteArray source(const Symbol& symbol)
     QByteArray svg = file.readAll();
     svg.replace(QByteArrayLiteral("stroke-width=\"1.8\""),
                 "stroke-width=\"" + QByteArray::number(strokeWidth(symbol.weight)) + '"');
-    if (symbol.hierarchical) {
-        svg.replace(QByteArrayLiteral("id=\"secondary\""),
-                    "id=\"secondary\" opacity=\"" + QByteArray::number(secondaryOpacity) + '"');
-    }
     return svg;
+}
+
+// One pass over the picture; the second layer can be left out.
+void paintLayers(QPainter& painter, QByteArray svg, bool withSecondary)
+{
+    if (!withSecondary)
+        svg.replace(QByteArrayLiteral("id=\"secondary\""), QByteArrayLiteral("display=\"none\""));
+    QSvgRenderer renderer(svg);
+    if (renderer.isValid()) renderer.render(&painter);
 }
 
 QPixmap render(const Symbol& symbol, const QColor& colour, int pixels)
@@ -52,11 +57,21 @@ QPixmap render(const Symbol& symbol, const QColor& colour, int pixels)
     QPixmap picture(pixels, pixels);
     picture.fill(Qt::transparent);
     const QByteArray svg = source(symbol);
-    QSvgRenderer renderer(svg);
-    if (svg.isEmpty() || !renderer.isValid()) return picture;
+    if (svg.isEmpty()) return picture;
+    QPixmap faded = picture;
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
-    renderer.render(&painter);
+    if (symbol.hierarchical) {
+        // Faded as one layer: overlapping strokes of translucent elements would show.
+        QPainter layer(&faded);
+        layer.setRenderHint(QPainter::Antialiasing);
+        paintLayers(layer, svg, true);
+        layer.end();
+        painter.setOpacity(secondaryOpacity);
+        painter.drawPixmap(0, 0, faded);
+        painter.setOpacity(1);
+    }
+    paintLayers(painter, svg, !symbol.hierarchical);
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(picture.rect(), colour);
     return picture;
