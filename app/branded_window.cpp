@@ -44,6 +44,9 @@ BrandedWindow::BrandedWindow(const WindowParameters& parameters, QWidget* conten
     resize(parameters.size.boundedTo(freeArea().size()));
     move(freeArea().center() - rect().center());
 
+    // Not a control: nothing looks chosen until the user moves the focus.
+    setFocusPolicy(Qt::ClickFocus);
+    setFocus();
     addActions(menu.actions());
     connect(&m_menuButton, &QAbstractButton::clicked, this, [this, &menu] { openMenu(menu); });
     connect(&m_minimizeButton, &QAbstractButton::clicked, this, &QWidget::showMinimized);

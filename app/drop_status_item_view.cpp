@@ -3,10 +3,10 @@
 #include "app/drop_status_item_view.h"
 
 #include "app/desktop_files.h"
-#include "app/maker_links.h"
 #include "app/x11.h"
 #include "engine/image_file_filter.h"
 #include "ui/file_uris.h"
+#include "ui/links.h"
 #include "ui/tidewell_theme.h"
 
 #include <QCoreApplication>
@@ -38,7 +38,7 @@ std::unique_ptr<QMenu> makeStatusMenu(const StatusItemActions& actions)
     auto menu = std::make_unique<QMenu>();
     menu->addAction(QStringLiteral("Open Drop Window"), actions.openWindow);
     menu->addAction(QStringLiteral("Preferences..."), actions.openPreferences);
-    menu->addAction(QStringLiteral("Tidewell Website"), [] { openLink(websiteLink()); });
+    menu->addAction(QStringLiteral("Tidewell Website"), [] { openLink(links::website()); });
     menu->addSeparator();
     QAction* quit = menu->addAction(QStringLiteral("Quit Lumora"), [] { QCoreApplication::exit(); });
     quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));

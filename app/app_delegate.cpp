@@ -1,0 +1,140 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/app_delegate.h"
+
+#include "app/about_panel.h"
+#include "app/desktop_files.h"
+#include "app/folder_access_panel.h"
+#include "app/overwrite_question.h"
+#include "ui/drop_window_view.h"
+#include "ui/preferences_view.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QPointer>
+
+namespace lumora {
+namespace {
+
+WindowParameters mainWindowParameters()
+{
+    return {QStringLiteral("Lumora"), QStringLiteral("LumoraMainWindow"), {820, 360}, {720, 320}};
+}
+
+WindowParameters preferencesWindowParameters()
+{
+    return {QStringLiteral("Preferences"), QStringLiteral("LumoraPreferencesWindow"), {620, 840}, {620, 780}};
+}
+
+} // namespace
+
+AppDelegate::AppDelegate(QDBusConnection bus)
+    : m_bus(std::move(bus)), m_desktopSettings(m_bus), m_notifications(m_bus)
+{
+    makeProcessingModel();
+    connect(&m_notifications, &DesktopNotifications::showRequested, this, &AppDelegate::showMainWindow);
+}
+
+AppDelegate::~AppDelegate()
+{
+    // The views watch the model, and the model may still ask a question over a window: both lose sight of
+    // each other before either goes.
+    m_statusItem.reset();
+    m_mainWindowHeight.reset();
+    m_mainWindow.reset();
+    m_preferencesWindow.reset();
+}
+
+void AppDelegate::makeProcessingModel()
+{
+    m_processingModel = std::make_unique<ProcessingModel>(m_settingsStore, m_statsStore, services());
+    m_launcherProgress = std::make_unique<LauncherProgress>(m_bus, *m_processingModel);
+    m_batchNotice = std::make_unique<BatchNotice>(
+        *m_processingModel, [this] { return mainWindowIsWatched(); },
+        [this](const QString& summary, const QString& body) { m_notifications.notify(summary, body); });
+}
+
+ProcessingServices AppDelegate::services()
+{
+    ProcessingServices services = ProcessingServices::system();
+    services.confirmOverwrite = [this](const std::filesystem::path& output) {
+        return confirmOverwrite(output, m_mainWindow.get(), *m_quit);
+    };
+    services.requestSaveAccess = saveAccessRequest([this](const std::filesystem::path& folder) {
+        return requestSaveAccess(folder, m_mainWindow.get());
+    });
+    return services;
+}
+
+void AppDelegate::applicationDidFinishLaunching()
+{
+    settings().preferencesFile().setValue(QStringLiteral("NSQuitAlwaysKeepsWindows"), false);
+    configureMenus();
+    configureStatusItem();
+    showMainWindow();
+}
+
+void AppDelegate::configureMenus()
+{
+    m_menu.addAction(QStringLiteral("About Lumora"), this, &AppDelegate::showAboutPanel);
+    m_menu.addSeparator();
+    QAction* preferences =
+        m_menu.addAction(QStringLiteral("Preferences..."), this, &AppDelegate::showPreferences);
+    preferences->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    m_menu.addSeparator();
+    m_quit = m_menu.addAction(QStringLiteral("Quit Lumora"), [] { QCoreApplication::exit(); });
+    m_quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+}
+
+void AppDelegate::configureStatusItem()
+{
+    m_statusItem = std::make_unique<StatusItem>(
+        StatusItemActions{[this] { showMainWindow(); }, [this] { showPreferences(); },
+                          [this](const std::vector<std::filesystem::path>& files) { process(files); }},
+        m_desktopSettings, m_bus);
+}
+
+void AppDelegate::process(const std::vector<std::filesystem::path>& files)
+{
+    m_batchNotice->expect();
+    m_processingModel->process(files);
+    if (settings().exitWhenComplete()) m_processingModel->setOnComplete([] { QCoreApplication::exit(); });
+}
+
+void AppDelegate::showMainWindow()
+{
+    if (!m_mainWindow) {
+        auto* view = new DropWindowView(
+            settings(), *m_processingModel, m_statsStore, [this] { showPreferences(); },
+            FileBrowser{[this](const std::filesystem::path& file) { showInFileBrowser(m_bus, file); },
+                        openFile});
+        m_mainWindow = std::make_unique<BrandedWindow>(mainWindowParameters(), view, m_menu);
+        m_mainWindowHeight = std::make_unique<MainWindowHeight>(
+            *m_mainWindow, *m_processingModel, [this] { return m_desktopSettings.reducesMotion(); });
+    }
+    m_mainWindow->bringToFront();
+}
+
+void AppDelegate::showPreferences()
+{
+    if (!m_preferencesWindow) {
+        auto* view = new PreferencesView(settings(), m_statsStore);
+        m_preferencesWindow = std::make_unique<BrandedWindow>(preferencesWindowParameters(), view, m_menu);
+    }
+    m_preferencesWindow->bringToFront();
+}
+
+void AppDelegate::showAboutPanel()
+{
+    auto* panel = new AboutPanel(m_mainWindow.get());
+    panel->setAttribute(Qt::WA_DeleteOnClose);
+    panel->addAction(m_quit);
+    panel->open();
+}
+
+bool AppDelegate::mainWindowIsWatched() const
+{
+    return m_mainWindow && m_mainWindow->isVisible() && m_mainWindow->isActiveWindow();
+}
+
+} // namespace lumora

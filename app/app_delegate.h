@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Owns what lives as long as the program: settings, statistics, the processing model, both windows, the menu
+// and the status item; and takes the files that come from outside the drop window. Main thread only.
+#pragma once
+
+#include "app/batch_notice.h"
+#include "app/branded_window.h"
+#include "app/desktop_notifications.h"
+#include "app/desktop_settings.h"
+#include "app/launcher_progress.h"
+#include "app/main_window_height.h"
+#include "app/status_item.h"
+#include "model/processing_model.h"
+#include "model/settings_store.h"
+#include "model/stats_store.h"
+
+#include <QDBusConnection>
+#include <QMenu>
+#include <QObject>
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace lumora {
+
+class AppDelegate : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit AppDelegate(QDBusConnection bus);
+    ~AppDelegate() override;
+
+    // Start-up: the menu, the status item, the drop window.
+    void applicationDidFinishLaunching();
+
+    // Files from the launcher, a file manager or the status item. With the setting on, the program ends when
+    // they are done. Shows no window.
+    void process(const std::vector<std::filesystem::path>& files);
+
+    // Creates the window on first use, else brings the same one to the front.
+    void showMainWindow();
+    void showPreferences();
+    void showAboutPanel();
+
+    ProcessingModel& processingModel() { return *m_processingModel; }
+    LumoraSettings& settings() { return m_settingsStore.settings(); }
+
+private:
+    ProcessingServices services();
+    void makeProcessingModel();
+    void configureMenus();
+    void configureStatusItem();
+    bool mainWindowIsWatched() const;
+
+    QDBusConnection m_bus;
+    SettingsStore m_settingsStore;
+    StatsStore m_statsStore;
+    DesktopSettings m_desktopSettings;
+    DesktopNotifications m_notifications;
+    QMenu m_menu;
+    QAction* m_quit = nullptr;
+    std::unique_ptr<BrandedWindow> m_mainWindow;
+    std::unique_ptr<BrandedWindow> m_preferencesWindow;
+    // Above the windows' owners no longer: the model ends first and closes a question that still stands on
+    // them.
+    std::unique_ptr<ProcessingModel> m_processingModel;
+    std::unique_ptr<MainWindowHeight> m_mainWindowHeight;
+    std::unique_ptr<LauncherProgress> m_launcherProgress;
+    std::unique_ptr<BatchNotice> m_batchNotice;
+    std::unique_ptr<StatusItem> m_statusItem;
+};
+
+} // namespace lumora

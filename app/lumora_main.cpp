@@ -1,0 +1,132 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/lumora_main.h"
+
+#include "app/app_delegate.h"
+#include "app/application_id.h"
+#include "app/launch_request.h"
+#include "app/single_instance.h"
+#include "app/terminate_signals.h"
+#include "platform/application_bundle.h"
+#include "ui/fonts.h"
+#include "ui/lumora_style.h"
+#include "ui/preferences_view.h"
+
+#include <QApplication>
+#include <QDBusConnection>
+#include <QIcon>
+
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
+
+namespace lumora::LumoraMain {
+namespace {
+
+constexpr char helpText[] = R"(Usage: lumora [OPTION] [FILE OR FOLDER]...
+
+Optimizes pictures. The files are handed to the program that runs already, if one does.
+
+  --preferences   show the preferences
+  --help          print this text
+  --version       print the version
+  --              what follows are files, whatever they are named
+
+Without a window, use lumora-cli.
+)";
+
+int complain(const std::string& text)
+{
+    std::cerr << "lumora: " << text << '\n';
+    return 2;
+}
+
+bool hasDisplay()
+{
+    for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "WAYLAND_SOCKET", "QT_QPA_PLATFORM"}) {
+        const char* value = std::getenv(variable);
+        if (value && *value) return true;
+    }
+    return false;
+}
+
+void describeApplication()
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("Tidewell"));
+    QCoreApplication::setApplicationName(QStringLiteral("Lumora"));
+    QGuiApplication::setDesktopFileName(applicationId);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    QGuiApplication::setWindowIcon(
+        QIcon::fromTheme(applicationId, QIcon(QStringLiteral(":/lumora/application-icon.svg"))));
+}
+
+// The leave to raise a window: Wayland's in the variable that the toolkit reads, X11's needs none here.
+void useToken(const QByteArray& token)
+{
+    if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token);
+}
+
+void connectRequests(SingleInstance& instance, AppDelegate& delegate)
+{
+    QObject::connect(&instance, &SingleInstance::opened, &delegate, &AppDelegate::process);
+    QObject::connect(&instance, &SingleInstance::activated, &delegate, [&delegate](const QByteArray& token) {
+        useToken(token);
+        delegate.showMainWindow();
+    });
+    QObject::connect(&instance, &SingleInstance::preferencesRequested, &delegate,
+                     [&delegate](const QByteArray& token) {
+                         useToken(token);
+                         delegate.showPreferences();
+                     });
+}
+
+int run(int argc, char** argv, const LaunchRequest& request)
+{
+    QApplication application(argc, argv);
+    describeApplication();
+    SingleInstance instance(QDBusConnection::sessionBus());
+    const std::optional<LaunchRequest> mine = instance.start(request);
+    if (!mine) return 0;
+
+    QApplication::setStyle(new LumoraStyle);
+    fonts::install(application, fonts::desktopTextScale());
+    TerminateSignals signals;
+    AppDelegate delegate(QDBusConnection::sessionBus());
+    connectRequests(instance, delegate);
+    // Whoever starts the program from now on takes over.
+    QObject::connect(&application, &QCoreApplication::aboutToQuit, &instance, &SingleInstance::giveUp);
+    delegate.applicationDidFinishLaunching();
+    if (!mine->files.empty()) delegate.process(mine->files);
+    if (mine->preferences) delegate.showPreferences();
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const LaunchArguments arguments = parseLaunchArguments({argv + std::min(argc, 1), argv + argc});
+    switch (arguments.kind) {
+    case LaunchArguments::Kind::wrong:
+        return complain(arguments.complaint + "; try 'lumora --help'");
+    case LaunchArguments::Kind::help:
+        std::cout << helpText;
+        return 0;
+    case LaunchArguments::Kind::version:
+        std::cout << "lumora " << PreferencesView::appVersionText(mainBundleURL()).toStdString() << '\n';
+        return 0;
+    case LaunchArguments::Kind::launch:
+        break;
+    }
+    for (const std::string& address : arguments.ignored)
+        complain("'" + address + "' is not a file of this computer and is left out");
+    if (!hasDisplay()) {
+        std::cerr << "lumora: there is no display; use lumora-cli\n";
+        return 1;
+    }
+    // The toolkit's own options are not offered: they would take names away from files.
+    int onlyProgram = std::min(argc, 1);
+    return run(onlyProgram, argv, arguments.request);
+}
+
+} // namespace lumora::LumoraMain
