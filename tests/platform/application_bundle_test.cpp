@@ -51,6 +51,7 @@ TEST_F(InfoDictionary, HasNoValueForAMissingKeyOrAnotherKindOfValue)
 {
     EXPECT_EQ(valueIn(dictionary, "Missing"), std::nullopt);
     EXPECT_EQ(valueIn(dictionary, "CFBundleVersion"), std::nullopt);
+    EXPECT_EQ(valueIn(dictionary, "Nested"), std::nullopt);
 }
 
 TEST_F(InfoDictionary, SurvivesADamagedOrMissingFile)

@@ -27,14 +27,6 @@ Result<ProcessOutcome> runScript(std::string script, std::vector<std::string> ar
     return runProcess("/bin/sh", all, std::move(kill));
 }
 
-std::string waitForLine(const std::filesystem::path& fifo)
-{
-    std::ifstream stream(fifo);
-    std::string line;
-    std::getline(stream, line);
-    return line;
-}
-
 TEST(RunProcess, ReportsExitStatusAndStandardError)
 {
     const auto outcome = runScript("echo oops >&2; exit 3");
@@ -137,19 +129,27 @@ TEST(RunProcess, HandsNoOtherDescriptorDown)
     EXPECT_EQ(outcome->standardError.find("leaked"), std::string::npos) << outcome->standardError;
 }
 
+// The pipe ends when the last process of the group is gone; one that was spared would speak up first.
 TEST(RunProcess, KillsTheWholeGroupOnAStop)
 {
     const TemporaryDirectory folder;
-    ASSERT_EQ(mkfifo((folder / "ready").c_str(), 0600), 0);
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
     std::stop_source kill;
-    std::jthread stopper([&] {
-        waitForLine(folder / "ready");
+    std::string ready;
+    std::string spared;
+    std::jthread reader([&] {
+        std::ifstream pipe(folder / "pipe");
+        std::getline(pipe, ready);
         kill.request_stop();
+        std::getline(pipe, spared);
     });
-    const auto outcome =
-        runScript("sleep 1000 & echo ready > \"$1\"; wait", {(folder / "ready").native()}, kill.get_token());
+    const auto outcome = runScript("(echo ready; sleep 20; echo spared) > \"$1\" & wait",
+                                   {(folder / "pipe").native()}, kill.get_token());
+    reader.join();
     ASSERT_TRUE(outcome);
     EXPECT_EQ(outcome->exitStatus, 128 + SIGKILL);
+    EXPECT_EQ(ready, "ready");
+    EXPECT_EQ(spared, "");
 }
 
 TEST(RunProcess, IsKilledAtOnceWhenTheStopCameFirst)
