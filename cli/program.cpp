@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/program.h"
+
+#include "cli/command_line.h"
+#include "cli/console.h"
+#include "cli/dry_run.h"
+#include "cli/help_text.h"
+#include "cli/session.h"
+#include "cli/version_text.h"
+
+#include <QCoreApplication>
+
+#include <unistd.h>
+
+#include <csignal>
+#include <iostream>
+#include <system_error>
+
+namespace lumora::cli {
+
+namespace {
+
+constexpr int wrongUsage = 2;
+
+int print(const std::string& text)
+{
+    std::cout << text << std::flush;
+    return std::cout ? 0 : 1;
+}
+
+bool makeOutputDirectory(const CommandLine& line, Console& console)
+{
+    if (!line.outputDirectory) return true;
+    std::error_code error;
+    std::filesystem::create_directories(*line.outputDirectory, error);
+    if (!error) return true;
+    console.complain("cannot make the folder " + line.outputDirectory->native() + ": " + error.message());
+    return false;
+}
+
+int optimize(const CommandLine& line)
+{
+    // Qt's command line is not ours: it would take arguments such as -platform for itself.
+    int argumentCount = 1;
+    char name[] = "lumora-cli";
+    char* argumentValues[] = {name, nullptr};
+    QCoreApplication application(argumentCount, argumentValues);
+
+    Console console({STDOUT_FILENO, STDERR_FILENO}, !line.quiet);
+    if (line.dryRun) return dryRun(line, console);
+    if (!makeOutputDirectory(line, console)) return 1;
+    return Session(line, console).run();
+}
+
+} // namespace
+
+int runProgram(const std::vector<std::string>& arguments)
+{
+    // A reader that leaves early shows as a failed write, not as the end of the program in the middle of a
+    // file.
+    std::signal(SIGPIPE, SIG_IGN);
+    const auto parsed = parseCommandLine(arguments);
+    if (const auto* error = std::get_if<UsageError>(&parsed)) {
+        Console({STDOUT_FILENO, STDERR_FILENO}, false).complain(error->message + "; see lumora-cli --help");
+        return wrongUsage;
+    }
+    const auto& line = std::get<CommandLine>(parsed);
+    switch (line.action) {
+    case Action::showHelp:
+        return print(helpText());
+    case Action::showVersion:
+        return print(versionText());
+    case Action::optimize:
+        break;
+    }
+    return optimize(line);
+}
+
+} // namespace lumora::cli

@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/session.h"
+
+#include "cli/interrupt_watcher.h"
+#include "cli/json_line.h"
+#include "cli/text_rows.h"
+#include "engine/image_file_filter.h"
+#include "model/stats_store.h"
+#include "platform/file_services.h"
+
+#include <QCoreApplication>
+
+#include <csignal>
+
+namespace lumora::cli {
+
+Session::Session(const CommandLine& line, Console& console)
+    : m_line(line), m_console(console), m_prompt(console),
+      m_stats(line.recordStats ? std::make_unique<StatsStore>() : nullptr),
+      m_model([this] { return m_line.settings(); }, m_stats.get(), services())
+{
+    connect(&m_model, &ProcessingModel::resultInserted, this, [this] { report(m_model.resultAt(0)); });
+    connect(&m_model, &ProcessingModel::statusTextChanged, this,
+            [this] { m_console.progress(m_model.statusText().toStdString()); });
+    m_model.setOnComplete([this] { finish(); });
+}
+
+Session::~Session() = default;
+
+ProcessingServices Session::services()
+{
+    ProcessingServices services = ProcessingServices::system();
+    services.workers = m_line.jobs;
+    services.debounce = std::chrono::milliseconds(0);
+    if (m_line.existing == Existing::ask && OverwritePrompt::isPossible())
+        services.confirmOverwrite = [this](const std::filesystem::path& output) {
+            return m_prompt.ask(output);
+        };
+    return services;
+}
+
+int Session::run()
+{
+    InterruptWatcher watcher;
+    connect(&watcher, &InterruptWatcher::interrupted, this, &Session::interrupt);
+    // The walk passes silently over what is not there; who named it wants to know.
+    for (const auto& path : m_line.paths) {
+        if (fileExists(path) || ImageFileFilter::isImage(path)) continue;
+        m_console.complain(path.native() + ": there is no such file or folder");
+        m_somePathIsMissing = true;
+    }
+    m_model.process(m_line.paths);
+    QCoreApplication::exec();
+    return exitStatus();
+}
+
+void Session::report(const ProcessingResult& result)
+{
+    m_totals.add(result);
+    if (m_line.json)
+        m_console.result(jsonLine(result));
+    else if (!m_line.quiet || !result.isSuccess)
+        m_console.result(resultRow(result, m_locale));
+    if (m_console.resultsFailed()) stop();
+}
+
+// The first Ctrl+C lets the files in flight end, the second ends their encoders. Who sends another signal is
+// not waiting at a terminal.
+void Session::interrupt(int signalNumber)
+{
+    const bool patient = signalNumber == SIGINT && !m_interruptedBy;
+    if (!m_interruptedBy) m_interruptedBy = signalNumber;
+    if (!patient) return m_model.cancelNow();
+    if (!m_line.quiet)
+        m_console.complain("interrupted; the files in work are being finished (Ctrl+C again ends them)");
+    stop();
+}
+
+void Session::stop()
+{
+    m_prompt.refuse();
+    m_model.cancel();
+}
+
+void Session::finish()
+{
+    m_console.progress({});
+    if (m_totals.files == 0 && !m_interruptedBy)
+        m_console.complain(m_model.statusText().toStdString());
+    else if (!m_line.json && !m_line.quiet)
+        m_console.result(summaryRow(m_totals, m_locale));
+    QCoreApplication::quit();
+}
+
+int Session::exitStatus() const
+{
+    if (m_interruptedBy) return 128 + *m_interruptedBy;
+    const bool allSucceeded = m_totals.files > 0 && m_totals.succeeded == m_totals.files;
+    return allSucceeded && !m_somePathIsMissing && !m_console.resultsFailed() ? 0 : 1;
+}
+
+} // namespace lumora::cli
