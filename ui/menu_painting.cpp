@@ -68,8 +68,11 @@ void paintMenuPanel(QPainter& painter, const QRect& area)
 {
     // Corners stay square: without a compositor rounded ones would be black.
     painter.fillRect(area, leather());
-    painter.setPen(withOpacity(cream(), 0.18));
-    painter.drawRect(area.adjusted(0, 0, -1, -1));
+    const QColor outline = withOpacity(cream(), 0.18);
+    painter.fillRect(QRect(area.left(), area.top(), area.width(), 1), outline);
+    painter.fillRect(QRect(area.left(), area.bottom(), area.width(), 1), outline);
+    painter.fillRect(QRect(area.left(), area.top() + 1, 1, area.height() - 2), outline);
+    painter.fillRect(QRect(area.right(), area.top() + 1, 1, area.height() - 2), outline);
 }
 
 void paintMenuItem(QPainter& painter, const QStyleOptionMenuItem& option)

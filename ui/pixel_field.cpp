@@ -51,6 +51,7 @@ PixelField::PixelField(LumoraSettings& settings, SettingValue<std::int64_t>& set
     row->setSpacing(6);
     row->addWidget(m_field);
     row->addLayout(halves);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setFocusProxy(m_field);
 
     connect(m_up, &QAbstractButton::clicked, this, [this] { step(1); });

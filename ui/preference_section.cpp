@@ -59,9 +59,8 @@ FormRow::FormRow(const QString& label, QWidget* content, QWidget* parent) : QWid
     row->setSpacing(14);
     auto* column = new StyledLabel(
         label, [] { return fonts::systemFont(13, QFont::DemiBold); }, TidewellTheme::ink());
-    column->setColumnWidth(112);
+    column->setTrailingColumn(112);
     column->setWordWrap(true);
-    column->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);
     column->setBuddy(content);
     row->addWidget(column, 0, Qt::AlignVCenter);
     const bool stretches = content->sizePolicy().expandingDirections().testFlag(Qt::Horizontal);

@@ -120,8 +120,7 @@ QWidget* PreferencesView::makeQualityRow()
     control->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     auto* value = new FiguresLabel(
         QString(), [] { return fonts::systemFont(13, QFont::Normal); }, TidewellTheme::ink());
-    value->setColumnWidth(34);
-    value->setAlignment(Qt::AlignTrailing);
+    value->setTrailingColumn(34);
     auto* slider = makeQualitySlider(m_settings);
     auto* row = new QHBoxLayout(control);
     row->setContentsMargins(0, 0, 0, 0);

@@ -31,7 +31,7 @@ void StyledLabel::setUpperCase()
     refresh();
 }
 
-void StyledLabel::setColumnWidth(int width)
+void StyledLabel::setTrailingColumn(int width)
 {
     m_columnWidth = width;
     refresh();
@@ -43,11 +43,16 @@ void StyledLabel::refresh()
     if (m_upperCase) font.setCapitalization(QFont::AllUppercase);
     setFont(font);
     if (m_columnWidth > 0) setFixedWidth(fonts::scaled(m_columnWidth));
+    // The edge follows the layout, not the direction of the text: an English text in a mirrored window stands
+    // right.
+    const bool atRight = (m_columnWidth > 0) != isRightToLeft();
+    setAlignment((atRight ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute | Qt::AlignVCenter);
 }
 
 bool StyledLabel::event(QEvent* event)
 {
-    if (event->type() == QEvent::ApplicationFontChange) refresh();
+    const QEvent::Type type = event->type();
+    if (type == QEvent::ApplicationFontChange || type == QEvent::LayoutDirectionChange) refresh();
     return QLabel::event(event);
 }
 
@@ -62,8 +67,7 @@ void FiguresLabel::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     const QFontMetricsF metrics(font());
-    const bool trailing = bool(alignment() & Qt::AlignRight) != isRightToLeft();
-    const double x = trailing ? width() - figuresWidth(metrics, text()) : 0;
+    const double x = alignment().testFlag(Qt::AlignRight) ? width() - figuresWidth(metrics, text()) : 0;
     painter.setFont(font());
     painter.setPen(palette().color(foregroundRole()));
     drawFigures(painter, {x, (height() + metrics.ascent() - metrics.descent()) / 2}, text());

@@ -22,8 +22,8 @@ public:
 
     // Shown in capitals; text() and screen readers keep the written form.
     void setUpperCase();
-    // A fixed column, grown with the text scale.
-    void setColumnWidth(int width);
+    // A fixed column, grown with the text scale, with the text at its trailing edge.
+    void setTrailingColumn(int width);
 
 protected:
     bool event(QEvent* event) override;

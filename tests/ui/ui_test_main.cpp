@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Runs the view tests without a display, with one font and one locale on every machine.
 #include "ui/fonts.h"
+#include "ui/lumora_style.h"
 
 #include <QApplication>
 #include <QLocale>
@@ -15,6 +16,7 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QLocale::setDefault(QLocale::c());
     QApplication::setFont(QFont(QStringLiteral("Inter")));
+    QApplication::setStyle(new lumora::LumoraStyle);
     lumora::fonts::install(application, 1);
     return RUN_ALL_TESTS();
 }

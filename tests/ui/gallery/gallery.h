@@ -27,5 +27,6 @@ private:
 };
 
 void symbolPages(const Gallery& gallery);
+void settingsPages(const Gallery& gallery);
 
 } // namespace lumora::gallery

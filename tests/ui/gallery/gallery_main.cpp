@@ -4,6 +4,7 @@
 #include "tests/ui/gallery/gallery.h"
 
 #include "ui/fonts.h"
+#include "ui/lumora_style.h"
 
 #include <QApplication>
 #include <QDir>
@@ -42,10 +43,12 @@ int main(int argc, char** argv)
     }
     QLocale::setDefault(QLocale::c());
     QApplication::setFont(QFont(QStringLiteral("Inter")));
+    QApplication::setStyle(new lumora::LumoraStyle);
     lumora::fonts::install(application, 1);
     for (const double scale : {1.0, 2.0}) {
         const lumora::gallery::Gallery gallery(QString::fromLocal8Bit(argv[1]), scale);
         lumora::gallery::symbolPages(gallery);
+        lumora::gallery::settingsPages(gallery);
     }
     return 0;
 }

@@ -1,0 +1,158 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "model/lumora_settings.h"
+#include "model/stats_store.h"
+#include "tests/support/temporary_directory.h"
+#include "tests/ui/gallery/gallery.h"
+#include "ui/button_styles.h"
+#include "ui/fonts.h"
+#include "ui/lifetime_stats_strip.h"
+#include "ui/link_button.h"
+#include "ui/preferences_view.h"
+#include "ui/settings_chip_group.h"
+#include "ui/settings_chips.h"
+#include "ui/styled_button.h"
+#include "ui/surfaces.h"
+#include "ui/tidewell_logo_mark.h"
+#include "ui/tidewell_theme.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QMenu>
+#include <QPainter>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+namespace lumora::gallery {
+namespace {
+
+const CopperButtonStyle copperStyle;
+const QuietButtonStyle quietStyle;
+
+// The ground of the drop window behind whatever a page shows.
+class Ground : public QWidget
+{
+public:
+    Ground() : stack(new QVBoxLayout(this)) { stack->setContentsMargins(22, 22, 22, 22); }
+
+    QVBoxLayout* const stack;
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter(this).fillRect(rect(), windowGradient(rect(), layoutDirection()));
+    }
+};
+
+struct Objects
+{
+    test::TemporaryDirectory folder;
+    LumoraSettings settings{QString::fromStdString((folder / "lumora.conf").string())};
+    StatsStore stats{folder.path()};
+
+    void addResults()
+    {
+        stats.record({"a.jpg", "a.webp", 48'200'000, 9'100'000, "Optimized", true});
+        stats.record({"b.jpg", "b.webp", 1'200'000, 1'350'000, "Converted", true});
+        stats.record({"c.jpg", std::nullopt, 0, 0, "Unreadable", false});
+    }
+};
+
+void chipPages(const Gallery& gallery)
+{
+    Objects objects;
+    Ground ground;
+    ground.stack->addWidget(new TidewellLogoMark(std::filesystem::path(LUMORA_BUNDLE_DIR)));
+    ground.stack->addWidget(new TidewellLogoMark(objects.folder.path()));
+    auto* group = new SettingsChipGroup(objects.settings);
+    ground.stack->addWidget(group);
+    ground.resize(620, 400);
+    auto* strip = new LifetimeStatsStrip(objects.stats);
+    ground.stack->addWidget(strip);
+    ground.stack->addWidget(new TidewellLink);
+    ground.stack->addWidget(new TidewellLink(true));
+    ground.stack->addWidget(new BuyMeACoffeeLink);
+    auto* gear = new StyledButton(quietStyle, QStringLiteral("gearshape"), QString());
+    ground.stack->addWidget(gear);
+    ground.stack->addWidget(new StyledButton(copperStyle, QString(), QStringLiteral("Allow Folder")));
+    ground.stack->addStretch();
+    gallery.save(ground, QStringLiteral("chips"));
+    objects.addResults();
+    objects.settings.outputFormat.set(OutputFormat::png);
+    objects.settings.resizeMode.set(ResizeMode::none);
+    objects.settings.removeMetadata.set(false);
+    objects.settings.optimizeColorForSharing.set(false);
+    group->findChildren<SettingsChip*>().at(1)->setFocus();
+    gallery.save(ground, QStringLiteral("chips-lossless"));
+    group->findChildren<SettingsChip*>().at(0)->display(
+        QStringLiteral("photo"), QStringLiteral("Verlustfreies Ausgabeformat mit langem Namen"));
+    group->findChildren<SettingsChip*>().at(3)->display(
+        QStringLiteral("trash"), QStringLiteral("Personenbezogene Bildinformationen entfernen"));
+    gallery.save(ground, QStringLiteral("chips-long"));
+    ground.setLayoutDirection(Qt::RightToLeft);
+    gallery.save(ground, QStringLiteral("chips-right-to-left"));
+}
+
+void menuPages(const Gallery& gallery)
+{
+    Objects objects;
+    FormatSettingsChip format(objects.settings);
+    ResizeSettingsChip resize(objects.settings);
+    QualitySettingsChip quality(objects.settings);
+    const std::pair<SettingsChip*, const char*> chips[] = {
+        {&format, "menu-format"}, {&resize, "menu-resize"}, {&quality, "menu-quality"}};
+    for (const auto& [chip, name] : chips) {
+        QMenu* menu = chip->menu();
+        menu->popup(QPoint(0, 0));
+        menu->setActiveAction(menu->actions().at(std::min<qsizetype>(2, menu->actions().size() - 1)));
+        gallery.save(*menu, QString::fromLatin1(name));
+        menu->close();
+    }
+    objects.settings.outputFormat.set(OutputFormat::webpLossless);
+    quality.menu()->popup(QPoint(0, 0));
+    gallery.save(*quality.menu(), QStringLiteral("menu-quality-lossless"));
+    quality.menu()->close();
+}
+
+void preferencesPages(const Gallery& gallery)
+{
+    Objects objects;
+    const auto save = [&](const char* name, QSize size, auto change) {
+        PreferencesView view(objects.settings, objects.stats);
+        view.resize(size);
+        change(view);
+        gallery.save(view, QString::fromLatin1(name));
+    };
+    const QSize usual(620, 840);
+    save("preferences", usual, [](auto&) {});
+    objects.addResults();
+    save("preferences-end", usual, [](PreferencesView& view) {
+        view.show();
+        QCoreApplication::processEvents();
+        view.verticalScrollBar()->setValue(view.verticalScrollBar()->maximum());
+    });
+    objects.settings.destinationMode.set(DestinationMode::selectedFolder);
+    objects.settings.filenamePrefix.set(QStringLiteral("web-"));
+    objects.settings.outputFormat.set(OutputFormat::png);
+    objects.settings.resizeMode.set(ResizeMode::none);
+    save("preferences-lossless", QSize(620, 1040), [](PreferencesView& view) {
+        view.show();
+        view.findChildren<QComboBox*>().at(0)->setFocus();
+    });
+    save("preferences-right-to-left", QSize(760, 1040),
+         [](PreferencesView& view) { view.setLayoutDirection(Qt::RightToLeft); });
+    fonts::install(*qApp, 1.5);
+    save("preferences-large-text", QSize(760, 1240), [](auto&) {});
+    fonts::install(*qApp, 1);
+}
+
+} // namespace
+
+void settingsPages(const Gallery& gallery)
+{
+    chipPages(gallery);
+    menuPages(gallery);
+    preferencesPages(gallery);
+}
+
+} // namespace lumora::gallery
