@@ -62,8 +62,8 @@ void ImageDestination::addImage(const Image& image, const ImageProperties& prope
 Status ImageDestination::finalize()
 {
     if (!m_state->image) return Error{"no picture was added"};
-    const auto bytes =
-        encodeImage(m_state->typeIdentifier, *m_state->image, encoderQuality(m_state->properties));
+    const auto bytes = encodeImage(m_state->typeIdentifier, *m_state->image,
+                                   encoderQuality(m_state->properties), m_state->properties);
     if (!bytes) return bytes.error();
     if (auto status = m_state->file.append(*bytes); !status) return status;
     return m_state->file.commit();

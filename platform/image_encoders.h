@@ -3,10 +3,9 @@
 // The encoders behind the writable types. For the codec layer only; any thread.
 #pragma once
 
+#include "platform/encoders.h"
 #include "platform/image.h"
-#include "platform/result.h"
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,8 +15,10 @@ namespace lumora {
 // The identifiers of the types that can be encoded with the libraries of this machine.
 std::vector<std::string> encodableTypeIdentifiers();
 
-// The bytes of a whole file with the picture and its attached colour profile and nothing else. `quality` is 1
-// to 100 and counts where the type is lossy. What the type cannot hold (depth, model, alpha) is converted.
-Result<std::vector<std::byte>> encodeImage(std::string_view typeIdentifier, const Image& image, int quality);
+// The bytes of a whole file with the picture, its attached colour profile and what the properties keep of its
+// metadata. `quality` is 1 to 100 and counts where the type is lossy. What the type cannot hold (depth,
+// model, alpha) is converted.
+Result<Bytes> encodeImage(std::string_view typeIdentifier, const Image& image, int quality,
+                          const ImageProperties& properties);
 
 } // namespace lumora

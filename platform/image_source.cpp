@@ -4,6 +4,7 @@
 
 #include "platform/image_loaders.h"
 #include "platform/image_types.h"
+#include "platform/metadata.h"
 #include "platform/vips_library.h"
 
 #include <vips/vips.h>
@@ -88,9 +89,8 @@ std::string_view colorModelName(const VipsImage* image)
     }
 }
 
-ImageProperties describe(VipsImage* image, Orientation orientation)
+ImageProperties describe(VipsImage* image, Orientation orientation, ImageProperties properties)
 {
-    ImageProperties properties;
     properties[PropertyKey::pixelWidth] = std::int64_t{vips_image_get_width(image)};
     properties[PropertyKey::pixelHeight] = std::int64_t{vips_image_get_height(image)};
     properties[PropertyKey::depth] =
@@ -124,7 +124,7 @@ Result<ImageSource> ImageSource::open(const std::filesystem::path& url)
 
     const Orientation orientation = vips_image_get_orientation(image);
     const std::string identifier(refinedIdentifier(*type, image));
-    ImageProperties properties = describe(image, orientation);
+    ImageProperties properties = describe(image, orientation, readMetadata(image, identifier, url));
     return ImageSource(identifier, Image(loaded->release(), 1, false, false), orientation,
                        std::move(properties));
 }

@@ -15,6 +15,9 @@
 namespace lumora {
 namespace {
 
+// 72 dots an inch, the customary word for "unknown".
+constexpr double dotsPerMillimetre = 72 / 25.4;
+
 struct Bitmap
 {
     std::vector<std::uint8_t> rgba; // straight
@@ -86,7 +89,8 @@ Result<VipsImagePtr> compactBitmap(const Image& image, bool holdsAlpha)
                                                              rows->height(), bands, VIPS_FORMAT_UCHAR));
     VipsImage* tagged = nullptr;
     if (!plain || vips_copy(plain.get(), &tagged, "interpretation",
-                            isGray ? VIPS_INTERPRETATION_B_W : VIPS_INTERPRETATION_sRGB, nullptr) != 0) {
+                            isGray ? VIPS_INTERPRETATION_B_W : VIPS_INTERPRETATION_sRGB, "xres",
+                            dotsPerMillimetre, "yres", dotsPerMillimetre, nullptr) != 0) {
         return takeVipsError();
     }
     const void* profile = nullptr;
@@ -137,7 +141,9 @@ Result<VipsImagePtr> storableImage(const Image& image, const StorageLimits& limi
     if (image.alphaIsPremultiplied()) return compactBitmap(image, limits.holdsAlpha);
     if (holds(limits, image.pixels())) {
         VipsImage* copy = nullptr;
-        if (vips_copy(image.pixels(), &copy, nullptr) != 0) return takeVipsError();
+        if (vips_copy(image.pixels(), &copy, "xres", dotsPerMillimetre, "yres", dotsPerMillimetre, nullptr) !=
+            0)
+            return takeVipsError();
         dropMetadata(copy);
         return VipsImagePtr(copy);
     }

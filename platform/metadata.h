@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Metadata in and out: what a file carries is read into the groups of ImageProperties and written back as the
+// blobs that containers embed. The orientation never takes part: it is a property of its own on the way in,
+// and every picture that is written stands upright. Thread-safe; nothing here throws.
+#pragma once
+
+#include "platform/image_properties.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct _VipsImage;
+
+namespace lumora {
+
+// The metadata groups and the XMP packet of a file whose header the image library has loaded; the file itself
+// is read where the library hands less on. Damaged metadata means fewer entries.
+ImageProperties readMetadata(_VipsImage* header, std::string_view typeIdentifier,
+                             const std::filesystem::path& file) noexcept;
+
+// What the metadata must say about the picture that it travels with.
+struct PictureFacts
+{
+    std::int64_t width; // pixels
+    std::int64_t height;
+    bool isSrgb;
+};
+
+// Empty where there is nothing to say.
+struct MetadataBlobs
+{
+    std::string exif; // a TIFF structure, without any container's prefix
+    std::string iptc; // an image resource block that holds the IPTC records
+    std::string xmp;  // a packet
+    std::vector<std::pair<std::string, std::string>> texts; // keyword and Latin-1 text of PNG
+};
+
+// Pixel dimensions and colour space are brought up to date. Orientation, embedded previews, the layout of the
+// source's own pixels and claims of further images in the file (gain maps) are left out.
+MetadataBlobs encodeMetadata(const ImageProperties& properties, const PictureFacts& facts) noexcept;
+
+// The TIFF file with the blobs inside; the file as it is when that fails.
+std::vector<std::byte> withTiffMetadata(std::vector<std::byte> tiff, const MetadataBlobs& blobs) noexcept;
+
+} // namespace lumora

@@ -1,0 +1,124 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/metadata.h"
+
+#include "platform/exiv2_library.h"
+
+#include <vips/vips.h>
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace lumora {
+namespace {
+
+constexpr std::string_view exifPrefix{"Exif\0\0", 6};
+constexpr std::string_view pngTextField = "png-comment-";
+
+std::string_view blobOf(VipsImage* header, const char* field)
+{
+    const void* data = nullptr;
+    std::size_t size = 0;
+    if (!vips_image_get_typeof(header, field) || vips_image_get_blob(header, field, &data, &size) != 0)
+        return {};
+    return {static_cast<const char*>(data), size};
+}
+
+// Expanded maker notes and thumbnails belong to no group: the former travel as one raw entry, the latter
+// never.
+std::optional<PropertyKey> groupOf(const Exiv2::Exifdatum& datum)
+{
+    const std::string group = datum.groupName();
+    if (group == "GPSInfo") return PropertyKey::gps;
+    if (group == "Image") return PropertyKey::tiff;
+    if (group == "Photo" || group == "Iop") return PropertyKey::exif;
+    return std::nullopt;
+}
+
+MetadataGroup& group(ImageProperties& properties, PropertyKey key)
+{
+    const auto [place, isNew] = properties.try_emplace(key, MetadataGroup{});
+    static_cast<void>(isNew);
+    return std::get<MetadataGroup>(place->second);
+}
+
+void addExif(ImageProperties& properties, const Exiv2::ExifData& data)
+{
+    for (const auto& datum : data) {
+        if (const auto key = groupOf(datum)) group(properties, *key).push_back(entryOf(datum));
+    }
+}
+
+void addXmp(ImageProperties& properties, std::string_view packet)
+{
+    if (!packet.empty()) properties[PropertyKey::xmp] = std::string(packet);
+}
+
+// The formats whose containers the metadata library opens itself.
+void addFromFile(ImageProperties& properties, const std::filesystem::path& file)
+{
+    const auto image = Exiv2::ImageFactory::open(std::filesystem::absolute(file).string());
+    if (!image.get()) return;
+    image->readMetadata();
+    addExif(properties, image->exifData());
+    for (const auto& datum : image->iptcData())
+        group(properties, PropertyKey::iptc).push_back(entryOf(datum));
+    addXmp(properties, image->xmpPacket());
+}
+
+void addFromBlobs(ImageProperties& properties, VipsImage* header)
+{
+    std::string_view exif = blobOf(header, VIPS_META_EXIF_NAME);
+    if (exif.starts_with(exifPrefix)) exif.remove_prefix(exifPrefix.size());
+    if (!exif.empty()) {
+        Exiv2::ExifData data;
+        Exiv2::ExifParser::decode(data, bytesOf(exif), static_cast<std::uint32_t>(exif.size()));
+        addExif(properties, data);
+    }
+    addXmp(properties, blobOf(header, VIPS_META_XMP_NAME));
+}
+
+// The image library names each text chunk "png-comment-{number}-{keyword}".
+void addPngTexts(ImageProperties& properties, VipsImage* header)
+{
+    gchar** fields = vips_image_get_fields(header);
+    for (gchar** field = fields; *field; ++field) {
+        const std::string_view name = *field;
+        const char* text = nullptr;
+        if (!name.starts_with(pngTextField) || vips_image_get_string(header, *field, &text) != 0) continue;
+        const std::size_t keyword = name.find('-', pngTextField.size());
+        if (keyword == std::string_view::npos) continue;
+        group(properties, PropertyKey::png).push_back({std::string(name.substr(keyword + 1)), 2, text});
+    }
+    g_strfreev(fields);
+}
+
+bool isOpenedByMetadataLibrary(std::string_view type)
+{
+    constexpr std::array<std::string_view, 4> types{"public.jpeg", "public.png", "public.tiff",
+                                                    "org.webmproject.webp"};
+    return std::find(types.begin(), types.end(), type) != types.end();
+}
+
+} // namespace
+
+ImageProperties readMetadata(_VipsImage* header, std::string_view typeIdentifier,
+                             const std::filesystem::path& file) noexcept
+{
+    ImageProperties properties;
+    try {
+        ensureExiv2Ready();
+        if (typeIdentifier == "public.png") addPngTexts(properties, header);
+        if (isOpenedByMetadataLibrary(typeIdentifier)) {
+            addFromFile(properties, file);
+        } else {
+            addFromBlobs(properties, header);
+        }
+    } catch (...) {
+        // Damaged metadata is no damage to the picture; what was read before it is kept.
+    }
+    return properties;
+}
+
+} // namespace lumora

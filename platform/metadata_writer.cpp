@@ -1,0 +1,174 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/metadata.h"
+
+#include "platform/exiv2_library.h"
+
+#include <algorithm>
+#include <array>
+
+namespace lumora {
+namespace {
+
+// The entries of the first directory that describe the picture and not how its pixels lie in the source's
+// file.
+bool isDescriptive(std::uint16_t tag)
+{
+    constexpr std::array<std::uint16_t, 18> tags{
+        0x010E, 0x010F, 0x0110,                  // description, make, model
+        0x011A, 0x011B, 0x0128,                  // resolution
+        0x0131, 0x0132, 0x013B, 0x013C,          // software, date, artist, host
+        0x4746, 0x4749, 0x8298,                  // rating, copyright
+        0x9C9B, 0x9C9C, 0x9C9D, 0x9C9E, 0x9C9F}; // title to subject, as a file manager writes them
+    return std::ranges::find(tags, tag) != tags.end();
+}
+
+const MetadataGroup& groupOf(const ImageProperties& properties, PropertyKey key)
+{
+    static const MetadataGroup none;
+    const auto found = properties.find(key);
+    return found == properties.end() ? none : std::get<MetadataGroup>(found->second);
+}
+
+template <class Data>
+void addIfSound(Data& data, const MetadataEntry& entry)
+{
+    try {
+        addEntry(data, entry);
+    } catch (const Exiv2::Error&) {
+        // One entry that cannot be written costs only itself.
+    }
+}
+
+Exiv2::ExifData exifOf(const ImageProperties& properties, const PictureFacts& facts)
+{
+    Exiv2::ExifData data;
+    for (const auto& entry : groupOf(properties, PropertyKey::tiff)) {
+        if (isDescriptive(Exiv2::ExifKey(entry.key).tag())) addIfSound(data, entry);
+    }
+    for (const PropertyKey key : {PropertyKey::exif, PropertyKey::gps}) {
+        for (const auto& entry : groupOf(properties, key))
+            addIfSound(data, entry);
+    }
+    if (data.empty()) return data;
+    data["Exif.Photo.PixelXDimension"] = static_cast<std::uint32_t>(facts.width);
+    data["Exif.Photo.PixelYDimension"] = static_cast<std::uint32_t>(facts.height);
+    constexpr std::uint16_t srgb = 1;
+    constexpr std::uint16_t uncalibrated = 0xFFFF;
+    data["Exif.Photo.ColorSpace"] = facts.isSrgb ? srgb : uncalibrated;
+    return data;
+}
+
+std::string encodedExif(Exiv2::ExifData data)
+{
+    if (data.empty()) return {};
+    Exiv2::Blob blob;
+    Exiv2::ExifParser::encode(blob, Exiv2::littleEndian, data);
+    return {blob.begin(), blob.end()};
+}
+
+std::string encodedIptc(const ImageProperties& properties)
+{
+    Exiv2::IptcData data;
+    for (const auto& entry : groupOf(properties, PropertyKey::iptc))
+        addIfSound(data, entry);
+    if (data.empty()) return {};
+    return textOf(Exiv2::Photoshop::setIptcIrb(nullptr, 0, data));
+}
+
+bool isStale(const Exiv2::Xmpdatum& datum)
+{
+    constexpr std::array<std::string_view, 4> furtherImages{
+        "http://ns.adobe.com/hdr-gain-map/1.0/", "http://ns.google.com/photos/1.0/container/",
+        "http://ns.google.com/photos/1.0/container/item/", "http://ns.apple.com/HDRGainMap/1.0/"};
+    constexpr std::array<std::string_view, 7> pixelLayout{
+        "Xmp.tiff.Orientation",     "Xmp.tiff.ImageWidth",      "Xmp.tiff.ImageLength",
+        "Xmp.exif.PixelXDimension", "Xmp.exif.PixelYDimension", "Xmp.exif.ColorSpace",
+        "Xmp.photoshop.ICCProfile"};
+    const std::string key = datum.key();
+    const std::string space = Exiv2::XmpProperties::ns(datum.groupName());
+    return std::ranges::find(pixelLayout, key) != pixelLayout.end() ||
+           key.starts_with("Xmp.xmp.Thumbnails") ||
+           std::ranges::find(furtherImages, space) != furtherImages.end();
+}
+
+std::string encodedXmp(const ImageProperties& properties)
+{
+    const auto found = properties.find(PropertyKey::xmp);
+    if (found == properties.end()) return {};
+    Exiv2::XmpData data;
+    if (Exiv2::XmpParser::decode(data, std::get<std::string>(found->second)) != 0) return {};
+    for (auto datum = data.begin(); datum != data.end();) {
+        datum = isStale(*datum) ? data.erase(datum) : datum + 1;
+    }
+    std::string packet;
+    if (data.empty() || Exiv2::XmpParser::encode(packet, data, Exiv2::XmpParser::useCompactFormat) != 0)
+        return {};
+    return packet;
+}
+
+std::vector<std::pair<std::string, std::string>> textsOf(const ImageProperties& properties)
+{
+    std::vector<std::pair<std::string, std::string>> texts;
+    for (const auto& entry : groupOf(properties, PropertyKey::png)) {
+        // XMP is written on its own.
+        if (!entry.key.starts_with("XML:")) texts.emplace_back(entry.key, entry.bytes);
+    }
+    return texts;
+}
+
+template <class Encode>
+std::string soundOrEmpty(Encode encode)
+{
+    try {
+        return encode();
+    } catch (...) {
+        return {};
+    }
+}
+
+} // namespace
+
+MetadataBlobs encodeMetadata(const ImageProperties& properties, const PictureFacts& facts) noexcept
+{
+    ensureExiv2Ready();
+    return {soundOrEmpty([&] { return encodedExif(exifOf(properties, facts)); }),
+            soundOrEmpty([&] { return encodedIptc(properties); }),
+            soundOrEmpty([&] { return encodedXmp(properties); }), textsOf(properties)};
+}
+
+std::vector<std::byte> withTiffMetadata(std::vector<std::byte> tiff, const MetadataBlobs& blobs) noexcept
+try {
+    if (blobs.exif.empty() && blobs.iptc.empty() && blobs.xmp.empty()) return tiff;
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as the library's bytes
+    const auto image = Exiv2::ImageFactory::open(reinterpret_cast<const Exiv2::byte*>(tiff.data()),
+                                                 static_cast<long>(tiff.size()));
+    image->readMetadata();
+    Exiv2::ExifData added;
+    if (!blobs.exif.empty()) {
+        Exiv2::ExifParser::decode(added, bytesOf(blobs.exif), static_cast<std::uint32_t>(blobs.exif.size()));
+    }
+    // The directory of the new file describes its pixels and stays; what is added describes the picture.
+    for (const auto& datum : added)
+        image->exifData()[datum.key()].setValue(&datum.value());
+    if (!blobs.xmp.empty()) Exiv2::XmpParser::decode(image->xmpData(), blobs.xmp);
+    const std::uint8_t* records = nullptr;
+    std::uint32_t headerSize = 0;
+    std::uint32_t recordsSize = 0;
+    if (!blobs.iptc.empty() &&
+        Exiv2::Photoshop::locateIptcIrb(bytesOf(blobs.iptc), static_cast<long>(blobs.iptc.size()), &records,
+                                        &headerSize, &recordsSize) == 0) {
+        Exiv2::IptcParser::decode(image->iptcData(), records + headerSize, recordsSize);
+    }
+    image->writeMetadata();
+    Exiv2::BasicIo& io = image->io();
+    io.open();
+    const Exiv2::DataBuf whole = io.read(static_cast<long>(io.size()));
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): the library's bytes as bytes
+    const auto* first = reinterpret_cast<const std::byte*>(whole.pData_);
+    return {first, first + whole.size_};
+} catch (...) {
+    return tiff;
+}
+
+} // namespace lumora

@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/bmp_codec.h"
+#include "platform/saved_bytes.h"
+
+namespace lumora {
+
+Result<Bytes> encodeTiff(const EncodeRequest& request)
+{
+    void* buffer = nullptr;
+    std::size_t size = 0;
+    if (vips_tiffsave_buffer(request.image, &buffer, &size, "compression",
+                             VIPS_FOREIGN_TIFF_COMPRESSION_DEFLATE, "predictor",
+                             VIPS_FOREIGN_TIFF_PREDICTOR_HORIZONTAL, nullptr) != 0) {
+        return takeVipsError();
+    }
+    return withTiffMetadata(takeBytes(buffer, size), request.metadata);
+}
+
+Result<Bytes> encodeGif(const EncodeRequest& request)
+{
+    constexpr double fullDither = 1.0;
+    constexpr int thoroughPalette = 7;
+    void* buffer = nullptr;
+    std::size_t size = 0;
+    if (vips_gifsave_buffer(request.image, &buffer, &size, "dither", fullDither, "effort", thoroughPalette,
+                            nullptr) != 0) {
+        return takeVipsError();
+    }
+    return takeBytes(buffer, size);
+}
+
+Result<Bytes> encodeBmpFile(const EncodeRequest& request)
+{
+    VipsImage* wide = nullptr;
+    const int bands = vips_image_get_bands(request.image);
+    // Gray with alpha has no form of its own there.
+    if (bands == 2) {
+        if (vips_colourspace(request.image, &wide, VIPS_INTERPRETATION_sRGB, nullptr) != 0)
+            return takeVipsError();
+    } else {
+        wide = request.image;
+        g_object_ref(wide);
+    }
+    const VipsImagePtr image(wide);
+    std::size_t size = 0;
+    void* rows = vips_image_write_to_memory(wide, &size);
+    if (!rows) return takeVipsError();
+    const Bytes packed = takeBytes(rows, size);
+    return encodeBmp(vips_image_get_width(wide), vips_image_get_height(wide), vips_image_get_bands(wide),
+                     packed);
+}
+
+} // namespace lumora
