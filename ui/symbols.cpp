@@ -5,11 +5,12 @@
 #include "ui/fonts.h"
 
 #include <QFile>
-#include <QPaintDevice>
 #include <QPainter>
 #include <QPixmapCache>
 #include <QSvgRenderer>
+#include <QTransform>
 
+#include <algorithm>
 #include <cmath>
 
 // A static library's resources are linked only when they are asked for, and the macro works in no namespace.
@@ -102,7 +103,10 @@ QPixmap Symbol::pixmap(const QColor& colour, double devicePixelRatio) const
 void Symbol::paint(QPainter& painter, const QRectF& area, const QColor& colour) const
 {
     // Whole device pixels keep the strokes as sharp as they were rendered.
-    const double ratio = painter.device()->devicePixelRatioF();
+    // Their number comes from the transform: a widget that is drawn into a picture has not the picture's
+    // ratio.
+    const QTransform device = painter.deviceTransform();
+    const double ratio = std::max(0.1, std::hypot(device.m11(), device.m12()));
     const QPointF corner = area.center() - QPointF(extent(), extent()) / 2;
     const QPointF aligned(std::round(corner.x() * ratio) / ratio, std::round(corner.y() * ratio) / ratio);
     painter.drawPixmap(aligned, pixmap(colour, ratio));
