@@ -13,6 +13,7 @@ programs=$build/Lumora/Contents/MacOS
 
 build() {
     "$root/packaging/install-dependencies.sh" build >&2
+    echo "Building (the first time takes minutes; build/run.log shows how far)" >&2
     (
         cd -- "$root"
         cmake --preset release
