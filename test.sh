@@ -72,6 +72,11 @@ if [ "${1:-}" = --only ]; then
     exit
 fi
 
+if [ "${1:-}" = --help ]; then
+    sed -n '4,$ { /^#/!q; s/^# //p }' "$0"
+    exit
+fi
+
 running=
 trap '[ -z "$running" ] || kill "$running"; exit 130' INT TERM
 
