@@ -20,9 +20,9 @@ for folder in $(seq 100); do
     mkdir "$tree/$folder"
     (cd "$tree/$folder" && seq -f 'IMG_%g.jpg' 1000 | xargs touch)
 done
-for round in 1 2 3 4 5; do
+for _ in 1 2 3 4 5; do
     begin=$(date +%s%N)
     find "$tree" -iname '*.jpg' >/dev/null
     echo "find: $((($(date +%s%N) - begin) / 1000)) us"
 done | sort -t' ' -k2 -n | head -n 1
-for round in 1 2 3 4 5; do "$bench" scan "$tree"; done | sort -t' ' -k5 -n | head -n 1
+for _ in 1 2 3 4 5; do "$bench" scan "$tree"; done | sort -t' ' -k5 -n | head -n 1
