@@ -1,0 +1,129 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Metadata as an independent reader finds it.
+#include "engine/image_optimizer.h"
+#include "tests/support/sample_images.h"
+#include "tests/support/settings.h"
+#include "tests/support/temporary_directory.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <memory>
+
+namespace lumora {
+namespace {
+
+using test::settings;
+using test::SettingsDraft;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+std::string outputOf(const std::string& command)
+{
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> pipe(popen(command.c_str(), "r"), pclose);
+    std::string output;
+    std::array<char, 4096> buffer{};
+    while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), pipe.get())) {
+        output.append(buffer.data(), count);
+    }
+    return output;
+}
+
+class KeptMetadata : public testing::TestWithParam<OutputFormat>
+{
+protected:
+    KeptMetadata()
+    {
+        test::save(m_folder / "thumb.jpg", test::uniformPicture(16, 12, {1, 2, 3}));
+        test::save(m_folder / "a.jpg", test::corneredPicture(64, 48));
+        outputOf(
+            "exiftool -q -overwrite_original -Make=Maker -Model='Model One' -DateTimeOriginal='2020:01:02 "
+            "03:04:05'"
+            " -ExposureTime=1/125 -GPSLatitude=12.5 -GPSLatitudeRef=N -GPSLongitude=7 -GPSLongitudeRef=E"
+            " -IPTC:Keywords=harbour -XMP-dc:Title='A title' -XMP-tiff:Orientation#=6 -Comment='a remark'"
+            " -Orientation#=6 '-ThumbnailImage<=" +
+            (m_folder / "thumb.jpg").string() + "' '" + (m_folder / "a.jpg").string() + "'");
+    }
+
+    std::filesystem::path optimized(SettingsDraft draft)
+    {
+        draft.outputFormat = GetParam();
+        draft.filenameSuffix = "-out";
+        return *ImageOptimizer::optimize(m_folder / "a.jpg", settings(draft), OptimizerServices::system())
+                    .outputURL;
+    }
+    static std::string tag(const std::filesystem::path& file, const std::string& name)
+    {
+        return outputOf("exiftool -s3 -n -" + name + " '" + file.string() + "'");
+    }
+
+    test::TemporaryDirectory m_folder;
+};
+
+TEST_P(KeptMetadata, IsFoundByAnIndependentReader)
+{
+    const auto file = optimized({.removeMetadata = false});
+    EXPECT_EQ(tag(file, "EXIF:Make"), "Maker\n");
+    EXPECT_EQ(tag(file, "EXIF:Model"), "Model One\n");
+    EXPECT_EQ(tag(file, "EXIF:DateTimeOriginal"), "2020:01:02 03:04:05\n");
+    EXPECT_EQ(tag(file, "EXIF:ExposureTime"), "0.008\n");
+    EXPECT_EQ(tag(file, "EXIF:GPSLatitude"), "12.5\n");
+    EXPECT_EQ(tag(file, "XMP:Title"), "A title\n");
+    if (GetParam() != OutputFormat::heic) { // that container has no place for it
+        EXPECT_EQ(tag(file, "IPTC:Keywords"), "harbour\n");
+    }
+}
+
+TEST_P(KeptMetadata, SpeaksOfTheNewPicture)
+{
+    const auto file = optimized({.maximumPixels = 24, .removeMetadata = false});
+    EXPECT_EQ(tag(file, "EXIF:ExifImageWidth"), "24\n");
+    EXPECT_EQ(tag(file, "EXIF:ExifImageHeight"), "32\n");
+    for (const char* turn : {"EXIF:Orientation", "XMP:Orientation"}) {
+        EXPECT_THAT(tag(file, turn), testing::AnyOf("", "1\n")) << turn;
+    }
+    EXPECT_THAT(tag(file, "ThumbnailImage"), IsEmpty());
+    EXPECT_EQ(test::load(file).width, 24);
+}
+
+TEST_P(KeptMetadata, IsGoneWhenItIsToBeRemoved)
+{
+    const auto file = optimized({});
+    const std::string everything = outputOf("exiftool -a -G1 -s '" + file.string() + "'");
+    for (const char* trace : {"[ExifIFD]", "[GPS]", "[IPTC]", "[XMP", "[IFD1]", "Make ", "Comment",
+                              "Thumbnail", "harbour", "[ICC", "[PNG-pHYs]", "SRGBRendering", "Gamma"}) {
+        EXPECT_THAT(everything, testing::Not(HasSubstr(trace)));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, KeptMetadata,
+                         testing::Values(OutputFormat::jpeg, OutputFormat::png, OutputFormat::heic,
+                                         OutputFormat::original),
+                         [](const auto& instance) { return std::string(rawValue(instance.param)); });
+
+TEST(KeptTiffMetadata, SurvivesInATiff)
+{
+    const test::TemporaryDirectory folder;
+    test::save(folder / "a.tif", test::corneredPicture(64, 48));
+    outputOf(
+        "exiftool -q -overwrite_original -Make=Maker -GPSLatitude=12.5 -GPSLatitudeRef=N -XMP-dc:Title=T "
+        "-IPTC:Keywords=harbour '" +
+        (folder / "a.tif").string() + "'");
+    const auto result = ImageOptimizer::optimize(
+        folder / "a.tif", settings({.outputFormat = OutputFormat::original, .removeMetadata = false}),
+        OptimizerServices::system());
+    const auto tag = [&](const std::string& name) {
+        return outputOf("exiftool -s3 -n -" + name + " '" + result.outputURL->string() + "'");
+    };
+    EXPECT_EQ(tag("Make"), "Maker\n");
+    EXPECT_EQ(tag("EXIF:GPSLatitude"), "12.5\n");
+    EXPECT_EQ(tag("XMP:Title"), "T\n");
+    EXPECT_EQ(tag("IPTC:Keywords"), "harbour\n");
+    EXPECT_EQ(test::load(*result.outputURL).bytes, test::corneredPicture(64, 48).bytes);
+}
+
+} // namespace
+} // namespace lumora
