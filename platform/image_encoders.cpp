@@ -20,19 +20,33 @@ struct Encoder
     Result<Bytes> (*encode)(const EncodeRequest& request);
 };
 
-constexpr StorageLimits ink8{
-    .holdsSixteenBits = false, .holdsInk = true, .holdsAlpha = false, .holdsAnyModel = false};
-constexpr StorageLimits alpha8{
-    .holdsSixteenBits = false, .holdsInk = false, .holdsAlpha = true, .holdsAnyModel = false};
-constexpr StorageLimits alpha16{
-    .holdsSixteenBits = true, .holdsInk = false, .holdsAlpha = true, .holdsAnyModel = false};
+constexpr StorageLimits ink8{.holdsSixteenBits = false,
+                             .holdsGray = true,
+                             .holdsInk = true,
+                             .holdsAlpha = false,
+                             .holdsAnyModel = false};
+constexpr StorageLimits rgb8{.holdsSixteenBits = false,
+                             .holdsGray = false,
+                             .holdsInk = false,
+                             .holdsAlpha = true,
+                             .holdsAnyModel = false};
+constexpr StorageLimits alpha8{.holdsSixteenBits = false,
+                               .holdsGray = true,
+                               .holdsInk = false,
+                               .holdsAlpha = true,
+                               .holdsAnyModel = false};
+constexpr StorageLimits alpha16{.holdsSixteenBits = true,
+                                .holdsGray = true,
+                                .holdsInk = false,
+                                .holdsAlpha = true,
+                                .holdsAnyModel = false};
 constexpr StorageLimits anything{
-    .holdsSixteenBits = true, .holdsInk = true, .holdsAlpha = true, .holdsAnyModel = true};
+    .holdsSixteenBits = true, .holdsGray = true, .holdsInk = true, .holdsAlpha = true, .holdsAnyModel = true};
 
 constexpr std::array<Encoder, 6> encoders{{
     {"public.jpeg", ink8, encodeJpeg},
     {"public.png", alpha16, encodePng},
-    {"public.heic", alpha8, encodeHeic},
+    {"public.heic", rgb8, encodeHeic},
     {"public.tiff", anything, encodeTiff},
     {"com.compuserve.gif", alpha8, encodeGif},
     {"com.microsoft.bmp", alpha8, encodeBmpFile},
@@ -43,11 +57,13 @@ bool isAvailable(const Encoder& encoder)
     return encoder.encode != encodeHeic || canEncodeHeic();
 }
 
+// By what the profile does to colours: sRGB has many wordings.
 bool isSrgb(VipsImage* image)
 {
-    const std::string_view attached = attachedProfileBytes(image);
-    return attached.empty() ||
-           std::ranges::equal(std::as_bytes(std::span(attached)), std::as_bytes(srgbProfile()));
+    const auto profile = std::as_bytes(std::span(attachedProfileBytes(image)));
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as bytes
+    const auto* first = reinterpret_cast<const std::uint8_t*>(profile.data());
+    return ColorConversion::toSrgb({ColorModel::rgb, false}, {first, profile.size()}).isIdentity();
 }
 
 } // namespace

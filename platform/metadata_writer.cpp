@@ -111,8 +111,9 @@ std::vector<std::pair<std::string, std::string>> textsOf(const ImageProperties& 
 {
     std::vector<std::pair<std::string, std::string>> texts;
     for (const auto& entry : groupOf(properties, PropertyKey::png)) {
-        // XMP is written on its own.
-        if (!entry.key.starts_with("XML:")) texts.emplace_back(entry.key, entry.bytes);
+        // XMP and what some programs store as hexadecimal text are written on their own.
+        if (!entry.key.starts_with("XML:") && !entry.key.starts_with("Raw profile type "))
+            texts.emplace_back(entry.key, entry.bytes);
     }
     return texts;
 }

@@ -112,6 +112,7 @@ bool holds(const StorageLimits& limits, const VipsImage* image)
     switch (vips_image_guess_interpretation(image)) {
     case VIPS_INTERPRETATION_B_W:
     case VIPS_INTERPRETATION_GREY16:
+        return limits.holdsGray;
     case VIPS_INTERPRETATION_sRGB:
     case VIPS_INTERPRETATION_RGB:
     case VIPS_INTERPRETATION_RGB16:

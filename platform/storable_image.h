@@ -12,6 +12,7 @@ namespace lumora {
 struct StorageLimits
 {
     bool holdsSixteenBits;
+    bool holdsGray;
     bool holdsInk;   // CMYK
     bool holdsAlpha; // otherwise the picture is laid over white
     bool holdsAnyModel;

@@ -441,6 +441,17 @@ TEST_F(Optimizer, KeepsTheOwnColoursOfAPictureThatIsOnlyReduced)
     EXPECT_THAT(test::load(*result.outputURL).at(3, 3), testing::ElementsAre(200, 100, 100));
 }
 
+TEST_F(Optimizer, NeverPutsAGrayProfileOnColouredPixels)
+{
+    test::save(m_in / "gray.png", test::uniformPicture(16, 16, {77}), {.grayProfile = true});
+    const auto result = optimize(m_in / "gray.png", {.resizeMode = ResizeMode::none,
+                                                     .outputFormat = OutputFormat::heic,
+                                                     .optimizeColorForSharing = false,
+                                                     .removeColorManagement = false});
+    const std::string file = test::readBytes(*result.outputURL);
+    EXPECT_EQ(file.find("GRAYXYZ "), std::string::npos);
+}
+
 TEST_F(Optimizer, LaysTransparencyOverWhiteInJpegAndOverBlackInWebP)
 {
     test::save(m_in / "a.png", test::uniformPicture(16, 16, {200, 40, 40, 0}));

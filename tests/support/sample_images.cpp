@@ -4,6 +4,7 @@
 
 #include "platform/vips_library.h"
 
+#include <lcms2.h>
 #include <vips/vips.h>
 
 #include <fstream>
@@ -58,6 +59,20 @@ VipsInterpretation interpretationOf(const Pixels& pixels, const SaveOptions& opt
     return options.sixteenBits ? VIPS_INTERPRETATION_RGB16 : VIPS_INTERPRETATION_sRGB;
 }
 
+void attachGrayProfile(VipsImage* image)
+{
+    const cmsCIExyY white{0.3457, 0.3585, 1.0};
+    cmsToneCurve* curve = cmsBuildGamma(nullptr, 2.2);
+    const cmsHPROFILE profile = cmsCreateGrayProfile(&white, curve);
+    cmsUInt32Number size = 0;
+    cmsSaveProfileToMem(profile, nullptr, &size);
+    std::vector<std::uint8_t> bytes(size);
+    cmsSaveProfileToMem(profile, bytes.data(), &size);
+    vips_image_set_blob_copy(image, VIPS_META_ICC_NAME, bytes.data(), bytes.size());
+    cmsCloseProfile(profile);
+    cmsFreeToneCurve(curve);
+}
+
 VipsImagePtr imageOf(const Pixels& pixels, const SaveOptions& options)
 {
     const VipsImagePtr memory(vips_image_new_from_memory_copy(pixels.bytes.data(), pixels.bytes.size(),
@@ -79,6 +94,7 @@ VipsImagePtr imageOf(const Pixels& pixels, const SaveOptions& options)
         vips_image_set_blob_copy(image.get(), VIPS_META_ICC_NAME, data, size);
         vips_area_unref(VIPS_AREA(blob));
     }
+    if (options.grayProfile) attachGrayProfile(image.get());
     return image;
 }
 

@@ -32,6 +32,7 @@ struct SaveOptions
     int orientation = 0;      // EXIF, 1 to 8; 0 for none
     bool sixteenBits = false; // stored with 16 bits a component
     std::string profile = {}; // "srgb", "p3", "cmyk": a profile of the image library to embed
+    bool grayProfile = false; // a gamma of 2.2
     bool inkToCmyk = false;   // the four bands are inks
     bool interlaced = false;
 };
