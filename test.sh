@@ -40,6 +40,7 @@ build_and_test() {
 }
 
 stage_asan() {
+    export LSAN_OPTIONS=suppressions=$root/tests/leak-suppressions.txt
     build_and_test asan-ubsan tests/records tests/platform tests/engine tests/model
 }
 
