@@ -26,6 +26,7 @@ private:
     double m_scale;
 };
 
+void dropWindowPages(const Gallery& gallery);
 void symbolPages(const Gallery& gallery);
 void settingsPages(const Gallery& gallery);
 

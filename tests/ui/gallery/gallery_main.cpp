@@ -47,6 +47,7 @@ int main(int argc, char** argv)
     lumora::fonts::install(application, 1);
     for (const double scale : {1.0, 2.0}) {
         const lumora::gallery::Gallery gallery(QString::fromLocal8Bit(argv[1]), scale);
+        lumora::gallery::dropWindowPages(gallery);
         lumora::gallery::symbolPages(gallery);
         lumora::gallery::settingsPages(gallery);
     }

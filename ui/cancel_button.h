@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The small cross that cancels a running batch.
+#pragma once
+
+#include <QAbstractButton>
+
+namespace lumora {
+
+class CancelButton : public QAbstractButton
+{
+    Q_OBJECT
+
+public:
+    explicit CancelButton(QWidget* parent = nullptr);
+
+    QSize sizeHint() const override;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+};
+
+} // namespace lumora

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Who gives way in a window too low for everything: the drop zone to its least height, then the rows of the
+// results to one row, then the gaps, then the zone down to its status, at last the rows. Header, statistics
+// and footer never do. A pure function; lengths in logical pixels.
+#pragma once
+
+namespace lumora {
+
+struct DropWindowLengths
+{
+    int available;    // inside the window's padding
+    int fixed;        // header, statistics and footer together
+    int gaps;         // number of gaps
+    int leastZone;    // with all its content
+    int slimZone;     // with the status alone
+    int results;      // all they want; 0 when there are none
+    int leastResults; // the totals and one row
+};
+
+struct DropWindowHeights
+{
+    int spacing;
+    int zone;
+    int results;
+
+    bool operator==(const DropWindowHeights&) const = default;
+};
+
+DropWindowHeights dropWindowHeights(const DropWindowLengths& lengths);
+
+} // namespace lumora

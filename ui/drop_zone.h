@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The dashed field that takes files: dropped on it, or chosen after a click, Space or Return. Shows what the
+// processing model does; while a batch runs, also how far it is and a control that cancels it.
+#pragma once
+
+#include <QAbstractButton>
+#include <QVariantAnimation>
+
+#include <functional>
+
+class QMimeData;
+
+namespace lumora {
+
+class CancelButton;
+class ProcessingModel;
+
+class DropZone : public QAbstractButton
+{
+    Q_OBJECT
+
+public:
+    // The height that the zone has where there is room, and the one below which its texts would be cut.
+    static constexpr int usualHeight = 170;
+    static int leastHeight();
+
+    // The model must outlive the zone. `reducesMotion` is asked whenever the icon is about to turn.
+    DropZone(ProcessingModel& processing, std::function<bool()> reducesMotion, QWidget* parent = nullptr);
+
+    // True while a drag that the zone accepts hovers over it.
+    bool isTargeted() const { return m_isTargeted; }
+    QString iconName() const;
+    bool isTurning() const { return m_turning.state() == QAbstractAnimation::Running; }
+    // The done part of the running batch, 0 to 1.
+    double progress() const;
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+Q_SIGNALS:
+    void dropped(const QMimeData& data);
+
+protected:
+    bool event(QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void refresh();
+    void turnIfAsked();
+    void setTargeted(bool targeted);
+    void paintField(QPainter& painter) const;
+    void paintProgress(QPainter& painter) const;
+    void paintContent(QPainter& painter) const;
+    void paintIcon(QPainter& painter, const QRectF& area) const;
+
+    ProcessingModel& m_processing;
+    const std::function<bool()> m_reducesMotion;
+    CancelButton* m_cancel;
+    QVariantAnimation m_turning;
+    bool m_isTargeted = false;
+};
+
+} // namespace lumora
