@@ -2,26 +2,44 @@
 # SPDX-FileCopyrightText: 2026 Tidewell
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Builds Lumora and runs it.
-#   ./run.sh               optimizes a small folder of sample images and prints what it did
-#   ./run.sh PATH…         optimizes images and folders
-#   ./run.sh --cli ARGS…   runs lumora-cli with these arguments
+#   ./run.sh               opens the window; without a display optimizes sample images and prints what it did
+#   ./run.sh PATH…         optimizes images and folders, in the window where there is a display
+#   ./run.sh --cli ARGS…   runs lumora-cli with these arguments, display or not
 set -eu
 
 root=$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")
 build=$root/build/release
 programs=$build/Lumora/Contents/MacOS
+log=$root/build/run.log
 
-build() {
-    "$root/packaging/install-dependencies.sh" build >&2
-    echo "Building (the first time takes minutes; build/run.log shows how far)" >&2
-    (
-        cd -- "$root"
-        cmake --preset release
-        cmake --build --preset release --target "$@"
-    ) >"$root/build/run.log" 2>&1 || {
-        cat -- "$root/build/run.log" >&2
+logged() {
+    "$@" >>"$log" 2>&1 || {
+        cat -- "$log" >&2
         return 1
     }
+}
+
+configure() {
+    mkdir -p -- "$root/build"
+    "$root/packaging/install-dependencies.sh" build >&2
+    : >"$log"
+    cd -- "$root"
+    logged cmake --preset release
+    cd -- "$OLDPWD"
+}
+
+build() {
+    echo "Building (the first time takes minutes; $log shows how far)" >&2
+    logged cmake --build "$build" --target "$@"
+}
+
+has_display() {
+    [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]
+}
+
+# A configuration without the views has no windowed application.
+has_window() {
+    cmake --build "$build" --target help | grep -q '^lumora: '
 }
 
 optimize_samples() {
@@ -30,22 +48,20 @@ optimize_samples() {
     rm -rf -- "$samples"
     "$build/samples/lumora-samples" "$samples/originals"
     echo "Optimizing $samples/originals into $samples/optimized:"
-    "$programs/lumora-cli" --output-dir "$samples/optimized" "$samples/originals"
+    exec "$programs/lumora-cli" --output-dir "$samples/optimized" "$samples/originals"
 }
 
-# The paths as the application takes them: in its window once there is one, else on the command line.
-open_paths() {
-    build lumora-cli
-    exec "$programs/lumora-cli" -- "$@"
-}
-
-mkdir -p -- "$root/build"
-if [ $# -eq 0 ]; then
-    optimize_samples
-elif [ "$1" = --cli ]; then
+configure
+if [ "${1:-}" = --cli ]; then
     shift
     build lumora-cli
     exec "$programs/lumora-cli" "$@"
+elif has_display && has_window; then
+    build lumora
+    exec "$programs/lumora" -- "$@"
+elif [ $# -eq 0 ]; then
+    optimize_samples
 else
-    open_paths "$@"
+    build lumora-cli
+    exec "$programs/lumora-cli" -- "$@"
 fi
