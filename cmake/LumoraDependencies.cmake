@@ -2,6 +2,8 @@
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 pkg_check_modules(VIPS REQUIRED IMPORTED_TARGET vips>=8.14)
+pkg_get_variable(VIPS_LIBDIR vips libdir)
+pkg_check_modules(GMODULE REQUIRED IMPORTED_TARGET gmodule-2.0)
 pkg_check_modules(ZIMG REQUIRED IMPORTED_TARGET zimg)
 pkg_check_modules(LCMS REQUIRED IMPORTED_TARGET lcms2)
 pkg_check_modules(GIO REQUIRED IMPORTED_TARGET gio-2.0)

@@ -8,6 +8,7 @@
 #include "records/errors.h"
 
 #include <algorithm>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -19,13 +20,11 @@ namespace {
     throw ImageOptimizerError::cannotFinalize(url, error.description);
 }
 
+// Four bytes at once, of which the next pixel overwrites the last: `rgb` has room for one byte more.
 void dropAlpha(const std::uint8_t* rgba, std::byte* rgb, std::size_t pixels)
 {
-    for (std::size_t i = 0; i < pixels; ++i, rgba += 4, rgb += 3) {
-        rgb[0] = std::byte{rgba[0]};
-        rgb[1] = std::byte{rgba[1]};
-        rgb[2] = std::byte{rgba[2]};
-    }
+    for (std::size_t i = 0; i < pixels; ++i, rgba += 4, rgb += 3)
+        std::memcpy(rgb, rgba, 4);
 }
 
 void appendRows(AtomicFile& file, const Image& bitmap, const std::filesystem::path& url)
@@ -34,14 +33,17 @@ void appendRows(AtomicFile& file, const Image& bitmap, const std::filesystem::pa
     if (!rows) throw ImageOptimizerError::cannotCreateDestination(url);
     constexpr int rowsAtOnce = 64;
     const auto width = static_cast<std::size_t>(rows->width());
-    std::vector<std::uint8_t> rgba(width * rowsAtOnce * 4);
-    std::vector<std::byte> rgb(width * rowsAtOnce * 3);
+    std::vector<std::byte> rgb(width * rowsAtOnce * 3 + 1);
     for (int top = 0; top < rows->height(); top += rowsAtOnce) {
         const int count = std::min(rowsAtOnce, rows->height() - top);
-        const std::size_t pixels = width * static_cast<std::size_t>(count);
-        if (!rows->read(top, count, rgba.data())) throw ImageOptimizerError::cannotCreateDestination(url);
-        dropAlpha(rgba.data(), rgb.data(), pixels);
-        if (const auto status = file.append(std::span(rgb).first(pixels * 3)); !status)
+        const auto rgba = rows->rows(top, count);
+        if (!rgba) throw ImageOptimizerError::cannotCreateDestination(url);
+        for (int y = 0; y < count; ++y)
+            dropAlpha(rgba->first + y * rgba->stride, rgb.data() + static_cast<std::size_t>(y) * width * 3,
+                      width);
+        if (const auto status =
+                file.append(std::span(rgb).first(width * static_cast<std::size_t>(count) * 3));
+            !status)
             fail(url, status.error());
     }
 }

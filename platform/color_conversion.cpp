@@ -7,7 +7,9 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <vector>
 
@@ -79,6 +81,24 @@ cmsHTRANSFORM createTransform(RowFormat format, cmsHPROFILE source)
 
 // Most profiles in the wild describe sRGB itself in one of many wordings, so the colours are asked, not the
 // name.
+// Photographs are of this kind: one wide load and store a pixel, but for the last, behind which nothing may
+// be read.
+void widenOpaque(const std::uint8_t* rgb, std::uint8_t* rgba, std::size_t pixels)
+{
+    constexpr std::array<std::uint8_t, 4> opaqueBytes{0, 0, 0, 255};
+    const auto opaque = std::bit_cast<std::uint32_t>(opaqueBytes);
+    for (; pixels > 1; --pixels, rgb += 3, rgba += 4) {
+        std::uint32_t pixel = 0;
+        std::memcpy(&pixel, rgb, 4);
+        pixel |= opaque;
+        std::memcpy(rgba, &pixel, 4);
+    }
+    if (pixels == 1) {
+        std::memcpy(rgba, rgb, 3);
+        rgba[3] = 255;
+    }
+}
+
 bool isSrgb(cmsHPROFILE profile)
 {
     constexpr int levels = 6;
@@ -167,6 +187,7 @@ void ColorConversion::widen(const std::uint8_t* from, std::uint8_t* rgba, std::s
     const auto bands = static_cast<std::size_t>(m_format.bands());
     const bool isGray = m_format.model == ColorModel::gray;
     const bool isInk = m_format.model == ColorModel::cmyk;
+    if (m_format.model == ColorModel::rgb && !m_format.hasAlpha) return widenOpaque(from, rgba, pixels);
     for (std::size_t i = 0; i < pixels; ++i, from += bands, rgba += 4) {
         // Without any profile of inks at hand: the plain complement.
         for (std::size_t c = 0; c < 3; ++c) {

@@ -50,13 +50,14 @@ ColorPlan planColors(const RowReader& reader, ProfileBytes profile, ColorSpace t
 }
 
 // Takes over `rgba`, premultiplied, upright.
-Image makeBitmap(std::vector<std::uint8_t> rgba, PixelSize size, ProfileBytes profile)
+Image makeBitmap(RgbaBytes rgba, PixelSize size, ProfileBytes profile)
 {
-    auto pixels = std::make_unique<std::vector<std::uint8_t>>(std::move(rgba));
-    const VipsImagePtr memory(vips_image_new_from_memory(pixels->data(), pixels->size(), size.width,
-                                                         size.height, 4, VIPS_FORMAT_UCHAR));
-    g_object_set_data_full(G_OBJECT(memory.get()), "lumora-pixels", pixels.release(),
-                           [](gpointer owned) { delete static_cast<std::vector<std::uint8_t>*>(owned); });
+    const std::size_t bytes =
+        static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) * 4;
+    const VipsImagePtr memory(
+        vips_image_new_from_memory(rgba.get(), bytes, size.width, size.height, 4, VIPS_FORMAT_UCHAR));
+    g_object_set_data_full(G_OBJECT(memory.get()), "lumora-pixels", rgba.release(),
+                           [](gpointer owned) { delete[] static_cast<std::uint8_t*>(owned); });
     VipsImage* tagged = nullptr;
     vips_copy(memory.get(), &tagged, "interpretation", VIPS_INTERPRETATION_sRGB, nullptr);
     if (!profile.empty())
@@ -74,47 +75,56 @@ public:
     {
     }
 
-    Result<std::vector<std::uint8_t>> run(PixelSize size)
+    Result<RgbaBytes> run(PixelSize size)
     {
-        const PixelSize stored{m_reader.width(), m_reader.height()};
-        return size == stored ? drawRows(stored) : reduce(stored, size);
+        RgbaBytes rgba = allocateRgba(size);
+        const auto status = size == stored() ? drawRows(rgba.get()) : reduce(rgba.get(), size);
+        if (!status) return status.error();
+        return rgba;
     }
 
 private:
-    Result<std::vector<std::uint8_t>> drawRows(PixelSize size)
+    PixelSize stored() const { return {m_reader.width(), m_reader.height()}; }
+
+    Status drawRows(std::uint8_t* rgba)
     {
         constexpr int rowsAtOnce = 64;
+        const PixelSize size = stored();
         const auto width = static_cast<std::size_t>(size.width);
-        std::vector<std::uint8_t> rgba(width * static_cast<std::size_t>(size.height) * 4);
         std::vector<std::uint8_t> strip(width * static_cast<std::size_t>(m_reader.format().bands()) *
                                         rowsAtOnce);
         for (int top = 0; top < size.height; top += rowsAtOnce) {
             const int count = std::min(rowsAtOnce, size.height - top);
             if (auto status = m_reader.read(top, count, strip.data()); !status) return status.error();
-            convert(strip.data(), rgba.data() + static_cast<std::size_t>(top) * width * 4,
+            convert(strip.data(), rgba + static_cast<std::size_t>(top) * width * 4,
                     width * static_cast<std::size_t>(count), m_sourceIsPremultiplied);
         }
-        return rgba;
+        return Done{};
     }
 
-    Result<std::vector<std::uint8_t>> reduce(PixelSize stored, PixelSize size)
+    Status reduce(std::uint8_t* rgba, PixelSize size)
     {
         const RowFormat format = m_reader.format();
-        const RowProvider rows = [&](int first, int count, std::uint8_t* out) -> Status {
-            if (auto status = m_reader.read(first, count, out); !status) return status;
-            if (format.hasAlpha && !m_sourceIsPremultiplied) {
-                premultiply(out, static_cast<std::size_t>(stored.width) * static_cast<std::size_t>(count),
-                            format.bands());
-            }
-            return Done{};
+        const auto width = static_cast<std::size_t>(size.width);
+        const auto convertRows = [&](int first, int count, std::uint8_t* rows) {
+            convert(rows, rgba + static_cast<std::size_t>(first) * width * 4,
+                    width * static_cast<std::size_t>(count), format.hasAlpha);
         };
-        auto reduced = resample(rows, stored, size, format.bands());
-        if (!reduced) return reduced.error();
-        const std::size_t pixels =
-            static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height);
-        std::vector<std::uint8_t> rgba(pixels * 4);
-        convert(reduced->data(), rgba.data(), pixels, format.hasAlpha);
-        return rgba;
+        return resample([&](int first, int count) { return premultipliedRows(first, count); }, stored(), size,
+                        format.bands(), convertRows);
+    }
+
+    Result<RowSpan> premultipliedRows(int first, int count)
+    {
+        const RowFormat format = m_reader.format();
+        if (!format.hasAlpha || m_sourceIsPremultiplied) return m_reader.rows(first, count);
+        const auto rowBytes =
+            static_cast<std::size_t>(m_reader.width()) * static_cast<std::size_t>(format.bands());
+        m_premultiplied.resize(rowBytes * static_cast<std::size_t>(count));
+        if (auto status = m_reader.read(first, count, m_premultiplied.data()); !status) return status.error();
+        premultiply(m_premultiplied.data(), m_premultiplied.size() / static_cast<std::size_t>(format.bands()),
+                    format.bands());
+        return RowSpan{m_premultiplied.data(), static_cast<std::ptrdiff_t>(rowBytes)};
     }
 
     // Profiles speak of straight colours, so a premultiplied picture is unmixed first; when no colour
@@ -130,15 +140,33 @@ private:
     RowReader m_reader;
     const ColorConversion& m_conversion;
     bool m_sourceIsPremultiplied;
+    std::vector<std::uint8_t> m_premultiplied;
 };
+
+bool isIn(ColorSpace space, ProfileBytes profile)
+{
+    const bool isSrgb = std::ranges::equal(profile, srgbProfile());
+    return space == ColorSpace::own || isSrgb || (space == ColorSpace::deviceRGB && profile.empty());
+}
+
+// Whether an earlier drawing gave these very pixels.
+bool isDrawn(const Image& image, const DrawRequest& request, ProfileBytes profile)
+{
+    return image.isInMemory() && image.alphaIsPremultiplied() && image.width() == request.width &&
+           image.height() == request.height && vips_image_get_bands(image.pixels()) == 4 &&
+           isIn(request.colorSpace, profile);
+}
 
 } // namespace
 
 Result<Image> draw(const Image& image, const DrawRequest& request)
 {
+    const std::vector<std::uint8_t> profile = attachedProfile(image.pixels());
+    if (isDrawn(image, request, profile))
+        return request.colorSpace == ColorSpace::deviceRGB ? image.withoutProfile() : image;
+
     auto reader = RowReader::open(image);
     if (!reader) return reader.error();
-    const std::vector<std::uint8_t> profile = attachedProfile(image.pixels());
     const ColorPlan plan = planColors(*reader, profile, request.colorSpace);
 
     const bool swapsAxes = image.pendingOrientation() >= 5;

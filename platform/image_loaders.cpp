@@ -45,6 +45,7 @@ int loadTiff(VipsSource* source, VipsImage** out)
 
 int loadHeif(VipsSource* source, VipsImage** out)
 {
+    ensureHeifReady();
     return vips_heifload_source(source, out, LUMORA_STRICT_SEQUENTIAL);
 }
 

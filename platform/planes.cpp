@@ -19,6 +19,12 @@ namespace {
 
 constexpr std::size_t alignment = 64;
 
+std::ptrdiff_t alignedStride(int width, int componentBytes)
+{
+    constexpr auto step = static_cast<std::ptrdiff_t>(alignment);
+    return (static_cast<std::ptrdiff_t>(width) * componentBytes + step - 1) / step * step;
+}
+
 LUMORA_VECTOR_CLONES void split3(const std::uint8_t* packed, std::uint8_t* __restrict a,
                                  std::uint8_t* __restrict b, std::uint8_t* __restrict c, std::ptrdiff_t count)
 {
@@ -26,6 +32,16 @@ LUMORA_VECTOR_CLONES void split3(const std::uint8_t* packed, std::uint8_t* __res
         a[i] = packed[3 * i];
         b[i] = packed[3 * i + 1];
         c[i] = packed[3 * i + 2];
+    }
+}
+
+LUMORA_VECTOR_CLONES void join3(const std::uint8_t* a, const std::uint8_t* b, const std::uint8_t* c,
+                                std::uint8_t* __restrict packed, std::ptrdiff_t count)
+{
+    for (std::ptrdiff_t i = 0; i < count; ++i) {
+        packed[3 * i] = a[i];
+        packed[3 * i + 1] = b[i];
+        packed[3 * i + 2] = c[i];
     }
 }
 
@@ -51,41 +67,42 @@ AlignedBytes allocateAligned(std::size_t bytes)
     return AlignedBytes(memory);
 }
 
-Planes::Planes(int width, int height, int bands)
-    : m_width(width), m_height(height), m_bands(bands),
-      m_stride((width + static_cast<std::ptrdiff_t>(alignment) - 1) / static_cast<std::ptrdiff_t>(alignment) *
-               static_cast<std::ptrdiff_t>(alignment)),
+Planes::Planes(int width, int height, int bands, int componentBytes)
+    : m_width(width), m_height(height), m_bands(bands), m_stride(alignedStride(width, componentBytes)),
       m_bytes(allocateAligned(static_cast<std::size_t>(m_stride) * static_cast<std::size_t>(height) *
                               static_cast<std::size_t>(bands)))
 {
 }
 
-void Planes::deinterleave(const std::uint8_t* packed, int first, int count)
+void Planes::deinterleave(const std::uint8_t* interleaved, std::ptrdiff_t rowStride, int count)
 {
-    for (int y = first; y < first + count; ++y, packed += static_cast<std::ptrdiff_t>(m_width) * m_bands) {
+    for (int y = 0; y < count; ++y, interleaved += rowStride) {
         if (m_bands == 3) {
-            split3(packed, row(0, y), row(1, y), row(2, y), m_width);
+            split3(interleaved, row(0, y), row(1, y), row(2, y), m_width);
             continue;
         }
         for (int band = 0; band < m_bands; ++band)
-            splitBand(packed + band, row(band, y), m_width, m_bands);
+            splitBand(interleaved + band, row(band, y), m_width, m_bands);
     }
 }
 
-void Planes::interleave(int first, int count, std::uint8_t* packed) const
+void Planes::interleave(int count, std::uint8_t* interleaved) const
 {
-    for (int y = first; y < first + count; ++y, packed += static_cast<std::ptrdiff_t>(m_width) * m_bands) {
+    for (int y = 0; y < count; ++y, interleaved += static_cast<std::ptrdiff_t>(m_width) * m_bands) {
+        if (m_bands == 3) {
+            join3(row(0, y), row(1, y), row(2, y), interleaved, m_width);
+            continue;
+        }
         for (int band = 0; band < m_bands; ++band)
-            joinBand(row(band, y), packed + band, m_width, m_bands);
+            joinBand(row(band, y), interleaved + band, m_width, m_bands);
     }
 }
 
-void Planes::copyRows(const Planes& other, int firstOfOther, int count)
+void Planes::moveToTop(int first, int count)
 {
-    for (int band = 0; band < m_bands; ++band) {
-        std::memcpy(row(band, 0), other.row(band, firstOfOther),
-                    static_cast<std::size_t>(m_stride) * static_cast<std::size_t>(count));
-    }
+    for (int band = 0; band < m_bands; ++band)
+        std::memmove(row(band, 0), row(band, first),
+                     static_cast<std::size_t>(m_stride) * static_cast<std::size_t>(count));
 }
 
 } // namespace lumora

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// 8-bit components as separate, aligned planes: the form in which the resampling library works. For the codec
+// Components as separate, aligned planes: the form in which the resampling library works. For the codec
 // layer.
 #pragma once
 
@@ -23,18 +23,20 @@ AlignedBytes allocateAligned(std::size_t bytes);
 class Planes
 {
 public:
-    Planes(int width, int height, int bands);
+    // Uninitialised; `componentBytes` is 1 or 2.
+    Planes(int width, int height, int bands, int componentBytes);
 
     int bands() const { return m_bands; }
     std::ptrdiff_t stride() const { return m_stride; }
     std::uint8_t* row(int band, int y) { return m_bytes.get() + offset(band, y); }
     const std::uint8_t* row(int band, int y) const { return m_bytes.get() + offset(band, y); }
 
-    // Between tightly packed interleaved rows and rows [first, first + count) of the planes.
-    void deinterleave(const std::uint8_t* packed, int first, int count);
-    void interleave(int first, int count, std::uint8_t* packed) const;
-    // Copies `count` rows of `other` from row `firstOfOther` on to the top.
-    void copyRows(const Planes& other, int firstOfOther, int count);
+    // Between interleaved rows of 8-bit components, `rowStride` bytes from one to the next, and the first
+    // `count` rows of the planes.
+    void deinterleave(const std::uint8_t* interleaved, std::ptrdiff_t rowStride, int count);
+    void interleave(int count, std::uint8_t* interleaved) const; // tightly packed
+    // Moves `count` rows from row `first` on to the top.
+    void moveToTop(int first, int count);
 
 private:
     std::ptrdiff_t offset(int band, int y) const

@@ -7,10 +7,10 @@
 #pragma once
 
 #include "platform/result.h"
+#include "platform/row_reader.h"
 
 #include <cstdint>
 #include <functional>
-#include <vector>
 
 namespace lumora {
 
@@ -22,12 +22,14 @@ struct PixelSize
     bool operator==(const PixelSize&) const = default;
 };
 
-// Fills `rows` with `count` tightly packed rows from row `first` on. Every row is asked for once, from the
-// top down.
-using RowProvider = std::function<Status(int first, int count, std::uint8_t* rows)>;
+// `count` rows from row `first` on, valid until the next request. Every row is asked for once, from the top
+// down.
+using RowProvider = std::function<Result<RowSpan>(int first, int count)>;
+// Takes `count` finished rows, tightly packed, which begin at row `first` of the result; called from the top
+// down. The consumer may change the rows.
+using RowConsumer = std::function<void(int first, int count, std::uint8_t* rows)>;
 
-// Interleaved 8-bit components, 1 to 4 bands, tightly packed; the result has the same bands.
-Result<std::vector<std::uint8_t>> resample(const RowProvider& source, PixelSize from, PixelSize to,
-                                           int bands);
+// Interleaved 8-bit components, 1 to 4 bands on both sides. Fails with the provider's error.
+Status resample(const RowProvider& source, PixelSize from, PixelSize to, int bands, const RowConsumer& sink);
 
 } // namespace lumora

@@ -73,17 +73,22 @@ void unpremultiply(std::uint8_t* pixels, std::size_t count, int bands)
     }
 }
 
-std::vector<std::uint8_t> turnedUpright(std::vector<std::uint8_t> rgba, PixelSize stored,
-                                        Orientation orientation)
+RgbaBytes allocateRgba(PixelSize size)
+{
+    return std::make_unique_for_overwrite<std::uint8_t[]>(static_cast<std::size_t>(size.width) *
+                                                          static_cast<std::size_t>(size.height) * 4);
+}
+
+RgbaBytes turnedUpright(RgbaBytes rgba, PixelSize stored, Orientation orientation)
 {
     if (orientation <= 1 || orientation > 8) return rgba;
     const Turn turn = turnOf(stored, orientation);
-    std::vector<std::uint8_t> upright(rgba.size());
-    const std::uint8_t* from = rgba.data();
+    RgbaBytes upright = allocateRgba(stored);
+    const std::uint8_t* from = rgba.get();
     for (int y = 0; y < stored.height; ++y) {
         std::ptrdiff_t at = turn.origin + y * turn.rowStep;
         for (int x = 0; x < stored.width; ++x, from += 4, at += turn.columnStep) {
-            std::memcpy(upright.data() + at * 4, from, 4);
+            std::memcpy(upright.get() + at * 4, from, 4);
         }
     }
     return upright;

@@ -8,7 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <vector>
+#include <memory>
 
 namespace lumora {
 
@@ -17,8 +17,11 @@ namespace lumora {
 void premultiply(std::uint8_t* pixels, std::size_t count, int bands);
 void unpremultiply(std::uint8_t* pixels, std::size_t count, int bands);
 
+// Room for one picture, uninitialised.
+using RgbaBytes = std::unique_ptr<std::uint8_t[]>;
+RgbaBytes allocateRgba(PixelSize size);
+
 // RGBA pixels of the stored size turned upright.
-std::vector<std::uint8_t> turnedUpright(std::vector<std::uint8_t> rgba, PixelSize stored,
-                                        Orientation orientation);
+RgbaBytes turnedUpright(RgbaBytes rgba, PixelSize stored, Orientation orientation);
 
 } // namespace lumora

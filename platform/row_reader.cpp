@@ -113,16 +113,23 @@ int RowReader::height() const
     return vips_image_get_height(m_image.get());
 }
 
+Result<RowSpan> RowReader::rows(int first, int count)
+{
+    const VipsRect strip{0, first, width(), count};
+    if (vips_region_prepare(m_region.get(), &strip) != 0) return takeVipsError();
+    const std::ptrdiff_t stride = m_region->bpl;
+    return RowSpan{m_region->data + (first - m_region->valid.top) * stride, stride};
+}
+
 Status RowReader::read(int first, int count, std::uint8_t* rows)
 {
     const auto rowBytes = static_cast<std::size_t>(width()) * static_cast<std::size_t>(m_format.bands());
     for (int top = first; top < first + count; top += stripHeight) {
-        const VipsRect strip{0, top, width(), std::min(stripHeight, first + count - top)};
-        if (vips_region_prepare(m_region.get(), &strip) != 0) return takeVipsError();
-        for (int y = top; y < top + strip.height; ++y, rows += rowBytes) {
-            std::memcpy(rows, m_region->data + std::ptrdiff_t{y - m_region->valid.top} * m_region->bpl,
-                        rowBytes);
-        }
+        const int height = std::min(stripHeight, first + count - top);
+        const auto strip = this->rows(top, height);
+        if (!strip) return strip.error();
+        for (int y = 0; y < height; ++y, rows += rowBytes)
+            std::memcpy(rows, strip->first + y * strip->stride, rowBytes);
     }
     return Done{};
 }

@@ -8,6 +8,7 @@
 #include "platform/result.h"
 #include "platform/vips_library.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 
@@ -28,6 +29,13 @@ struct RowFormat
     }
 };
 
+// Rows one after another in somebody else's memory, `stride` bytes from one to the next.
+struct RowSpan
+{
+    const std::uint8_t* first;
+    std::ptrdiff_t stride;
+};
+
 class RowReader
 {
 public:
@@ -41,8 +49,10 @@ public:
     // Whether the components are still those that the embedded profile describes.
     bool keepsProfileSpace() const { return m_keepsProfileSpace; }
 
-    // Copies `count` rows from row `first` on into `rows`, tightly packed. Rows must be asked for from the
-    // top down.
+    // `count` rows from row `first` on, which stay valid until the next request. Rows must be asked for from
+    // the top down.
+    Result<RowSpan> rows(int first, int count);
+    // The same, copied into `rows`, tightly packed.
     Status read(int first, int count, std::uint8_t* rows);
 
 private:

@@ -2,16 +2,47 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/vips_library.h"
 
+#include <gmodule.h>
 #include <vips/vips.h>
 
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
+#include <string>
 
 namespace lumora {
 namespace {
 
+// The library looks for its modules below the folder of this variable and sets it itself when it is missing.
+// While this object lives the variable names no folder; then it is as it was, for the programs that Lumora
+// starts.
+class WithoutModules
+{
+public:
+    WithoutModules()
+    {
+        if (const char* value = std::getenv(variable)) m_before = value;
+        g_setenv(variable, "/nonexistent", TRUE);
+    }
+    ~WithoutModules()
+    {
+        if (m_before) {
+            g_setenv(variable, m_before->c_str(), TRUE);
+        } else {
+            g_unsetenv(variable);
+        }
+    }
+    WithoutModules(const WithoutModules&) = delete;
+    WithoutModules& operator=(const WithoutModules&) = delete;
+
+private:
+    static constexpr const char* variable = "VIPSHOME";
+    std::optional<std::string> m_before;
+};
+
 bool start()
 {
+    const WithoutModules withoutModules;
     if (VIPS_INIT("lumora") != 0) {
         std::fputs("lumora: the image library could not be started\n", stderr);
         std::abort();
@@ -22,8 +53,7 @@ bool start()
     vips_operation_block_set("VipsForeign", TRUE);
     for (const char* allowed :
          {"VipsForeignLoadJpeg", "VipsForeignLoadPng", "VipsForeignLoadNsgif", "VipsForeignLoadTiff",
-          "VipsForeignLoadHeif", "VipsForeignLoadWebp", "VipsForeignSaveJpeg", "VipsForeignSavePng",
-          "VipsForeignSaveHeif", "VipsForeignSaveTiff", "VipsForeignSaveCgif"}) {
+          "VipsForeignLoadWebp", "VipsForeignSaveJpeg", "VipsForeignSaveTiff", "VipsForeignSaveCgif"}) {
         vips_operation_block_set(allowed, FALSE);
     }
 
@@ -33,11 +63,29 @@ bool start()
     return true;
 }
 
+bool startHeif()
+{
+    ensureVipsReady();
+    const std::string module = std::string(LUMORA_VIPS_LIBRARY_DIRECTORY "/vips-modules-") +
+                               std::to_string(vips_version(0)) + "." + std::to_string(vips_version(1)) +
+                               "/vips-heif.so";
+    // Where the reader is built in there is no module to open.
+    if (g_type_from_name("VipsForeignLoadHeif") == 0) g_module_open(module.c_str(), G_MODULE_BIND_LAZY);
+    vips_operation_block_set("VipsForeignLoadHeif", FALSE);
+    return true;
+}
+
 } // namespace
 
 void ensureVipsReady()
 {
     static const bool started = start();
+    static_cast<void>(started);
+}
+
+void ensureHeifReady()
+{
+    static const bool started = startHeif();
     static_cast<void>(started);
 }
 

@@ -100,7 +100,7 @@ VipsImagePtr imageOf(const Pixels& pixels, const SaveOptions& options)
 
 VipsImagePtr open(const std::filesystem::path& file)
 {
-    ensureVipsReady();
+    ensureHeifReady();
     VipsImage* image = nullptr;
     const std::string bytes = readBytes(file);
     image = vips_image_new_from_buffer(bytes.data(), bytes.size(), "", nullptr);
@@ -145,9 +145,10 @@ Pixels uniformPicture(int width, int height, std::vector<std::uint8_t> color)
 
 void save(const std::filesystem::path& file, const Pixels& pixels, const SaveOptions& options)
 {
-    ensureVipsReady();
-    // WebP is no format that the product saves through the library, so it is blocked there.
-    vips_operation_block_set("VipsForeignSaveWebp", FALSE);
+    ensureHeifReady();
+    // The product saves none of these through the library, so they are blocked there.
+    for (const char* saver : {"VipsForeignSavePng", "VipsForeignSaveWebp", "VipsForeignSaveHeif"})
+        vips_operation_block_set(saver, FALSE);
     const VipsImagePtr image = imageOf(pixels, options);
     const std::string extension = file.extension().string();
     void* bytes = nullptr;
