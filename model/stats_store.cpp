@@ -64,6 +64,7 @@ StatsStore::StatsStore(const std::filesystem::path& dataFolder, Now now, QObject
       m_stats(load(m_file))
 {
     makeFolder(m_file.parent_path());
+    removeStaleDrafts(m_file.parent_path());
 }
 
 void StatsStore::record(const ProcessingResult& result)

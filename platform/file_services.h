@@ -69,6 +69,10 @@ private:
     FileDescriptor m_descriptor;
 };
 
+// Removes what AtomicFile left in this folder when its program was killed: drafts that nobody has touched for
+// an hour. Failures are left to the next call.
+void removeStaleDrafts(const std::filesystem::path& folder);
+
 // AtomicFile in one call.
 Status writeFileAtomically(const std::filesystem::path& url, std::span<const std::byte> bytes);
 

@@ -12,6 +12,9 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <limits>
 
 namespace lumora {
@@ -266,6 +269,35 @@ TEST_F(SettingsStoreTest, TwoWritersOfDifferentSettingsKeepBoth)
     EXPECT_EQ(settings.maximumPixels(), 77);
     EXPECT_NE(stored().find("maximumPixels=77"), std::string::npos);
     EXPECT_NE(stored().find("quality=2"), std::string::npos);
+}
+
+pid_t startWriter(const fs::path& file, const char* setting)
+{
+    const pid_t child = ::fork();
+    if (child != 0) return child;
+    ::execl(LUMORA_WRITE_SETTING, LUMORA_WRITE_SETTING, file.c_str(), setting, nullptr);
+    ::_exit(127);
+}
+
+int exitStatusOf(pid_t child)
+{
+    int status = -1;
+    ::waitpid(child, &status, 0);
+    return status;
+}
+
+TEST_F(SettingsStoreTest, TwoProgramsThatWriteAtOnceLoseNeitherSetting)
+{
+    store("filenamePrefix=kept");
+    const pid_t one = startWriter(m_file, "quality");
+    const pid_t other = startWriter(m_file, "maximumPixels");
+    ASSERT_EQ(exitStatusOf(one), 0);
+    ASSERT_EQ(exitStatusOf(other), 0);
+
+    LumoraSettings settings(fileName());
+    EXPECT_EQ(settings.quality(), 200.0);
+    EXPECT_EQ(settings.maximumPixels(), 200);
+    EXPECT_EQ(settings.filenamePrefix(), QStringLiteral("kept"));
 }
 
 } // namespace

@@ -7,8 +7,11 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <limits>
 
@@ -269,6 +272,93 @@ TEST_F(StatsStoreTest, NoDraftIsLeftBeside)
     for (int i = 0; i < 20; ++i)
         store->record(failure());
     EXPECT_EQ(std::distance(fs::directory_iterator(m_file.parent_path()), {}), 1);
+}
+
+TEST_F(StatsStoreTest, ADraftOfAKilledProgramIsClearedAwayAndAFreshOneIsNot)
+{
+    const fs::path stale = m_file.parent_path() / ".lumora-stale";
+    const fs::path fresh = m_file.parent_path() / ".lumora-fresh";
+    fs::create_directories(m_file.parent_path());
+    test::writeFile(stale, "{");
+    test::writeFile(fresh, "{");
+    fs::last_write_time(stale, fs::file_time_type::clock::now() - 2h);
+    open();
+    EXPECT_FALSE(fs::exists(stale));
+    EXPECT_TRUE(fs::exists(fresh));
+}
+
+// A limit on the size of files stands for a disk that takes no more bytes.
+class FullDisk
+{
+public:
+    FullDisk()
+    {
+        m_handler = std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_limit);
+        const rlimit none{0, m_limit.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &none);
+    }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_limit);
+        std::signal(SIGXFSZ, m_handler);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    rlimit m_limit{};
+    void (*m_handler)(int);
+};
+
+TEST_F(StatsStoreTest, AFullDiskKeepsTheOldFileAndTheTotalsInMemory)
+{
+    const auto store = open();
+    store->record(failure());
+    {
+        const FullDisk full;
+        store->record(failure());
+    }
+    EXPECT_EQ(store->stats().filesProcessed, 2);
+    EXPECT_EQ(open()->stats().filesProcessed, 1);
+    EXPECT_EQ(std::distance(fs::directory_iterator(m_file.parent_path()), {}), 1);
+}
+
+// Permissions bind everybody but the superuser, so a test that runs as such becomes nobody for a while.
+class OrdinaryUser
+{
+public:
+    OrdinaryUser()
+    {
+        if (geteuid() == 0) {
+            EXPECT_EQ(seteuid(65534), 0);
+        }
+    }
+    ~OrdinaryUser() { EXPECT_EQ(seteuid(getuid()), 0); }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+};
+
+TEST_F(StatsStoreTest, AnUnreadableFileCountsAsNone)
+{
+    EXPECT_EQ(loaded("{" + sevenKeys + "}").filesProcessed, 1);
+    fs::permissions(m_file, fs::perms::none);
+    const OrdinaryUser user;
+    EXPECT_EQ(open()->stats(), LifetimeStats());
+}
+
+TEST_F(StatsStoreTest, AReadOnlyFolderKeepsTheOldFileAndTheTotalsInMemory)
+{
+    const auto store = open();
+    store->record(failure());
+    fs::permissions(m_file.parent_path(), fs::perms::owner_read | fs::perms::owner_exec);
+    {
+        const OrdinaryUser user;
+        store->record(failure());
+    }
+    fs::permissions(m_file.parent_path(), fs::perms::owner_all);
+    EXPECT_EQ(store->stats().filesProcessed, 2);
+    EXPECT_EQ(open()->stats().filesProcessed, 1);
 }
 
 using LifetimeStatsDeathTest = StatsStoreTest;
