@@ -68,19 +68,15 @@ QWidget* DropWindowView::makeHeader(LumoraSettings& settings, std::function<void
     preferences->setAccessibleName(QStringLiteral("Preferences"));
     connect(preferences, &QAbstractButton::clicked, this, std::move(openPreferences));
 
-    // The chips' area is larger than their place in the layout.
-    constexpr QMargins bleed = SettingsChipGroup::bleed;
     auto* titleAndChips = new QVBoxLayout;
-    titleAndChips->setSpacing(4 - bleed.top());
-    auto* title = new StyledLabel(QStringLiteral("Lumora"), titleFont, TidewellTheme::cream());
-    title->setIndent(bleed.left());
-    titleAndChips->addWidget(title);
+    titleAndChips->setSpacing(4);
+    titleAndChips->addWidget(new StyledLabel(QStringLiteral("Lumora"), titleFont, TidewellTheme::cream()));
     titleAndChips->addWidget(new SettingsChipGroup(settings));
 
     auto* header = new QWidget(this);
     auto* row = new QHBoxLayout(header);
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(0);
+    row->setSpacing(12);
     row->addWidget(new TidewellLogoMark);
     row->addLayout(titleAndChips, 1);
     row->addWidget(preferences);

@@ -243,7 +243,7 @@ void DropZone::paintIcon(QPainter& painter, const QRectF& area) const
     painter.translate(area.center());
     if (isTurning()) painter.rotate(m_turning.currentValue().toDouble());
     Symbol{iconName(), pictureSize, QFont::Normal, true}.paint(painter, area.translated(-area.center()),
-                                                            TidewellTheme::copper());
+                                                               TidewellTheme::copper());
     painter.restore();
 }
 

@@ -88,8 +88,9 @@ QVariant ResultsListModel::data(const QModelIndex& index, int role) const
 
 Qt::ItemFlags ResultsListModel::flags(const QModelIndex& index) const
 {
+    if (!index.isValid()) return Qt::NoItemFlags;
     Qt::ItemFlags flags = QAbstractListModel::flags(index) | Qt::ItemNeverHasChildren;
-    flags.setFlag(Qt::ItemIsDragEnabled, index.isValid() && result(index).outputURL.has_value());
+    flags.setFlag(Qt::ItemIsDragEnabled, result(index).outputURL.has_value());
     return flags;
 }
 

@@ -4,11 +4,9 @@
 #pragma once
 
 #include "model/processing_model.h"
+#include "tests/app/wait_for.h"
 #include "tests/ui/model_objects.h"
 #include "ui/drop_window_view.h"
-
-#include <QCoreApplication>
-#include <QEventLoop>
 
 #include <condition_variable>
 #include <map>
@@ -47,7 +45,7 @@ struct DropWindowObjects : ModelObjects
         answers.insert_or_assign(result.sourceURL, result);
         const int before = model.resultCount();
         model.process({result.sourceURL});
-        waitUntil([&] { return model.resultCount() == before + 1 && !model.isProcessing(); });
+        waitFor([&] { return model.resultCount() == before + 1 && !model.isProcessing(); });
     }
     // Starts a batch and stops it in the middle, until the objects end.
     void runUntil(int completed, int total)
@@ -57,7 +55,7 @@ struct DropWindowObjects : ModelObjects
             files.emplace_back("/photos/picture-" + std::to_string(i) + ".jpg");
         allowed = completed;
         model.process(files);
-        waitUntil([&] { return model.completedCount() == completed && model.totalCount() == total; });
+        waitFor([&] { return model.completedCount() == completed && model.totalCount() == total; });
     }
     void letWorkersGo()
     {
@@ -66,13 +64,6 @@ struct DropWindowObjects : ModelObjects
             allowed = 1 << 30;
         }
         go.notify_all();
-    }
-
-    template <class Condition>
-    static void waitUntil(Condition condition)
-    {
-        while (!condition())
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
     }
 
     ProcessingServices services()
@@ -84,7 +75,8 @@ struct DropWindowObjects : ModelObjects
             --allowed;
             const auto answer = answers.find(file);
             if (answer != answers.end()) return answer->second;
-            return ProcessingResult(file, Path(file).replace_extension(".webp"), 2'000'000, 500'000, "Optimized", true);
+            return ProcessingResult(file, Path(file).replace_extension(".webp"), 2'000'000, 500'000,
+                                    "Optimized", true);
         };
         fakes.expand = [this](const std::vector<Path>& items, std::stop_token) {
             const std::lock_guard lock(mutex);

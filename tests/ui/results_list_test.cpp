@@ -101,14 +101,16 @@ TEST_F(Results, AreRowsOfRawValuesNewestFirst)
 {
     objects.addSuccess("/photos/a.jpg", 2'000'000, 1'500'000, "Optimized");
     objects.addFailure("/photos/b.jpg", "The image could not be read.");
-    const QAbstractItemModelTester tester(view().model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
+    const QAbstractItemModelTester tester(view().model(),
+                                          QAbstractItemModelTester::FailureReportingMode::Fatal);
     EXPECT_EQ(at(0, Qt::DisplayRole), QStringLiteral("b.jpg"));
     EXPECT_EQ(at(0, ResultsListModel::IsSuccessRole), false);
     EXPECT_EQ(at(0, ResultsListModel::HasOutputRole), false);
     EXPECT_EQ(at(0, ResultsListModel::MessageRole), QStringLiteral("The image could not be read."));
     EXPECT_EQ(at(1, ResultsListModel::OriginalBytesRole), 2'000'000);
     EXPECT_EQ(at(1, ResultsListModel::OutputBytesRole), 1'500'000);
-    EXPECT_EQ(at(1, ResultsListModel::MetricsTextRole), QStringLiteral("2 MB -> 1.5 MB | saved 500 KB (25.0%)"));
+    EXPECT_EQ(at(1, ResultsListModel::MetricsTextRole),
+              QStringLiteral("2 MB -> 1.5 MB | saved 500 KB (25.0%)"));
 }
 
 TEST_F(Results, TellAScreenReaderWhatTheIconShows)
@@ -124,8 +126,10 @@ TEST_F(Results, TellAScreenReaderWhatTheIconShows)
 TEST_F(Results, KeepTotalsThatEqualTheRecomputedOnes)
 {
     for (int i = 0; i < 20; ++i) {
-        if (i % 3 == 0) objects.addFailure("/photos/f.jpg", "no");
-        else objects.addSuccess("/photos/s.jpg", 1000 * i, 700 * i + 90, "Optimized");
+        if (i % 3 == 0)
+            objects.addFailure("/photos/f.jpg", "no");
+        else
+            objects.addSuccess("/photos/s.jpg", 1000 * i, 700 * i + 90, "Optimized");
     }
     ResultTotals recomputed;
     for (int i = 0; i < objects.model.resultCount(); ++i)
@@ -155,6 +159,7 @@ TEST_F(Results, HaveAShowButtonOnlyWhereThereIsAnOutput)
 {
     objects.addSuccess("/photos/a.jpg", 2, 1, "Optimized");
     objects.addFailure("/photos/b.jpg", "no");
+    QCoreApplication::processEvents();
     EXPECT_TRUE(view().revealButton(row(0)).isEmpty());
     EXPECT_TRUE(view().viewport()->rect().contains(view().revealButton(row(1))));
 }

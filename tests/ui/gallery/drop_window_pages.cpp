@@ -37,14 +37,17 @@ void mixedResults(test::DropWindowObjects& objects)
     objects.addSuccess("/photos/already-small.jpg", 181'004, 204'771, "Converted");
     objects.addSuccess("/photos/logo.png", 20'480, 20'480, "Converted");
     objects.addSuccess("/photos/DSC_0001.JPG", 17'900'000, 2'310'555, "Optimized");
-    objects.addFailure("/photos/panorama.tiff",
-                       "Could not finish writing panorama.webp: the encoder said that the picture is too large\n"
-                       "in one of its dimensions (the limit is 16383)\nand gave up.");
-    objects.addSuccess("/photos/IMG_4711.HEIC", 2'114'001, 1'702'339, "Optimized. Could not move the original to the Trash.");
+    objects.addFailure(
+        "/photos/panorama.tiff",
+        "Could not finish writing panorama.webp: the encoder said that the picture is too large\n"
+        "in one of its dimensions (the limit is 16383)\nand gave up.");
+    objects.addSuccess("/photos/IMG_4711.HEIC", 2'114'001, 1'702'339,
+                       "Optimized. Could not move the original to the Trash.");
     objects.addFailure("/photos/skip.png", "Skipped because the output file already exists.");
-    objects.addSuccess("/photos/Donaudampfschifffahrtsgesellschaftskapitänsmützenabzeichen-in-sehr-langer-Ausführung-"
-                       "und-noch-viel-länger-als-jedes-Fenster-breit-ist-Fassung-7.png",
-                       48'200'000, 9'100'000, "Optimized");
+    objects.addSuccess(
+        "/photos/Donaudampfschifffahrtsgesellschaftskapitänsmützenabzeichen-in-sehr-langer-Ausführung-"
+        "und-noch-viel-länger-als-jedes-Fenster-breit-ist-Fassung-7.png",
+        48'200'000, 9'100'000, "Optimized");
     objects.addSuccess("/photos/scan.bmp", 36'000'054, 1'250'000, "Optimized");
     objects.addSuccess("/photos/beach.jpg", 6'200'000, 820'000, "Optimized");
     objects.addSuccess("/photos/b\xFF.gif", 900'000, 310'000, "Optimized");
@@ -67,7 +70,8 @@ void dropWindowPages(const Gallery& gallery)
     save("drop-empty-least", QSize(720, 320), [](Objects&, DropWindowView&) {});
     save("drop-targeted", usual, [](Objects&, DropWindowView& view) { target(view); });
     save("drop-processing", sizeFor(3), [](Objects& objects, DropWindowView&) { objects.runUntil(3, 8); });
-    save("drop-focus", usual, [](Objects&, DropWindowView& view) { view.findChild<DropZone*>()->setFocus(); });
+    save("drop-focus", usual,
+         [](Objects&, DropWindowView& view) { view.findChild<DropZone*>()->setFocus(); });
     save("drop-one", sizeFor(1), [](Objects& objects, DropWindowView&) {
         objects.addSuccess("/photos/beach.jpg", 6'200'000, 820'000, "Optimized");
     });
@@ -80,15 +84,19 @@ void dropWindowPages(const Gallery& gallery)
         list->setCurrentIndex(list->model()->index(1, 0));
         list->setFocus();
     });
-    save("drop-twelve-narrow", QSize(720, 640), [](Objects& objects, DropWindowView&) { mixedResults(objects); });
-    save("drop-twelve-least", QSize(720, 320), [](Objects& objects, DropWindowView&) { mixedResults(objects); });
-    save("drop-twelve-wide", QSize(1500, 1100), [](Objects& objects, DropWindowView&) { mixedResults(objects); });
+    save("drop-twelve-narrow", QSize(720, 640),
+         [](Objects& objects, DropWindowView&) { mixedResults(objects); });
+    save("drop-twelve-least", QSize(720, 320),
+         [](Objects& objects, DropWindowView&) { mixedResults(objects); });
+    save("drop-twelve-wide", QSize(1500, 1100),
+         [](Objects& objects, DropWindowView&) { mixedResults(objects); });
     save("drop-twelve-right-to-left", sizeFor(12), [](Objects& objects, DropWindowView& view) {
         view.setLayoutDirection(Qt::RightToLeft);
         mixedResults(objects);
     });
     fonts::install(*qApp, 1.5);
-    save("drop-twelve-large-text", QSize(1000, 1100), [](Objects& objects, DropWindowView&) { mixedResults(objects); });
+    save("drop-twelve-large-text", QSize(1000, 1100),
+         [](Objects& objects, DropWindowView&) { mixedResults(objects); });
     save("drop-empty-large-text", usual, [](Objects&, DropWindowView&) {});
     fonts::install(*qApp, 1);
 }
