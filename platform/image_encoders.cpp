@@ -3,6 +3,7 @@
 #include "platform/image_encoders.h"
 
 #include "platform/color_conversion.h"
+#include "platform/color_profile.h"
 #include "platform/saved_bytes.h"
 #include "platform/storable_image.h"
 
@@ -58,12 +59,20 @@ bool isAvailable(const Encoder& encoder)
 }
 
 // By what the profile does to colours: sRGB has many wordings.
-bool isSrgb(VipsImage* image)
+bool isSrgb(VipsImage* image, ProfileBytes profile)
 {
-    const auto profile = std::as_bytes(std::span(attachedProfileBytes(image)));
+    return vips_image_guess_interpretation(image) != VIPS_INTERPRETATION_CMYK &&
+           ColorConversion::toSrgb({ColorModel::rgb, false}, profile).isIdentity();
+}
+
+PictureFacts factsOf(VipsImage* image)
+{
+    const auto attached = std::as_bytes(std::span(attachedProfileBytes(image)));
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as bytes
-    const auto* first = reinterpret_cast<const std::uint8_t*>(profile.data());
-    return ColorConversion::toSrgb({ColorModel::rgb, false}, {first, profile.size()}).isIdentity();
+    const auto* first = reinterpret_cast<const std::uint8_t*>(attached.data());
+    const ProfileBytes profile(first, attached.size());
+    return {vips_image_get_width(image), vips_image_get_height(image), isSrgb(image, profile),
+            profileDescription(profile)};
 }
 
 } // namespace
@@ -84,8 +93,7 @@ try {
     if (encoder == encoders.end()) return Error{"no encoder for this type"};
     const auto storable = storableImage(image, encoder->limits);
     if (!storable) return storable.error();
-    const MetadataBlobs metadata =
-        encodeMetadata(properties, {image.width(), image.height(), isSrgb(storable->get())});
+    const MetadataBlobs metadata = encodeMetadata(properties, factsOf(storable->get()));
     return encoder->encode({storable->get(), quality, !image.alphaIsPremultiplied(), metadata});
 } catch (const std::bad_alloc&) {
     return Error{"not enough memory"};

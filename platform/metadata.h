@@ -29,7 +29,14 @@ struct PictureFacts
     std::int64_t width; // pixels
     std::int64_t height;
     bool isSrgb;
+    std::string profileName; // description of the embedded colour profile; empty without one
 };
+
+// As EXIF numbers them: sRGB, or left to the profile.
+inline std::uint16_t exifColorSpace(const PictureFacts& facts)
+{
+    return facts.isSrgb ? 1 : 0xFFFF;
+}
 
 // Empty where there is nothing to say.
 struct MetadataBlobs

@@ -3,6 +3,7 @@
 #include "platform/metadata.h"
 
 #include "platform/exiv2_library.h"
+#include "platform/xmp_packet.h"
 
 #include <algorithm>
 #include <array>
@@ -53,9 +54,7 @@ Exiv2::ExifData exifOf(const ImageProperties& properties, const PictureFacts& fa
     if (data.empty()) return data;
     data["Exif.Photo.PixelXDimension"] = static_cast<std::uint32_t>(facts.width);
     data["Exif.Photo.PixelYDimension"] = static_cast<std::uint32_t>(facts.height);
-    constexpr std::uint16_t srgb = 1;
-    constexpr std::uint16_t uncalibrated = 0xFFFF;
-    data["Exif.Photo.ColorSpace"] = facts.isSrgb ? srgb : uncalibrated;
+    data["Exif.Photo.ColorSpace"] = exifColorSpace(facts);
     return data;
 }
 
@@ -76,35 +75,11 @@ std::string encodedIptc(const ImageProperties& properties)
     return textOf(Exiv2::Photoshop::setIptcIrb(nullptr, 0, data));
 }
 
-bool isStale(const Exiv2::Xmpdatum& datum)
-{
-    constexpr std::array<std::string_view, 4> furtherImages{
-        "http://ns.adobe.com/hdr-gain-map/1.0/", "http://ns.google.com/photos/1.0/container/",
-        "http://ns.google.com/photos/1.0/container/item/", "http://ns.apple.com/HDRGainMap/1.0/"};
-    constexpr std::array<std::string_view, 7> pixelLayout{
-        "Xmp.tiff.Orientation",     "Xmp.tiff.ImageWidth",      "Xmp.tiff.ImageLength",
-        "Xmp.exif.PixelXDimension", "Xmp.exif.PixelYDimension", "Xmp.exif.ColorSpace",
-        "Xmp.photoshop.ICCProfile"};
-    const std::string key = datum.key();
-    const std::string space = Exiv2::XmpProperties::ns(datum.groupName());
-    return std::ranges::find(pixelLayout, key) != pixelLayout.end() ||
-           key.starts_with("Xmp.xmp.Thumbnails") ||
-           std::ranges::find(furtherImages, space) != furtherImages.end();
-}
-
-std::string encodedXmp(const ImageProperties& properties)
+std::string encodedXmp(const ImageProperties& properties, const PictureFacts& facts)
 {
     const auto found = properties.find(PropertyKey::xmp);
-    if (found == properties.end()) return {};
-    Exiv2::XmpData data;
-    if (Exiv2::XmpParser::decode(data, std::get<std::string>(found->second)) != 0) return {};
-    for (auto datum = data.begin(); datum != data.end();) {
-        datum = isStale(*datum) ? data.erase(datum) : datum + 1;
-    }
-    std::string packet;
-    if (data.empty() || Exiv2::XmpParser::encode(packet, data, Exiv2::XmpParser::useCompactFormat) != 0)
-        return {};
-    return packet;
+    return found == properties.end() ? std::string{}
+                                     : updatedXmpPacket(std::get<std::string>(found->second), facts);
 }
 
 std::vector<std::pair<std::string, std::string>> textsOf(const ImageProperties& properties)
@@ -135,7 +110,7 @@ MetadataBlobs encodeMetadata(const ImageProperties& properties, const PictureFac
     ensureExiv2Ready();
     return {soundOrEmpty([&] { return encodedExif(exifOf(properties, facts)); }),
             soundOrEmpty([&] { return encodedIptc(properties); }),
-            soundOrEmpty([&] { return encodedXmp(properties); }), textsOf(properties)};
+            soundOrEmpty([&] { return encodedXmp(properties, facts); }), textsOf(properties)};
 }
 
 std::vector<std::byte> withTiffMetadata(std::vector<std::byte> tiff, const MetadataBlobs& blobs) noexcept

@@ -104,6 +104,31 @@ INSTANTIATE_TEST_SUITE_P(Formats, KeptMetadata,
                                          OutputFormat::original),
                          [](const auto& instance) { return std::string(rawValue(instance.param)); });
 
+TEST(KeptXmp, NamesTheProfileThatIsInTheFile)
+{
+    const test::TemporaryDirectory folder;
+    test::save(folder / "a.jpg", test::corneredPicture(64, 48), {.profile = "p3"});
+    const auto field = [](const std::filesystem::path& file, const std::string& name) {
+        return outputOf("exiftool -s3 -" + name + " '" + file.string() + "'");
+    };
+    const std::string profile = field(folder / "a.jpg", "ICC_Profile:ProfileDescription");
+    outputOf("exiftool -q -overwrite_original -XMP-photoshop:ICCProfileName='" +
+             profile.substr(0, profile.size() - 1) + "' -XMP-dc:Title=T '" + (folder / "a.jpg").string() +
+             "'");
+    const auto written = [&](bool removesProfile) {
+        return *ImageOptimizer::optimize(folder / "a.jpg",
+                                         settings({.outputFormat = OutputFormat::png,
+                                                   .optimizeColorForSharing = false,
+                                                   .removeColorManagement = removesProfile,
+                                                   .removeMetadata = false}),
+                                         OptimizerServices::system())
+                    .outputURL;
+    };
+    EXPECT_EQ(field(written(false), "XMP:ICCProfileName"), profile);
+    EXPECT_EQ(field(written(true), "XMP:ICCProfileName"), "");
+    EXPECT_EQ(field(written(true), "XMP:Title"), "T\n");
+}
+
 TEST(KeptTiffMetadata, SurvivesInATiff)
 {
     const test::TemporaryDirectory folder;
