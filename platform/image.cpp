@@ -6,6 +6,8 @@
 
 #include <vips/vips.h>
 
+#include <utility>
+
 namespace lumora {
 
 Image::Image(_VipsImage* pixels, Orientation pendingOrientation, bool inMemory, bool alphaIsPremultiplied)
@@ -29,6 +31,21 @@ Image Image::withPendingOrientation(Orientation orientation) const
     Image turned = *this;
     turned.m_orientation = orientation;
     return turned;
+}
+
+Image Image::withReducedDecoding(ReducedDecoding decoding) const
+{
+    Image reducible = *this;
+    reducible.m_reducedDecoding = std::make_shared<const ReducedDecoding>(std::move(decoding));
+    return reducible;
+}
+
+Result<Image> Image::reduced(int divisor) const
+{
+    if (!m_reducedDecoding) return *this;
+    const auto pixels = (*m_reducedDecoding)(divisor);
+    if (!pixels) return pixels.error();
+    return Image(*pixels, m_orientation, m_inMemory, m_alphaIsPremultiplied);
 }
 
 Image Image::withoutProfile() const

@@ -6,7 +6,10 @@
 // its pixels.
 #pragma once
 
+#include "platform/result.h"
+
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 struct _VipsImage;
@@ -15,6 +18,9 @@ namespace lumora {
 
 // The EXIF numbering: 1 upright, 2 to 4 mirrored or turned by 180 degrees, 5 to 8 with the axes swapped.
 using Orientation = int;
+
+// Opens the picture again at 1/divisor of its size. The result is a new reference.
+using ReducedDecoding = std::function<Result<_VipsImage*>(int divisor)>;
 
 class Image
 {
@@ -32,6 +38,13 @@ public:
     bool isInMemory() const { return m_inMemory; }
     bool alphaIsPremultiplied() const { return m_alphaIsPremultiplied; }
 
+    // Lets a picture that is not decoded yet be decoded at a half, a quarter or an eighth of its size: faster
+    // by far, and where a much smaller picture is wanted no worse.
+    Image withReducedDecoding(ReducedDecoding decoding) const;
+    // The picture at 1/divisor of its size, rounded up; the picture itself when it cannot. `divisor` is 2, 4
+    // or 8.
+    Result<Image> reduced(int divisor) const;
+
     // The same picture with another pending turn.
     Image withPendingOrientation(Orientation orientation) const;
     // The same picture without an embedded colour profile; its colours count as sRGB from then on.
@@ -44,6 +57,7 @@ public:
 
 private:
     std::shared_ptr<_VipsImage> m_pixels;
+    std::shared_ptr<const ReducedDecoding> m_reducedDecoding;
     Orientation m_orientation;
     bool m_inMemory;
     bool m_alphaIsPremultiplied;

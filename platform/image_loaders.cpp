@@ -131,4 +131,16 @@ Result<VipsImagePtr> loadFirstPicture(std::string_view typeIdentifier, int descr
     return VipsImagePtr(image);
 }
 
+Result<VipsImagePtr> loadReducedJpeg(int divisor, int descriptor)
+{
+    const std::unique_ptr<VipsSource, VipsUnref> source(vips_source_new_from_descriptor(descriptor));
+    VipsImage* image = nullptr;
+    if (!source ||
+        vips_jpegload_source(source.get(), &image, "shrink", divisor, "access", VIPS_ACCESS_SEQUENTIAL,
+                             "fail_on", VIPS_FAIL_ON_ERROR, nullptr) != 0) {
+        return takeVipsError();
+    }
+    return VipsImagePtr(image);
+}
+
 } // namespace lumora

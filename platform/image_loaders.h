@@ -15,4 +15,8 @@ namespace lumora {
 // stays the caller's.
 Result<VipsImagePtr> loadFirstPicture(std::string_view typeIdentifier, int descriptor);
 
+// The picture of an open JPEG at 1/divisor (2, 4, 8) of its size, rounded up, as its codec can compute it
+// from the lower frequencies alone. Otherwise like the above.
+Result<VipsImagePtr> loadReducedJpeg(int divisor, int descriptor);
+
 } // namespace lumora

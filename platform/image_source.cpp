@@ -114,6 +114,15 @@ ImageProperties describe(VipsImage* image, Orientation orientation, ImagePropert
     return properties;
 }
 
+ReducedDecoding reducedDecodingOf(FileDescriptor file)
+{
+    return [file = std::make_shared<FileDescriptor>(std::move(file))](int divisor) -> Result<VipsImage*> {
+        auto image = loadReducedJpeg(divisor, file->get());
+        if (!image) return image.error();
+        return image->release();
+    };
+}
+
 } // namespace
 
 ImageSource::ImageSource(std::string typeIdentifier, Image image, Orientation orientation,
@@ -139,8 +148,10 @@ Result<ImageSource> ImageSource::open(const std::filesystem::path& url)
     const Orientation orientation = vips_image_get_orientation(image);
     const std::string identifier(refinedIdentifier(*type, image));
     ImageProperties properties = describe(image, orientation, readMetadata(image, identifier, url));
-    return ImageSource(identifier, Image(loaded->release(), 1, false, false), orientation,
-                       std::move(properties));
+    Image picture(loaded->release(), 1, false, false);
+    if (identifier == "public.jpeg")
+        picture = picture.withReducedDecoding(reducedDecodingOf(std::move(*file)));
+    return ImageSource(identifier, std::move(picture), orientation, std::move(properties));
 }
 
 } // namespace lumora

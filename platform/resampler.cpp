@@ -23,25 +23,26 @@ struct BandWindow
 {
     int firstRow;
     int rowCount;
-    VerticalWindow band; // measured from firstRow
+    double top; // of the band, measured from firstRow
+    double height;
 };
 
-BandWindow windowOf(int firstOutput, int outputCount, int sourceHeight, int outputHeight)
+BandWindow windowOf(int firstOutput, int outputCount, const SourceShape& from, int outputHeight)
 {
-    const double scale = static_cast<double>(sourceHeight) / outputHeight;
+    const double scale = from.height / outputHeight;
     const double margin = kernelRadius * std::max(scale, 1.0) + 2.0;
     const double top = firstOutput * scale;
     const double bottom = (firstOutput + outputCount) * scale;
     const int first = std::max(0, static_cast<int>(std::floor(top - margin)));
-    const int last = std::min(sourceHeight, static_cast<int>(std::ceil(bottom + margin)));
-    return {first, last - first, {top - first, bottom - top}};
+    const int last = std::min(from.rows.height, static_cast<int>(std::ceil(bottom + margin)));
+    return {first, last - first, top - first, bottom - top};
 }
 
-int tallestWindow(int sourceHeight, int outputHeight)
+int tallestWindow(const SourceShape& from, int outputHeight)
 {
-    const double scale = static_cast<double>(sourceHeight) / outputHeight;
+    const double scale = from.height / outputHeight;
     const double rows = bandHeight * scale + 2 * (kernelRadius * std::max(scale, 1.0) + 3.0);
-    return std::min(sourceHeight, static_cast<int>(std::ceil(rows)));
+    return std::min(from.rows.height, static_cast<int>(std::ceil(rows)));
 }
 
 // The source's rows at the output's width. Narrowing them first, strip by strip with one and the same kernel,
@@ -50,9 +51,10 @@ int tallestWindow(int sourceHeight, int outputHeight)
 class NarrowedRows
 {
 public:
-    static Result<NarrowedRows> create(const RowProvider& source, PixelSize from, PixelSize to, int bands)
+    static Result<NarrowedRows> create(const RowProvider& source, const SourceShape& from, PixelSize to,
+                                       int bands)
     {
-        auto graph = ZimgGraph::build({from.width, stripHeight, 1}, {0.0, stripHeight},
+        auto graph = ZimgGraph::build({from.rows.width, stripHeight, 1}, {from.width, 0.0, stripHeight},
                                       {to.width, stripHeight, 2}, bands);
         if (!graph) return graph.error();
         return NarrowedRows(source, from, to, bands, std::move(*graph));
@@ -89,10 +91,10 @@ public:
     const Planes& planes() const { return m_rows; }
 
 private:
-    NarrowedRows(const RowProvider& source, PixelSize from, PixelSize to, int bands, ZimgGraph graph)
-        : m_source(source), m_height(from.height), m_graph(std::move(graph)),
-          m_strip(from.width, stripHeight, bands, 1),
-          m_rows(to.width, tallestWindow(from.height, to.height) + stripHeight, bands, 2)
+    NarrowedRows(const RowProvider& source, const SourceShape& from, PixelSize to, int bands, ZimgGraph graph)
+        : m_source(source), m_height(from.rows.height), m_graph(std::move(graph)),
+          m_strip(from.rows.width, stripHeight, bands, 1),
+          m_rows(to.width, tallestWindow(from, to.height) + stripHeight, bands, 2)
     {
     }
 
@@ -107,7 +109,8 @@ private:
 
 } // namespace
 
-Status resample(const RowProvider& source, PixelSize from, PixelSize to, int bands, const RowConsumer& sink)
+Status resample(const RowProvider& source, const SourceShape& from, PixelSize to, int bands,
+                const RowConsumer& sink)
 {
     auto rows = NarrowedRows::create(source, from, to, bands);
     if (!rows) return rows.error();
@@ -116,10 +119,11 @@ Status resample(const RowProvider& source, PixelSize from, PixelSize to, int ban
                                      static_cast<std::size_t>(bands));
     for (int top = 0; top < to.height; top += bandHeight) {
         const int count = std::min(bandHeight, to.height - top);
-        const BandWindow window = windowOf(top, count, from.height, to.height);
+        const BandWindow window = windowOf(top, count, from, to.height);
         if (auto status = rows->load(window.firstRow, window.rowCount); !status) return status;
-        const auto graph =
-            ZimgGraph::build({to.width, window.rowCount, 2}, window.band, {to.width, count, 1}, bands);
+        const auto graph = ZimgGraph::build({to.width, window.rowCount, 2},
+                                            {static_cast<double>(to.width), window.top, window.height},
+                                            {to.width, count, 1}, bands);
         if (!graph) return graph.error();
         if (auto status = graph->run(rows->planes(), 0, target, 0); !status) return status;
         target.interleave(count, packed.data());

@@ -22,6 +22,15 @@ struct PixelSize
     bool operator==(const PixelSize&) const = default;
 };
 
+// The picture to reduce, as its rows come. It may end within the last column and row: so it does when a
+// decoder has halved an odd size.
+struct SourceShape
+{
+    PixelSize rows;
+    double width;
+    double height;
+};
+
 // `count` rows from row `first` on, valid until the next request. Every row is asked for once, from the top
 // down.
 using RowProvider = std::function<Result<RowSpan>(int first, int count)>;
@@ -30,6 +39,7 @@ using RowProvider = std::function<Result<RowSpan>(int first, int count)>;
 using RowConsumer = std::function<void(int first, int count, std::uint8_t* rows)>;
 
 // Interleaved 8-bit components, 1 to 4 bands on both sides. Fails with the provider's error.
-Status resample(const RowProvider& source, PixelSize from, PixelSize to, int bands, const RowConsumer& sink);
+Status resample(const RowProvider& source, const SourceShape& from, PixelSize to, int bands,
+                const RowConsumer& sink);
 
 } // namespace lumora

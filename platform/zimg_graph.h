@@ -22,10 +22,11 @@ struct StripShape
     int componentBytes; // 1 or 2, of the full range
 };
 
-// The rows of the source strip that the step scales to the whole target: it may begin and end between two
-// rows, and the rows around it feed the kernel.
-struct VerticalWindow
+// What the step scales to the whole target, from the left edge of the source strip on: it may begin and end
+// between two pixels, and the pixels around it feed the kernel.
+struct StripRegion
 {
+    double width;
     double top;
     double height;
 };
@@ -34,7 +35,7 @@ class ZimgGraph
 {
 public:
     // Scales by the Lanczos-3 kernel. 1 to 4 bands; a second or fourth band is scaled like the others.
-    static Result<ZimgGraph> build(const StripShape& from, const VerticalWindow& window, const StripShape& to,
+    static Result<ZimgGraph> build(const StripShape& from, const StripRegion& region, const StripShape& to,
                                    int bands);
 
     // From row `firstFrom` of one set of planes on to row `firstTo` of the other.

@@ -145,6 +145,11 @@ private:
     int m_damagedFrom = 1 << 30;
 };
 
+SourceShape whole(PixelSize size)
+{
+    return {size, static_cast<double>(size.width), static_cast<double>(size.height)};
+}
+
 struct ReductionCase
 {
     std::string name;
@@ -170,15 +175,16 @@ TEST_P(Reduction, IsThatOfTheKernelInEveryRow)
     int next = 0;
     double worst = 0;
 
-    const auto status = resample(
-        std::ref(rows), sizes.from, sizes.to, bands, [&](int first, int count, const std::uint8_t* result) {
-            ASSERT_EQ(first, next);
-            next += count;
-            for (int y = first; y < first + count; ++y)
-                for (int x = 0; x < sizes.to.width; ++x)
-                    for (int band = 0; band < bands; ++band)
-                        worst = std::max(worst, std::abs(expected.at(x, y, band) - *result++));
-        });
+    const auto status =
+        resample(std::ref(rows), whole(sizes.from), sizes.to, bands,
+                 [&](int first, int count, const std::uint8_t* result) {
+                     ASSERT_EQ(first, next);
+                     next += count;
+                     for (int y = first; y < first + count; ++y)
+                         for (int x = 0; x < sizes.to.width; ++x)
+                             for (int band = 0; band < bands; ++band)
+                                 worst = std::max(worst, std::abs(expected.at(x, y, band) - *result++));
+                 });
 
     ASSERT_TRUE(status) << status.error().description;
     EXPECT_EQ(next, sizes.to.height);
@@ -189,6 +195,7 @@ TEST_P(Reduction, IsThatOfTheKernelInEveryRow)
 INSTANTIATE_TEST_SUITE_P(
     Sizes, Reduction,
     testing::Combine(testing::Values(ReductionCase{"SlightlySmaller", {301, 333}, {290, 321}},
+                                     ReductionCase{"BitMoreThanHalf", {641, 828}, {315, 406}},
                                      ReductionCase{"Third", {300, 700}, {100, 233}},
                                      ReductionCase{"TallAndTiny", {40, 1500}, {3, 112}},
                                      ReductionCase{"ToOneRow", {200, 90}, {20, 1}}),
@@ -204,7 +211,7 @@ TEST(DamagedRows, FailTheReductionEvenInTheLastOne)
     rows.damageFrom(399);
 
     const auto status =
-        resample(std::ref(rows), {80, 400}, {20, 100}, 3, [](int, int, const std::uint8_t*) {});
+        resample(std::ref(rows), whole({80, 400}), {20, 100}, 3, [](int, int, const std::uint8_t*) {});
 
     ASSERT_FALSE(status);
     EXPECT_EQ(status.error().description, "damaged");
