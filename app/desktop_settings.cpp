@@ -34,6 +34,8 @@ DesktopSettings::DesktopSettings(QDBusConnection bus, QObject* parent)
     : QObject(parent), m_bus(std::move(bus))
 {
     qDBusRegisterMetaType<Settings>();
+    // The connection below looks the slot's types up by name and knows nothing else to follow.
+    qRegisterMetaType<QDBusVariant>();
     m_bus.connect(service, objectPath, interface, QStringLiteral("SettingChanged"), this,
                   SLOT(apply(QString, QString, QDBusVariant)));
     QDBusMessage call =
