@@ -1,0 +1,95 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/branded_window.h"
+
+#include <QGuiApplication>
+#include <QMenu>
+#include <QScreen>
+
+#include <gtest/gtest.h>
+
+using namespace lumora;
+
+namespace {
+
+class BrandedWindowTest : public testing::Test
+{
+protected:
+    static QAbstractButton* control(BrandedWindow& window, const char* name)
+    {
+        for (auto* button : window.findChildren<QAbstractButton*>()) {
+            if (button->accessibleName() == QLatin1String(name)) return button;
+        }
+        return nullptr;
+    }
+    static QRect freeArea() { return QGuiApplication::primaryScreen()->availableGeometry(); }
+
+    QMenu m_menu;
+    const WindowParameters m_small{
+        QStringLiteral("Title"), QStringLiteral("Identifier"), {700, 360}, {600, 320}};
+};
+
+TEST_F(BrandedWindowTest, TheContentFillsTheWindowToTheTop)
+{
+    auto* content = new QWidget;
+    BrandedWindow window(m_small, content, m_menu);
+    window.show();
+    EXPECT_EQ(content->geometry(), QRect(0, 0, 700, 360));
+}
+
+TEST_F(BrandedWindowTest, OpensCentredWithItsTitleIdentifierAndMinimum)
+{
+    const BrandedWindow window(m_small, new QWidget, m_menu);
+    EXPECT_LE((window.geometry().center() - freeArea().center()).manhattanLength(), 2);
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("Title"));
+    EXPECT_EQ(window.objectName(), QStringLiteral("Identifier"));
+    EXPECT_EQ(window.minimumSize(), QSize(600, 320));
+}
+
+TEST_F(BrandedWindowTest, SizesThatTheScreenCannotHoldAreCutToIt)
+{
+    const WindowParameters large{QStringLiteral("T"), QStringLiteral("I"), {9000, 8000}, {7000, 6000}};
+    const BrandedWindow window(large, new QWidget, m_menu);
+    EXPECT_EQ(window.size(), freeArea().size());
+    EXPECT_EQ(window.minimumSize(), freeArea().size());
+}
+
+TEST_F(BrandedWindowTest, AContentThatWantsMoreDoesNotRaiseTheMinimum)
+{
+    auto* content = new QWidget;
+    content->setMinimumSize(5000, 5000);
+    BrandedWindow window(m_small, content, m_menu);
+    window.show();
+    EXPECT_EQ(window.size(), m_small.size);
+}
+
+TEST_F(BrandedWindowTest, TheControlsCloseMinimiseAndZoom)
+{
+    BrandedWindow window(m_small, new QWidget, m_menu);
+    window.bringToFront();
+    control(window, "Zoom")->click();
+    EXPECT_TRUE(window.isMaximized());
+    control(window, "Zoom")->click();
+    EXPECT_FALSE(window.isMaximized());
+    control(window, "Minimize")->click();
+    EXPECT_TRUE(window.isMinimized());
+    window.bringToFront();
+    EXPECT_FALSE(window.isMinimized());
+    control(window, "Close")->click();
+    EXPECT_FALSE(window.isVisible());
+    window.bringToFront();
+    EXPECT_TRUE(window.isVisible());
+}
+
+TEST_F(BrandedWindowTest, TheMenuButtonOpensTheApplicationMenu)
+{
+    m_menu.addAction(QStringLiteral("About Lumora"));
+    BrandedWindow window(m_small, new QWidget, m_menu);
+    window.show();
+    control(window, "Menu")->click();
+    EXPECT_TRUE(m_menu.isVisible());
+    m_menu.close();
+    EXPECT_TRUE(window.actions().contains(m_menu.actions().constFirst()));
+}
+
+} // namespace
