@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/exiv2_library.h"
 
+#include <array>
+#include <cstdio>
 #include <mutex>
 
 namespace lumora {
@@ -32,6 +34,23 @@ void readInto(Exiv2::Value& value, const MetadataEntry& entry)
     value.read(bytesOf(entry.bytes), static_cast<long>(entry.bytes.size()), Exiv2::littleEndian);
 }
 
+MetadataEntry entryWithKey(std::string key, const Exiv2::Metadatum& datum)
+{
+    Exiv2::DataBuf buffer(datum.size());
+    datum.copy(buffer.pData_, Exiv2::littleEndian);
+    return {std::move(key), fieldTypeOf(datum.typeId()), textOf(buffer)};
+}
+
+// In camera makers' groups several fields share a name, so there the number tells them apart.
+std::string unambiguousKey(const Exiv2::Exifdatum& datum)
+{
+    const std::string group = datum.groupName();
+    if (!Exiv2::ExifTags::isMakerGroup(group)) return datum.key();
+    std::array<char, 8> number{};
+    std::snprintf(number.data(), number.size(), "0x%04x", static_cast<unsigned>(datum.tag()));
+    return datum.familyName() + std::string(".") + group + "." + number.data();
+}
+
 } // namespace
 
 void ensureExiv2Ready()
@@ -40,18 +59,25 @@ void ensureExiv2Ready()
     static_cast<void>(started);
 }
 
-MetadataEntry entryOf(const Exiv2::Metadatum& datum)
+MetadataEntry entryOf(const Exiv2::Exifdatum& datum)
 {
-    Exiv2::DataBuf buffer(datum.size());
-    datum.copy(buffer.pData_, Exiv2::littleEndian);
-    return {datum.key(), fieldTypeOf(datum.typeId()), textOf(buffer)};
+    return entryWithKey(unambiguousKey(datum), datum);
+}
+
+MetadataEntry entryOf(const Exiv2::Iptcdatum& datum)
+{
+    return entryWithKey(datum.key(), datum);
 }
 
 void addEntry(Exiv2::ExifData& data, const MetadataEntry& entry)
 {
-    const auto value = Exiv2::Value::create(static_cast<Exiv2::TypeId>(entry.type));
+    const Exiv2::ExifKey key(entry.key);
+    // A remark's letters may be of two bytes, whose order follows that of the file.
+    const bool isRemark = key.defaultTypeId() == Exiv2::comment && entry.type == Exiv2::undefined;
+    const auto value =
+        Exiv2::Value::create(isRemark ? Exiv2::comment : static_cast<Exiv2::TypeId>(entry.type));
     readInto(*value, entry);
-    data.add(Exiv2::ExifKey(entry.key), value.get());
+    data.add(key, value.get());
 }
 
 void addEntry(Exiv2::IptcData& data, const MetadataEntry& entry)

@@ -16,7 +16,8 @@ namespace lumora {
 // Starts the XMP toolkit once, with a lock, because files are handled on several threads; silences the log.
 void ensureExiv2Ready();
 
-MetadataEntry entryOf(const Exiv2::Metadatum& datum);
+MetadataEntry entryOf(const Exiv2::Exifdatum& datum);
+MetadataEntry entryOf(const Exiv2::Iptcdatum& datum);
 // Throws Exiv2::Error for an unknown key.
 void addEntry(Exiv2::ExifData& data, const MetadataEntry& entry);
 void addEntry(Exiv2::IptcData& data, const MetadataEntry& entry);

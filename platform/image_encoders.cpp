@@ -65,14 +65,15 @@ bool isSrgb(VipsImage* image, ProfileBytes profile)
            ColorConversion::toSrgb({ColorModel::rgb, false}, profile).isIdentity();
 }
 
-PictureFacts factsOf(VipsImage* image)
+PictureFacts factsOf(VipsImage* image, std::string_view typeIdentifier)
 {
+    const bool isJpegColor = typeIdentifier == "public.jpeg" && vips_image_get_bands(image) == 3;
     const auto attached = std::as_bytes(std::span(attachedProfileBytes(image)));
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as bytes
     const auto* first = reinterpret_cast<const std::uint8_t*>(attached.data());
     const ProfileBytes profile(first, attached.size());
     return {vips_image_get_width(image), vips_image_get_height(image), isSrgb(image, profile),
-            profileDescription(profile)};
+            profileDescription(profile), isJpegColor};
 }
 
 } // namespace
@@ -93,7 +94,7 @@ try {
     if (encoder == encoders.end()) return Error{"no encoder for this type"};
     const auto storable = storableImage(image, encoder->limits);
     if (!storable) return storable.error();
-    const MetadataBlobs metadata = encodeMetadata(properties, factsOf(storable->get()));
+    const MetadataBlobs metadata = encodeMetadata(properties, factsOf(storable->get(), typeIdentifier));
     return encoder->encode({storable->get(), quality, !image.alphaIsPremultiplied(), metadata});
 } catch (const std::bad_alloc&) {
     return Error{"not enough memory"};

@@ -3,10 +3,13 @@
 #include "platform/saved_bytes.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 
 namespace lumora {
 namespace {
+
+using namespace std::string_view_literals;
 
 constexpr std::size_t startOfImage = 2;
 constexpr std::size_t longestSegment = 65533; // its two length bytes count themselves
@@ -29,31 +32,35 @@ void appendSegment(Bytes& jpeg, unsigned char marker, std::string_view prefix, s
     append(jpeg, content);
 }
 
-// Replaces the EXIF block that the image library makes up by the picture's own metadata.
-Bytes withSegments(const Bytes& jpeg, const MetadataBlobs& metadata)
+// The image library writes no such header, and without one some readers guess at the colours. Ink has none.
+void appendJfif(Bytes& jpeg, const Resolution& resolution)
 {
-    using namespace std::string_view_literals;
-    constexpr auto app0 = std::byte{0xE0};
-    constexpr auto app1 = std::byte{0xE1};
+    const auto pair = [](double value) {
+        const auto dots = static_cast<unsigned>(std::lround(value));
+        return std::string{static_cast<char>(dots >> 8U), static_cast<char>(dots & 0xFFU)};
+    };
+    // Unit 1 is dots an inch; unit 0 says that pixels are square and no more.
+    const std::string density =
+        resolution.isKnown() ? "\1" + pair(resolution.x) + pair(resolution.y) : std::string("\0\0\1\0\1"sv);
+    appendSegment(jpeg, 0xE0, "JFIF\0\1\2"sv, density + std::string(2, '\0'));
+}
+
+// Replaces the blocks that the image library makes up by the picture's own metadata.
+Bytes withSegments(const Bytes& jpeg, const MetadataBlobs& metadata, bool isInk)
+{
     Bytes result(jpeg.begin(), jpeg.begin() + startOfImage);
     std::size_t at = startOfImage;
     const auto isSegment = [&](std::byte marker) {
         return at + 4 <= jpeg.size() && jpeg[at] == std::byte{0xFF} && jpeg[at + 1] == marker;
     };
-    const auto copyFrom = [&](std::size_t from, std::size_t to) {
-        result.insert(result.end(), jpeg.begin() + static_cast<std::ptrdiff_t>(from),
-                      jpeg.begin() + static_cast<std::ptrdiff_t>(std::min(to, jpeg.size())));
-    };
-    if (isSegment(app0)) {
-        copyFrom(at, at + lengthAt(jpeg, at));
+    while (isSegment(std::byte{0xE0}) || isSegment(std::byte{0xE1}))
         at += lengthAt(jpeg, at);
-    }
-    while (isSegment(app1))
-        at += lengthAt(jpeg, at);
+    if (!isInk) appendJfif(result, metadata.resolution);
     appendSegment(result, 0xE1, "Exif\0\0"sv, metadata.exif);
     appendSegment(result, 0xE1, "http://ns.adobe.com/xap/1.0/\0"sv, metadata.xmp);
     appendSegment(result, 0xED, "Photoshop 3.0\0"sv, metadata.iptc);
-    copyFrom(at, jpeg.size());
+    result.insert(result.end(), jpeg.begin() + static_cast<std::ptrdiff_t>(std::min(at, jpeg.size())),
+                  jpeg.end());
     return result;
 }
 
@@ -69,7 +76,8 @@ Result<Bytes> encodeJpeg(const EncodeRequest& request)
                              "interlace", TRUE, "subsample_mode", chroma, nullptr) != 0) {
         return takeVipsError();
     }
-    return withSegments(takeBytes(buffer, size), request.metadata);
+    const bool isInk = vips_image_get_bands(request.image) == 4;
+    return withSegments(takeBytes(buffer, size), request.metadata, isInk);
 }
 
 } // namespace lumora

@@ -29,7 +29,17 @@ struct PictureFacts
     std::int64_t width; // pixels
     std::int64_t height;
     bool isSrgb;
-    std::string profileName; // description of the embedded colour profile; empty without one
+    std::string profileName;  // description of the embedded colour profile; empty without one
+    bool isJpegColor = false; // colours stored as brightness and two differences
+};
+
+// Dots an inch; zero where nothing tells.
+struct Resolution
+{
+    double x = 0;
+    double y = 0;
+
+    bool isKnown() const { return x > 0 && y > 0; }
 };
 
 // As EXIF numbers them: sRGB, or left to the profile.
@@ -45,6 +55,7 @@ struct MetadataBlobs
     std::string iptc; // an image resource block that holds the IPTC records
     std::string xmp;  // a packet
     std::vector<std::pair<std::string, std::string>> texts; // keyword and Latin-1 text of PNG
+    Resolution resolution;
 };
 
 // Pixel dimensions and colour space are brought up to date. Orientation, embedded previews, the layout of the

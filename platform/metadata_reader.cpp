@@ -3,6 +3,9 @@
 #include "platform/metadata.h"
 
 #include "platform/exiv2_library.h"
+#include "platform/maker_note.h"
+#include "platform/metadata_keys.h"
+#include "platform/resolution.h"
 
 #include <vips/vips.h>
 
@@ -25,15 +28,17 @@ std::string_view blobOf(VipsImage* header, const char* field)
     return {static_cast<const char*>(data), size};
 }
 
-// Expanded maker notes and thumbnails belong to no group: the former travel as one raw entry, the latter
-// never.
+// The group that a field belongs to; none for previews and further pictures, which stay behind.
 std::optional<PropertyKey> groupOf(const Exiv2::Exifdatum& datum)
 {
+    constexpr std::array<std::string_view, 5> otherPictures{"Thumbnail", "SubThumb1", "MpfInfo", "Image2",
+                                                            "Image3"};
     const std::string group = datum.groupName();
     if (group == "GPSInfo") return PropertyKey::gps;
     if (group == "Image") return PropertyKey::tiff;
-    if (group == "Photo" || group == "Iop") return PropertyKey::exif;
-    return std::nullopt;
+    if (group.starts_with("SubImage") || std::ranges::find(otherPictures, group) != otherPictures.end())
+        return std::nullopt;
+    return isLeftBehind(datum) ? std::nullopt : std::optional(PropertyKey::exif);
 }
 
 MetadataGroup& group(ImageProperties& properties, PropertyKey key)
@@ -89,7 +94,9 @@ void addPngTexts(ImageProperties& properties, VipsImage* header)
         if (!name.starts_with(pngTextField) || vips_image_get_string(header, *field, &text) != 0) continue;
         const std::size_t keyword = name.find('-', pngTextField.size());
         if (keyword == std::string_view::npos) continue;
-        group(properties, PropertyKey::png).push_back({std::string(name.substr(keyword + 1)), 2, text});
+        group(properties, PropertyKey::png)
+            .push_back({std::string(metadata::pngText) + std::string(name.substr(keyword + 1)),
+                        Exiv2::undefined, text});
     }
     g_strfreev(fields);
 }
@@ -109,6 +116,7 @@ ImageProperties readMetadata(_VipsImage* header, std::string_view typeIdentifier
     ImageProperties properties;
     try {
         ensureExiv2Ready();
+        addDensity(properties, header, typeIdentifier);
         if (typeIdentifier == "public.png") addPngTexts(properties, header);
         if (isOpenedByMetadataLibrary(typeIdentifier)) {
             addFromFile(properties, file);

@@ -3,6 +3,9 @@
 #include "platform/metadata.h"
 
 #include "platform/exiv2_library.h"
+#include "platform/maker_note.h"
+#include "platform/metadata_keys.h"
+#include "platform/resolution.h"
 #include "platform/xmp_packet.h"
 
 #include <algorithm>
@@ -15,7 +18,8 @@ namespace {
 // file.
 bool isDescriptive(std::uint16_t tag)
 {
-    constexpr std::array<std::uint16_t, 18> tags{
+    constexpr std::array<std::uint16_t, 20> tags{
+        0x000B, 0x010D,                          // processing software, document name
         0x010E, 0x010F, 0x0110,                  // description, make, model
         0x011A, 0x011B, 0x0128,                  // resolution
         0x0131, 0x0132, 0x013B, 0x013C,          // software, date, artist, host
@@ -55,15 +59,18 @@ Exiv2::ExifData exifOf(const ImageProperties& properties, const PictureFacts& fa
     data["Exif.Photo.PixelXDimension"] = static_cast<std::uint32_t>(facts.width);
     data["Exif.Photo.PixelYDimension"] = static_cast<std::uint32_t>(facts.height);
     data["Exif.Photo.ColorSpace"] = exifColorSpace(facts);
+    // The encoder's differences lie in the middle of the pixels that they colour, whatever the camera's did.
+    constexpr std::uint16_t centred = 1;
+    if (facts.isJpegColor) data["Exif.Image.YCbCrPositioning"] = centred;
+    // "R03" claims a wider space than sRGB.
+    const auto index = data.findKey(Exiv2::ExifKey("Exif.Iop.InteroperabilityIndex"));
+    if (facts.isSrgb && index != data.end() && index->toString() == "R03") index->setValue("R98");
     return data;
 }
 
-std::string encodedExif(Exiv2::ExifData data)
+std::string encodedExif(const Exiv2::ExifData& data)
 {
-    if (data.empty()) return {};
-    Exiv2::Blob blob;
-    Exiv2::ExifParser::encode(blob, Exiv2::littleEndian, data);
-    return {blob.begin(), blob.end()};
+    return data.empty() ? std::string{} : encodedWithMakerNote(data);
 }
 
 std::string encodedIptc(const ImageProperties& properties)
@@ -86,15 +93,17 @@ std::vector<std::pair<std::string, std::string>> textsOf(const ImageProperties& 
 {
     std::vector<std::pair<std::string, std::string>> texts;
     for (const auto& entry : groupOf(properties, PropertyKey::png)) {
+        if (!entry.key.starts_with(metadata::pngText)) continue;
+        std::string keyword = entry.key.substr(metadata::pngText.size());
         // XMP and what some programs store as hexadecimal text are written on their own.
-        if (!entry.key.starts_with("XML:") && !entry.key.starts_with("Raw profile type "))
-            texts.emplace_back(entry.key, entry.bytes);
+        if (!keyword.starts_with("XML:") && !keyword.starts_with("Raw profile type "))
+            texts.emplace_back(std::move(keyword), entry.bytes);
     }
     return texts;
 }
 
 template <class Encode>
-std::string soundOrEmpty(Encode encode)
+auto soundOrEmpty(Encode encode) -> decltype(encode())
 {
     try {
         return encode();
@@ -110,7 +119,8 @@ MetadataBlobs encodeMetadata(const ImageProperties& properties, const PictureFac
     ensureExiv2Ready();
     return {soundOrEmpty([&] { return encodedExif(exifOf(properties, facts)); }),
             soundOrEmpty([&] { return encodedIptc(properties); }),
-            soundOrEmpty([&] { return encodedXmp(properties, facts); }), textsOf(properties)};
+            soundOrEmpty([&] { return encodedXmp(properties, facts); }), textsOf(properties),
+            soundOrEmpty([&] { return resolutionOf(properties); })};
 }
 
 std::vector<std::byte> withTiffMetadata(std::vector<std::byte> tiff, const MetadataBlobs& blobs) noexcept
@@ -125,8 +135,11 @@ try {
         Exiv2::ExifParser::decode(added, bytesOf(blobs.exif), static_cast<std::uint32_t>(blobs.exif.size()));
     }
     // The directory of the new file describes its pixels and stays; what is added describes the picture.
-    for (const auto& datum : added)
-        image->exifData()[datum.key()].setValue(&datum.value());
+    for (const auto& datum : added) {
+        const auto found = image->exifData().findKey(Exiv2::ExifKey(datum.key()));
+        if (datum.groupName() == "Image" && found != image->exifData().end()) image->exifData().erase(found);
+        image->exifData().add(datum);
+    }
     if (!blobs.xmp.empty()) Exiv2::XmpParser::decode(image->xmpData(), blobs.xmp);
     const std::uint8_t* records = nullptr;
     std::uint32_t headerSize = 0;

@@ -4,12 +4,30 @@
 #include "platform/saved_bytes.h"
 
 namespace lumora {
+namespace {
+
+VipsImagePtr withResolution(VipsImage* image, const Resolution& resolution)
+{
+    constexpr double inchesInMillimetre = 1 / 25.4;
+    VipsImage* copy = nullptr;
+    if (!resolution.isKnown()) {
+        vips_copy(image, &copy, nullptr);
+    } else {
+        vips_copy(image, &copy, "xres", resolution.x * inchesInMillimetre, "yres",
+                  resolution.y * inchesInMillimetre, nullptr);
+    }
+    return VipsImagePtr(copy);
+}
+
+} // namespace
 
 Result<Bytes> encodeTiff(const EncodeRequest& request)
 {
     void* buffer = nullptr;
     std::size_t size = 0;
-    if (vips_tiffsave_buffer(request.image, &buffer, &size, "compression",
+    const VipsImagePtr image = withResolution(request.image, request.metadata.resolution);
+    if (!image) return takeVipsError();
+    if (vips_tiffsave_buffer(image.get(), &buffer, &size, "compression",
                              VIPS_FOREIGN_TIFF_COMPRESSION_DEFLATE, "predictor",
                              VIPS_FOREIGN_TIFF_PREDICTOR_HORIZONTAL, nullptr) != 0) {
         return takeVipsError();

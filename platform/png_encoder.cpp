@@ -10,6 +10,7 @@
 #include <libdeflate.h>
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <new>
 #include <optional>
@@ -176,8 +177,19 @@ std::string rawProfileText(std::string_view iptc)
     return text + "\n";
 }
 
+void appendDensity(Bytes& png, const Resolution& resolution)
+{
+    constexpr double inchesInMetre = 1 / 0.0254;
+    const auto perMetre = [](double dots) {
+        return bigEndian(static_cast<std::size_t>(std::lround(dots * inchesInMetre)));
+    };
+    if (resolution.isKnown())
+        appendChunk(png, "pHYs", perMetre(resolution.x) + perMetre(resolution.y) + '\1');
+}
+
 void appendMetadata(Bytes& png, const MetadataBlobs& metadata)
 {
+    appendDensity(png, metadata.resolution);
     if (!metadata.exif.empty()) appendChunk(png, "eXIf", metadata.exif);
     if (!metadata.xmp.empty()) {
         appendChunk(png, "iTXt", std::string("XML:com.adobe.xmp\0\0\0\0\0"sv) + metadata.xmp);

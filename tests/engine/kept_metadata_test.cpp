@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Metadata as an independent reader finds it.
 #include "engine/image_optimizer.h"
+#include "tests/support/program_output.h"
 #include "tests/support/sample_images.h"
 #include "tests/support/settings.h"
 #include "tests/support/temporary_directory.h"
@@ -9,28 +10,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <array>
-#include <cstdio>
-#include <memory>
-
 namespace lumora {
 namespace {
 
+using test::outputOf;
 using test::settings;
 using test::SettingsDraft;
 using testing::HasSubstr;
 using testing::IsEmpty;
-
-std::string outputOf(const std::string& command)
-{
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> pipe(popen(command.c_str(), "r"), pclose);
-    std::string output;
-    std::array<char, 4096> buffer{};
-    while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), pipe.get())) {
-        output.append(buffer.data(), count);
-    }
-    return output;
-}
 
 class KeptMetadata : public testing::TestWithParam<OutputFormat>
 {

@@ -1,0 +1,105 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Camera makers' notes, as an independent reader finds them after a picture was written anew.
+#include "engine/image_optimizer.h"
+#include "tests/support/exif_builder.h"
+#include "tests/support/program_output.h"
+#include "tests/support/sample_images.h"
+#include "tests/support/settings.h"
+#include "tests/support/temporary_directory.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace lumora {
+namespace {
+
+using test::ExifBuilder;
+using test::settings;
+using test::tagOf;
+using testing::HasSubstr;
+using testing::Not;
+
+class KeptMakerNote : public testing::TestWithParam<OutputFormat>
+{
+protected:
+    std::filesystem::path optimized(const std::string& exif)
+    {
+        test::save(m_folder / "a.jpg", test::corneredPicture(64, 48));
+        test::writeText(m_folder / "a.jpg", test::jpegWithExif(test::readBytes(m_folder / "a.jpg"), exif));
+        return *ImageOptimizer::optimize(
+                    m_folder / "a.jpg",
+                    settings({.outputFormat = GetParam(), .removeMetadata = false, .filenameSuffix = "-out"}),
+                    OptimizerServices::system())
+                    .outputURL;
+    }
+
+    test::TemporaryDirectory m_folder;
+};
+
+TEST_P(KeptMakerNote, WhoseOffsetsCountFromTheWholeBlockStaysReadableInEitherByteOrder)
+{
+    for (const bool isBigEndian : {false, true}) {
+        const ExifBuilder exif(isBigEndian);
+        const std::string note = exif.directory(
+            {{0x0006, "Image type of a camera"}, {0x0007, "Firmware 1.2.3"}}, ExifBuilder::noteOffset);
+        const auto file = optimized(exif.block("Canon", note));
+        EXPECT_EQ(tagOf(file, "Canon:CanonImageType"), "Image type of a camera\n") << isBigEndian;
+        EXPECT_EQ(tagOf(file, "Canon:CanonFirmwareVersion"), "Firmware 1.2.3\n") << isBigEndian;
+        EXPECT_EQ(tagOf(file, "Warning"), "") << isBigEndian;
+    }
+}
+
+TEST_P(KeptMakerNote, WithItsOwnHeaderStaysReadableAndTellsFieldsOfOneNameApart)
+{
+    const ExifBuilder exif(true);
+    const std::string note = std::string("Nikon\0\2\x10\0\0", 10) + "MM" + exif.number(42, 2) +
+                             exif.number(8, 4) + exif.directory({{0x0094, "sat 94"}, {0x00AA, "sat aa"}}, 8);
+    const auto file = optimized(exif.block("NIKON CORPORATION", note));
+    EXPECT_EQ(tagOf(file, "Nikon:Saturation"), "sat aa\n");
+}
+
+TEST_P(KeptMakerNote, ThatNeedsNothingAroundItIsCopied)
+{
+    const ExifBuilder exif(true);
+    const std::string note = std::string("Apple iOS\0\0\1MM", 14) + exif.number(1, 2) +
+                             exif.entry(0x000A, 9, 1, 3) + exif.number(0, 4);
+    const auto file = optimized(exif.block("Apple", note));
+    EXPECT_EQ(tagOf(file, "Apple:HDRImageType"), "3\n");
+    EXPECT_EQ(tagOf(file, "Make"), "Apple\n");
+}
+
+TEST_P(KeptMakerNote, OfAnUnknownKindIsLeftOutWholly)
+{
+    const ExifBuilder exif(false);
+    const auto file =
+        optimized(exif.block("Acme Cameras", exif.directory({{0x0001, "words of a stranger"}}, 172)));
+    EXPECT_EQ(tagOf(file, "Make"), "Acme Cameras\n");
+    EXPECT_THAT(test::readBytes(file), Not(HasSubstr("words of a stranger")));
+    EXPECT_EQ(tagOf(file, "Warning"), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, KeptMakerNote,
+                         testing::Values(OutputFormat::jpeg, OutputFormat::png, OutputFormat::heic),
+                         [](const auto& instance) { return std::string(rawValue(instance.param)); });
+
+TEST(KeptMakerNoteOfATiff, StaysReadable)
+{
+    const test::TemporaryDirectory folder;
+    const ExifBuilder exif(false);
+    test::save(folder / "a.jpg", test::corneredPicture(64, 48));
+    test::writeText(folder / "a.jpg",
+                    test::jpegWithExif(test::readBytes(folder / "a.jpg"),
+                                       exif.block("Canon", exif.directory({{0x0006, "Image type"}}, 172))));
+    test::save(folder / "b.tif", test::corneredPicture(64, 48));
+    test::outputOf("exiftool -q -overwrite_original -tagsfromfile '" + (folder / "a.jpg").string() +
+                   "' -makernotes -make '" + (folder / "b.tif").string() + "'");
+    const auto result = ImageOptimizer::optimize(
+        folder / "b.tif", settings({.outputFormat = OutputFormat::original, .removeMetadata = false}),
+        OptimizerServices::system());
+    EXPECT_EQ(tagOf(*result.outputURL, "Canon:CanonImageType"), "Image type\n");
+    EXPECT_EQ(test::load(*result.outputURL).bytes, test::corneredPicture(64, 48).bytes);
+}
+
+} // namespace
+} // namespace lumora
