@@ -54,7 +54,7 @@ struct MetadataBlobs
     std::string exif; // a TIFF structure, without any container's prefix
     std::string iptc; // an image resource block that holds the IPTC records
     std::string xmp;  // a packet
-    std::vector<std::pair<std::string, std::string>> texts; // keyword and Latin-1 text of PNG
+    std::vector<std::pair<std::string, std::string>> texts; // keyword and UTF-8 text of PNG
     Resolution resolution;
 };
 

@@ -5,6 +5,7 @@
 #include "platform/exiv2_library.h"
 #include "platform/maker_note.h"
 #include "platform/metadata_keys.h"
+#include "platform/png_texts.h"
 #include "platform/resolution.h"
 
 #include <vips/vips.h>
@@ -17,7 +18,6 @@ namespace lumora {
 namespace {
 
 constexpr std::string_view exifPrefix{"Exif\0\0", 6};
-constexpr std::string_view pngTextField = "png-comment-";
 
 std::string_view blobOf(VipsImage* header, const char* field)
 {
@@ -84,21 +84,13 @@ void addFromBlobs(ImageProperties& properties, VipsImage* header)
     addXmp(properties, blobOf(header, VIPS_META_XMP_NAME));
 }
 
-// The image library names each text chunk "png-comment-{number}-{keyword}".
-void addPngTexts(ImageProperties& properties, VipsImage* header)
+void addPngTexts(ImageProperties& properties, const std::filesystem::path& file)
 {
-    gchar** fields = vips_image_get_fields(header);
-    for (gchar** field = fields; *field; ++field) {
-        const std::string_view name = *field;
-        const char* text = nullptr;
-        if (!name.starts_with(pngTextField) || vips_image_get_string(header, *field, &text) != 0) continue;
-        const std::size_t keyword = name.find('-', pngTextField.size());
-        if (keyword == std::string_view::npos) continue;
+    for (PngText& text : readPngTexts(file)) {
         group(properties, PropertyKey::png)
-            .push_back({std::string(metadata::pngText) + std::string(name.substr(keyword + 1)),
-                        Exiv2::undefined, text});
+            .push_back(
+                {std::string(metadata::pngText) + text.keyword, Exiv2::undefined, std::move(text.text)});
     }
-    g_strfreev(fields);
 }
 
 bool isOpenedByMetadataLibrary(std::string_view type)
@@ -117,7 +109,7 @@ ImageProperties readMetadata(_VipsImage* header, std::string_view typeIdentifier
     try {
         ensureExiv2Ready();
         addDensity(properties, header, typeIdentifier);
-        if (typeIdentifier == "public.png") addPngTexts(properties, header);
+        if (typeIdentifier == "public.png") addPngTexts(properties, file);
         if (isOpenedByMetadataLibrary(typeIdentifier)) {
             addFromFile(properties, file);
         } else {

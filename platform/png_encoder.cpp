@@ -3,16 +3,13 @@
 // A PNG writer of our own, because the size of the file is what people come for: the exact colours go into a
 // palette when they are few, both filtering strategies are tried, and libdeflate compresses better than zlib
 // in less time.
+#include "platform/png_chunks.h"
 #include "platform/png_filter.h"
+#include "platform/png_metadata.h"
 #include "platform/png_palette.h"
 #include "platform/saved_bytes.h"
 
-#include <libdeflate.h>
-
 #include <algorithm>
-#include <cmath>
-#include <memory>
-#include <new>
 #include <optional>
 #include <string>
 
@@ -21,43 +18,8 @@ namespace {
 
 using namespace std::string_view_literals;
 
-// The optimal parser pays on small data and takes seconds on large.
-constexpr std::size_t smallData = std::size_t{1} << 21U;
-constexpr int optimalLevel = 12;
-constexpr int thoroughLevel = 9;
 // Above this only the strategy that suits photographs is tried.
 constexpr std::size_t largeData = std::size_t{1} << 25U;
-
-struct CompressorDelete
-{
-    void operator()(libdeflate_compressor* compressor) const { libdeflate_free_compressor(compressor); }
-};
-
-std::string deflated(std::string_view data)
-{
-    const std::unique_ptr<libdeflate_compressor, CompressorDelete> compressor(
-        libdeflate_alloc_compressor(data.size() <= smallData ? optimalLevel : thoroughLevel));
-    if (!compressor) throw std::bad_alloc();
-    std::string out(libdeflate_zlib_compress_bound(compressor.get(), data.size()), '\0');
-    out.resize(libdeflate_zlib_compress(compressor.get(), data.data(), data.size(), out.data(), out.size()));
-    return out;
-}
-
-std::string bigEndian(std::size_t value)
-{
-    std::string bytes;
-    for (const unsigned shift : {24U, 16U, 8U, 0U})
-        bytes += static_cast<char>(value >> shift & 0xFFU);
-    return bytes;
-}
-
-void appendChunk(Bytes& png, std::string_view type, std::string_view data)
-{
-    const std::string body = std::string(type) + std::string(data);
-    append(png, bigEndian(data.size()));
-    append(png, body);
-    append(png, bigEndian(libdeflate_crc32(0, body.data(), body.size())));
-}
 
 // One way to lay the pixels down.
 struct Layout
@@ -163,46 +125,6 @@ void appendPalette(Bytes& png, const std::vector<PaletteColor>& palette)
     if (!alphas.empty()) appendChunk(png, "tRNS", alphas);
 }
 
-// IPTC has no chunk of its own; readers know it as a hexadecimal text under this keyword.
-std::string rawProfileText(std::string_view iptc)
-{
-    constexpr std::string_view digits = "0123456789abcdef";
-    std::string text = "\niptc\n" + std::to_string(iptc.size()) + "\n";
-    for (std::size_t i = 0; i < iptc.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(iptc[i]);
-        text += digits[byte >> 4U];
-        text += digits[byte & 0xFU];
-        if (i % 36 == 35) text += '\n';
-    }
-    return text + "\n";
-}
-
-void appendDensity(Bytes& png, const Resolution& resolution)
-{
-    constexpr double inchesInMetre = 1 / 0.0254;
-    const auto perMetre = [](double dots) {
-        return bigEndian(static_cast<std::size_t>(std::lround(dots * inchesInMetre)));
-    };
-    if (resolution.isKnown())
-        appendChunk(png, "pHYs", perMetre(resolution.x) + perMetre(resolution.y) + '\1');
-}
-
-void appendMetadata(Bytes& png, const MetadataBlobs& metadata)
-{
-    appendDensity(png, metadata.resolution);
-    if (!metadata.exif.empty()) appendChunk(png, "eXIf", metadata.exif);
-    if (!metadata.xmp.empty()) {
-        appendChunk(png, "iTXt", std::string("XML:com.adobe.xmp\0\0\0\0\0"sv) + metadata.xmp);
-    }
-    if (!metadata.iptc.empty()) {
-        appendChunk(png, "zTXt",
-                    std::string("Raw profile type iptc\0\0"sv) + deflated(rawProfileText(metadata.iptc)));
-    }
-    for (const auto& [keyword, text] : metadata.texts) {
-        if (!keyword.empty() && keyword.size() < 80) appendChunk(png, "tEXt", keyword + '\0' + text);
-    }
-}
-
 Bytes fileOf(const Layout& layout, std::string_view profile, const MetadataBlobs& metadata)
 {
     Bytes png;
@@ -214,7 +136,7 @@ Bytes fileOf(const Layout& layout, std::string_view profile, const MetadataBlobs
     appendChunk(png, "IHDR", header);
     if (!profile.empty()) appendChunk(png, "iCCP", std::string("ICC profile\0\0"sv) + deflated(profile));
     if (!layout.palette.empty()) appendPalette(png, layout.palette);
-    appendMetadata(png, metadata);
+    appendPngMetadata(png, metadata);
     appendChunk(png, "IDAT", smallestData(layout));
     appendChunk(png, "IEND", {});
     return png;

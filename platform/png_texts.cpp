@@ -1,0 +1,145 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/png_texts.h"
+
+#include "platform/file_descriptor.h"
+
+#include <glib.h>
+#include <libdeflate.h>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+namespace lumora {
+namespace {
+
+constexpr std::size_t longestText = std::size_t{1} << 22U;
+// A few kilobytes can unfold to millions, and a file can hold thousands of them.
+constexpr std::size_t mostText = std::size_t{1} << 24U;
+
+struct DecompressorDelete
+{
+    void operator()(libdeflate_decompressor* d) const { libdeflate_free_decompressor(d); }
+};
+
+std::string latin1AsUtf8(std::string_view text)
+{
+    std::string utf8;
+    for (const char c : text) {
+        const auto code = static_cast<unsigned char>(c);
+        if (code < 0x80) {
+            utf8 += c;
+        } else {
+            utf8 += static_cast<char>(0xC0U | code >> 6U);
+            utf8 += static_cast<char>(0x80U | (code & 0x3FU));
+        }
+    }
+    return utf8;
+}
+
+std::optional<std::string> inflated(std::string_view data)
+{
+    const std::unique_ptr<libdeflate_decompressor, DecompressorDelete> decompressor(
+        libdeflate_alloc_decompressor());
+    if (!decompressor) return std::nullopt;
+    std::string text;
+    for (std::size_t room = 1024; room <= longestText; room *= 4) {
+        text.resize(room);
+        std::size_t size = 0;
+        const auto outcome = libdeflate_zlib_decompress(decompressor.get(), data.data(), data.size(),
+                                                        text.data(), text.size(), &size);
+        if (outcome == LIBDEFLATE_INSUFFICIENT_SPACE) continue;
+        if (outcome != LIBDEFLATE_SUCCESS) return std::nullopt;
+        text.resize(size);
+        return text;
+    }
+    return std::nullopt;
+}
+
+// Takes the bytes before the next zero off the front, and the zero; empty optional without one.
+std::optional<std::string_view> takeString(std::string_view& data)
+{
+    const std::size_t end = data.find('\0');
+    if (end == std::string_view::npos) return std::nullopt;
+    const std::string_view taken = data.substr(0, end);
+    data.remove_prefix(end + 1);
+    return taken;
+}
+
+// What follows the keyword in an international text: two flags, a language, the keyword in that language.
+std::optional<std::string> internationalText(std::string_view data)
+{
+    if (data.size() < 2) return std::nullopt;
+    const bool isCompressed = data[0] != 0;
+    data.remove_prefix(2);
+    if (!takeString(data) || !takeString(data)) return std::nullopt;
+    auto text = isCompressed ? inflated(data) : std::optional<std::string>(data);
+    if (text && g_utf8_validate_len(text->data(), text->size(), nullptr) == FALSE) return std::nullopt;
+    return text;
+}
+
+std::optional<std::string> textOfChunk(std::string_view type, std::string_view data)
+{
+    if (type == "iTXt") return internationalText(data);
+    if (type == "tEXt") return latin1AsUtf8(data);
+    // One byte names the compression, of which there is one.
+    const auto text = data.empty() ? std::nullopt : inflated(data.substr(1));
+    return text ? std::optional(latin1AsUtf8(*text)) : std::nullopt;
+}
+
+// Gives the bytes that were added.
+std::size_t addText(std::vector<PngText>& texts, std::string_view type, std::string_view data)
+{
+    constexpr std::size_t longestKeyword = 79;
+    const auto keyword = takeString(data);
+    if (!keyword || keyword->empty() || keyword->size() > longestKeyword) return 0;
+    auto text = textOfChunk(type, data);
+    if (!text) return 0;
+    texts.push_back({std::string(*keyword), std::move(*text)});
+    return texts.back().text.size();
+}
+
+bool readAt(int descriptor, std::size_t offset, char* to, std::size_t size)
+{
+    return pread(descriptor, to, size, static_cast<off_t>(offset)) == static_cast<ssize_t>(size);
+}
+
+std::size_t lengthIn(std::string_view header)
+{
+    std::size_t length = 0;
+    for (const char c : header.substr(0, 4))
+        length = length << 8U | static_cast<unsigned char>(c);
+    return length;
+}
+
+} // namespace
+
+std::vector<PngText> readPngTexts(const std::filesystem::path& file)
+{
+    constexpr std::size_t signature = 8;
+    constexpr std::size_t checksum = 4;
+    std::vector<PngText> texts;
+    const FileDescriptor png(open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    std::array<char, 8> head{}; // length and type of a chunk
+    std::size_t total = 0;
+    for (std::size_t at = signature; total < mostText && readAt(png.get(), at, head.data(), head.size());) {
+        const std::string_view header(head.data(), head.size());
+        const std::string_view type = header.substr(4);
+        const std::size_t length = lengthIn(header);
+        if (type == "IEND") break;
+        if ((type == "tEXt" || type == "zTXt" || type == "iTXt") && length <= longestText) {
+            std::string data(length, '\0');
+            if (!readAt(png.get(), at + head.size(), data.data(), length)) break;
+            total += addText(texts, type, data);
+        }
+        at += head.size() + length + checksum;
+    }
+    return texts;
+}
+
+} // namespace lumora
