@@ -7,6 +7,7 @@
 #include "ui/drop_window_footer.h"
 #include "ui/drop_window_heights.h"
 #include "ui/drop_zone.h"
+#include "ui/drop_zone_picture.h"
 #include "ui/dropped_files.h"
 #include "ui/fonts.h"
 #include "ui/lifetime_stats_strip.h"
@@ -53,6 +54,7 @@ DropWindowView::DropWindowView(LumoraSettings& settings, ProcessingModel& proces
       m_strip(new LifetimeStatsStrip(statsStore, this)), m_footer(new DropWindowFooter(this))
 {
     setMinimumSize(720, 320);
+    setFocusPolicy(Qt::ClickFocus);
     connect(m_zone, &DropZone::dropped, m_loader, [this](const QMimeData& items) { m_loader->load(items); });
     connect(m_zone, &QAbstractButton::clicked, this, [this, choose = std::move(chooseFiles)] {
         choose(this, [this](DroppedFilesLoader::Paths files) { m_loader->load(std::move(files)); });
@@ -66,6 +68,7 @@ QWidget* DropWindowView::makeHeader(LumoraSettings& settings, std::function<void
     auto* preferences = new StyledButton(quietStyle, QStringLiteral("gearshape"), QString());
     preferences->setToolTip(QStringLiteral("Preferences"));
     preferences->setAccessibleName(QStringLiteral("Preferences"));
+    preferences->setAccessibleDescription(QStringLiteral("Opens the preferences window"));
     connect(preferences, &QAbstractButton::clicked, this, std::move(openPreferences));
 
     auto* titleAndChips = new QVBoxLayout;
@@ -96,6 +99,13 @@ bool DropWindowView::event(QEvent* event)
     return done;
 }
 
+// Nothing is marked as focused before the keyboard is used.
+void DropWindowView::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (!window()->focusWidget()) setFocus();
+}
+
 void DropWindowView::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
@@ -113,7 +123,7 @@ void DropWindowView::arrange()
         dropWindowHeights({.available = inside.height(),
                            .fixed = header + strip + footer,
                            .gaps = hasResults ? 4 : 3,
-                           .leastZone = DropZone::leastHeight(),
+                           .leastZone = DropZonePicture::leastHeight(),
                            .slimZone = fonts::scaled(slimZone),
                            .results = hasResults ? m_results->sizeHint().height() : 0,
                            .leastResults = hasResults ? m_results->minimumSizeHint().height() : 0});

@@ -4,54 +4,21 @@
 
 #include "model/processing_model.h"
 #include "ui/cancel_button.h"
+#include "ui/drop_zone_picture.h"
 #include "ui/dropped_files.h"
-#include "ui/fonts.h"
-#include "ui/surfaces.h"
-#include "ui/symbols.h"
-#include "ui/tidewell_theme.h"
 
 #include <QDragEnterEvent>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <QStyle>
-
-#include <algorithm>
 
 namespace lumora {
 namespace {
 
-using fonts::TextStyle;
-
-constexpr double cornerRadius = 8;
-constexpr double dashedLineWidth = 2;
-constexpr int pictureSize = 44;
-constexpr int usualPadding = 16;
-constexpr int usualSpacing = 14;
-constexpr int leastSpacing = 2;
-constexpr int leastPadding = 4;
-constexpr double progressHeight = 3;
 constexpr int cancelMargin = 8;
 constexpr int turnMilliseconds = 4000;
 
-QString hint()
-{
-    return QStringLiteral("Drop image files or folders here, or onto the Lumora Dock icon.");
-}
-
-// Without the gaps: the icon's drawn size and two lines.
-int contentHeight()
-{
-    return fonts::scaled(pictureSize) + fonts::lineHeight(TextStyle::headline) +
-           fonts::lineHeight(TextStyle::subheadline);
-}
-
 } // namespace
-
-int DropZone::leastHeight()
-{
-    return contentHeight() + 2 * leastSpacing + 2 * leastPadding;
-}
 
 DropZone::DropZone(ProcessingModel& processing, std::function<bool()> reducesMotion, QWidget* parent)
     : QAbstractButton(parent), m_processing(processing), m_reducesMotion(std::move(reducesMotion)),
@@ -94,13 +61,13 @@ QSize DropZone::sizeHint() const
 
 QSize DropZone::minimumSizeHint() const
 {
-    return {0, leastHeight()};
+    return {0, DropZonePicture::leastHeight()};
 }
 
 void DropZone::refresh()
 {
     m_cancel->setVisible(m_processing.isProcessing());
-    setAccessibleDescription(m_processing.statusText() + QStringLiteral(". ") + hint());
+    setAccessibleDescription(m_processing.statusText() + QStringLiteral(". ") + DropZonePicture::hint());
     turnIfAsked();
     update();
 }
@@ -174,77 +141,19 @@ void DropZone::resizeEvent(QResizeEvent* event)
 
 void DropZone::paintEvent(QPaintEvent*)
 {
+    DropZonePicture picture;
+    picture.area = rect();
+    picture.direction = layoutDirection();
+    picture.iconName = iconName();
+    if (isTurning()) picture.iconTurn = m_turning.currentValue().toDouble();
+    picture.status = m_processing.statusText();
+    if (m_processing.isProcessing()) picture.progress = progress();
+    picture.targeted = m_isTargeted;
+    picture.hovered = underMouse();
+    picture.pressed = isDown();
+    picture.focused = hasFocus();
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    paintField(painter);
-    paintContent(painter);
-    if (m_processing.isProcessing()) paintProgress(painter);
-    if (hasFocus())
-        paintFocusRing(painter, QRectF(rect()).adjusted(3, 3, -3, -3), cornerRadius - 3,
-                       TidewellTheme::copperBright());
-}
-
-void DropZone::paintField(QPainter& painter) const
-{
-    using namespace TidewellTheme;
-    const QColor fill = m_isTargeted ? withOpacity(copper(), 0.2) : withOpacity(leatherRaised(), 0.9);
-    paintRounded(painter, rect(), cornerRadius, fill, Qt::transparent);
-    if (underMouse() && !m_isTargeted)
-        paintRounded(painter, rect(), cornerRadius, withOpacity(cream(), isDown() ? 0.06 : 0.03),
-                     Qt::transparent);
-    QPen dashes(m_isTargeted ? copperBright() : withOpacity(cream(), 0.18), dashedLineWidth,
-                Qt::CustomDashLine, Qt::FlatCap);
-    // In units of the line's width: 8 on, 6 off.
-    dashes.setDashPattern({8 / dashedLineWidth, 6 / dashedLineWidth});
-    painter.setPen(dashes);
-    painter.setBrush(Qt::NoBrush);
-    const double half = dashedLineWidth / 2;
-    painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half), cornerRadius - half,
-                            cornerRadius - half);
-}
-
-void DropZone::paintProgress(QPainter& painter) const
-{
-    QPainterPath shape;
-    shape.addRoundedRect(rect(), cornerRadius, cornerRadius);
-    painter.save();
-    painter.setClipPath(shape);
-    const double done = width() * progress();
-    const double left = isRightToLeft() ? width() - done : 0;
-    painter.fillRect(QRectF(left, height() - progressHeight, done, progressHeight), TidewellTheme::copper());
-    painter.restore();
-}
-
-void DropZone::paintContent(QPainter& painter) const
-{
-    // Where the zone is lower than usual its gaps give way first; icon and texts keep their size.
-    const int spare = height() - contentHeight() - 2 * usualPadding;
-    const int spacing = std::clamp(spare / 2, leastSpacing, usualSpacing);
-    const int extent = fonts::scaled(pictureSize);
-    int top = (height() - contentHeight() - 2 * spacing) / 2;
-    paintIcon(painter, QRectF((width() - extent) / 2.0, top, extent, extent));
-    top += extent + spacing;
-    const auto drawLine = [&](TextStyle style, const QColor& colour, const QString& text) {
-        const QRect line(usualPadding, top, width() - 2 * usualPadding, fonts::lineHeight(style));
-        top += line.height() + spacing;
-        painter.setFont(fonts::font(style));
-        painter.setPen(colour);
-        painter.drawText(line, Qt::AlignCenter | Qt::TextDontClip,
-                         painter.fontMetrics().elidedText(text, Qt::ElideRight, line.width()));
-    };
-    drawLine(TextStyle::headline, TidewellTheme::cream(), m_processing.statusText());
-    drawLine(TextStyle::subheadline, TidewellTheme::creamMuted(), hint());
-}
-
-void DropZone::paintIcon(QPainter& painter, const QRectF& area) const
-{
-    painter.save();
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.translate(area.center());
-    if (isTurning()) painter.rotate(m_turning.currentValue().toDouble());
-    Symbol{iconName(), pictureSize, QFont::Normal, true}.paint(painter, area.translated(-area.center()),
-                                                               TidewellTheme::copper());
-    painter.restore();
+    picture.paint(painter);
 }
 
 } // namespace lumora

@@ -21,9 +21,8 @@ class DropZone : public QAbstractButton
     Q_OBJECT
 
 public:
-    // The height that the zone has where there is room, and the one below which its texts would be cut.
+    // The height that the zone has at least where there is room.
     static constexpr int usualHeight = 170;
-    static int leastHeight();
 
     // The model must outlive the zone. `reducesMotion` is asked whenever the icon is about to turn.
     DropZone(ProcessingModel& processing, std::function<bool()> reducesMotion, QWidget* parent = nullptr);
@@ -55,10 +54,6 @@ private:
     void refresh();
     void turnIfAsked();
     void setTargeted(bool targeted);
-    void paintField(QPainter& painter) const;
-    void paintProgress(QPainter& painter) const;
-    void paintContent(QPainter& painter) const;
-    void paintIcon(QPainter& painter, const QRectF& area) const;
 
     ProcessingModel& m_processing;
     const std::function<bool()> m_reducesMotion;

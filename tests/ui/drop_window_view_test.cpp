@@ -6,6 +6,7 @@
 #include "ui/cancel_button.h"
 #include "ui/drop_window_footer.h"
 #include "ui/drop_zone.h"
+#include "ui/drop_zone_picture.h"
 #include "ui/file_uris.h"
 #include "ui/lifetime_stats_strip.h"
 #include "ui/link_button.h"
@@ -142,7 +143,7 @@ TEST_F(DropWindow, LetsTheZoneGiveWayInTheFirstWindowAndNeverTheFooter)
     EXPECT_EQ(placeOf(part<DropWindowFooter>()).bottom(), 360 - 22 - 1);
     view->resize(720, 320);
     QCoreApplication::processEvents();
-    EXPECT_GE(zone().height(), DropZone::leastHeight());
+    EXPECT_GE(zone().height(), DropZonePicture::leastHeight());
     EXPECT_EQ(placeOf(part<DropWindowFooter>()).bottom(), 320 - 22 - 1);
 }
 
