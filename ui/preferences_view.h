@@ -13,7 +13,6 @@
 namespace lumora {
 
 class LumoraSettings;
-class PreferenceSection;
 class StatsStore;
 
 class PreferencesView : public QScrollArea
@@ -38,21 +37,15 @@ public:
     QSize sizeHint() const override { return {620, 820}; }
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     // Scrolling over a control scrolls the view; it never changes the control's setting.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    QWidget* makeHeader() const;
-    PreferenceSection* makeOutput();
-    PreferenceSection* makeOptimization();
-    PreferenceSection* makeDestination();
-    PreferenceSection* makeMiscellaneous();
-    PreferenceSection* makeLifetimeStats();
-    QWidget* makeQualityRow();
+    static QWidget* makeHeader();
 
     LumoraSettings& m_settings;
-    StatsStore& m_stats;
     const FolderChooser m_chooser;
 };
 

@@ -15,6 +15,15 @@ class QSlider;
 
 namespace lumora {
 
+// Gives a control its help text, for the pointer and for screen readers.
+template <class Control>
+Control* withHelp(Control* control, const char* help)
+{
+    control->setToolTip(QString::fromLatin1(help));
+    control->setAccessibleDescription(control->toolTip());
+    return control;
+}
+
 // A menu of all cases of an enum by their titles.
 template <class Enum>
 QComboBox* makePicker(LumoraSettings& settings, SettingValue<Enum>& setting, const QString& name)

@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The cards of the preferences window, each with its rows. Settings and statistics must outlive them.
+#pragma once
+
+#include <functional>
+
+namespace lumora {
+
+class LumoraSettings;
+class PreferenceSection;
+class StatsStore;
+
+PreferenceSection* makeOutputSection(LumoraSettings& settings);
+PreferenceSection* makeOptimizationSection(LumoraSettings& settings);
+PreferenceSection* makeDestinationSection(LumoraSettings& settings, std::function<void()> chooseFolder);
+PreferenceSection* makeMiscellaneousSection(LumoraSettings& settings);
+PreferenceSection* makeLifetimeStatsSection(StatsStore& stats);
+
+} // namespace lumora
