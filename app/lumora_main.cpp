@@ -89,7 +89,7 @@ int run(int argc, char** argv, const LaunchRequest& request)
     if (!mine) return 0;
 
     QApplication::setStyle(new LumoraStyle);
-    fonts::install(application, fonts::desktopTextScale());
+    fonts::followDesktop(application);
     TerminateSignals signals;
     AppDelegate delegate(QDBusConnection::sessionBus());
     connectRequests(instance, delegate);

@@ -3,7 +3,9 @@
 #include "ui/fonts.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QScreen>
+#include <QWidget>
 
 #include <algorithm>
 #include <cmath>
@@ -51,6 +53,16 @@ double designLineHeight(TextStyle style)
     return 16;
 }
 
+// The toolkit tells windows of a new application font, and of their parts those alone that inherit it.
+void tellParts()
+{
+    for (QWidget* widget : QApplication::allWidgets()) {
+        if (widget->isWindow()) continue;
+        QEvent change(QEvent::ApplicationFontChange);
+        QCoreApplication::sendEvent(widget, &change);
+    }
+}
+
 } // namespace
 
 void install(QApplication& application, double textScale)
@@ -58,12 +70,17 @@ void install(QApplication& application, double textScale)
     QFont font = QApplication::font();
     font.setPixelSize(static_cast<int>(std::lround(bodySize * std::clamp(textScale, 0.5, 3.0))));
     application.setFont(font);
+    tellParts();
 }
 
-double desktopTextScale()
+void followDesktop(QApplication& application)
 {
     const QScreen* screen = QGuiApplication::primaryScreen();
-    return screen ? screen->logicalDotsPerInchY() / 96.0 : 1.0;
+    const auto follow = [&application, screen] {
+        install(application, screen->logicalDotsPerInchY() / 96.0);
+    };
+    QObject::connect(screen, &QScreen::logicalDotsPerInchChanged, &application, follow);
+    follow();
 }
 
 double textScale()
@@ -87,6 +104,14 @@ QFont systemFont(double size, QFont::Weight weight)
     QFont font = QApplication::font();
     font.setPixelSize(scaled(size));
     font.setWeight(weight);
+    font.setStyleStrategy(QFont::PreferNoShaping);
+    return font;
+}
+
+QFont shapedFor(const QString& text, QFont font)
+{
+    const auto isAscii = [](QChar character) { return character.unicode() < 0x80; };
+    if (!std::all_of(text.begin(), text.end(), isAscii)) font.setStyleStrategy(QFont::PreferDefault);
     return font;
 }
 

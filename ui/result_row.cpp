@@ -110,10 +110,10 @@ void ResultRow::paintTexts(QPainter& painter) const
     int height = fonts::lineHeight(TextStyle::body) + lineSpacing + fonts::lineHeight(TextStyle::caption);
     if (m_isSuccess) height += lineSpacing + fonts::lineHeight(TextStyle::caption2);
     int top = column.top() + (column.height() - height) / 2;
-    const auto nextLine = [&](TextStyle style) {
+    const auto nextLine = [&](TextStyle style, const QString& text) {
         const QRect line(column.left(), top, column.width(), fonts::lineHeight(style));
         top += line.height() + lineSpacing;
-        painter.setFont(fonts::font(style));
+        painter.setFont(fonts::shapedFor(text, fonts::font(style)));
         return mirrored(line);
     };
     // The edge follows the window's direction, not that of the text.
@@ -125,12 +125,12 @@ void ResultRow::paintTexts(QPainter& painter) const
                          fitting);
     };
     painter.setPen(TidewellTheme::cream());
-    drawText(nextLine(TextStyle::body), m_name, Qt::ElideMiddle);
+    drawText(nextLine(TextStyle::body, m_name), m_name, Qt::ElideMiddle);
     painter.setPen(TidewellTheme::creamMuted());
-    drawText(nextLine(TextStyle::caption), m_message, Qt::ElideRight);
+    drawText(nextLine(TextStyle::caption, m_message), m_message, Qt::ElideRight);
     if (!m_isSuccess) return;
     painter.setPen(TidewellTheme::creamSubtle());
-    const QRect line = nextLine(TextStyle::caption2);
+    const QRect line = nextLine(TextStyle::caption2, QString());
     const QFontMetricsF metrics(painter.font());
     const double width = figuresWidth(metrics, m_metricsText);
     if (width > line.width()) return drawText(line, m_metricsText, Qt::ElideRight);

@@ -3,17 +3,22 @@
 #include "ui/results_list.h"
 
 #include "tests/ui/drop_window_objects.h"
+#include "ui/fonts.h"
 #include "ui/results_list_model.h"
 #include "ui/results_list_view.h"
 #include "ui/results_summary.h"
 
 #include <QAbstractItemModelTester>
+#include <QApplication>
 #include <QClipboard>
-#include <QGuiApplication>
+#include <QContextMenuEvent>
+#include <QHelpEvent>
 #include <QMenu>
 #include <QMimeData>
+#include <QPointer>
 #include <QScrollBar>
 #include <QTest>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 #include <gmock/gmock.h>
@@ -146,6 +151,90 @@ TEST_F(Results, NameGrowthInTheTotals)
     objects.addSuccess("/photos/s.jpg", 1'000'000, 1'250'000, "Converted");
     EXPECT_EQ(summary(), (QStringList{QStringLiteral("Files=1/1"), QStringLiteral("Total Larger=250 KB"),
                                       QStringLiteral("Reduction=+25.0%")}));
+}
+
+TEST_F(Results, DescribeTheirSizesInTheWordsOfTheirChange)
+{
+    struct Case
+    {
+        std::int64_t before, after;
+        const char* text;
+    };
+    const Case cases[] = {{0, 1000, "Zero KB -> 1 KB"},
+                          {0, 0, "Zero KB -> Zero KB"},
+                          {1'000'000, 1'000'000, "1 MB -> 1 MB | no size change"},
+                          {1'000'000, 1'250'000, "1 MB -> 1.3 MB | larger by 250 KB (25.0%)"},
+                          {3'000'000, 1'000'000, "3 MB -> 1 MB | saved 2 MB (66.7%)"}};
+    for (const Case& sizes : cases) {
+        objects.addSuccess("/photos/a.jpg", sizes.before, sizes.after, "Optimized");
+        EXPECT_EQ(at(0, ResultsListModel::MetricsTextRole), QString::fromLatin1(sizes.text));
+    }
+}
+
+TEST_F(Results, CountFailuresAsFilesAndInNoByteTotal)
+{
+    objects.addSuccess("/photos/s.jpg", 1'000'000, 750'000, "Optimized");
+    objects.addFailure("/photos/f.jpg", "no");
+    objects.add({"/photos/g.jpg", std::nullopt, 5'000'000, 1, "no", false});
+    EXPECT_EQ(summary(), (QStringList{QStringLiteral("Files=1/3"), QStringLiteral("Total Saved=250 KB"),
+                                      QStringLiteral("Reduction=25.0%")}));
+}
+
+TEST_F(Results, NameTheShowButtonUnderThePointer)
+{
+    addSuccesses(1);
+    const QPoint place = view().revealButton(row(0)).center();
+    QHelpEvent help(QEvent::ToolTip, place, view().viewport()->mapToGlobal(place));
+    QCoreApplication::sendEvent(view().viewport(), &help);
+    EXPECT_EQ(QToolTip::text(), QStringLiteral("Show in Finder"));
+    QToolTip::hideText();
+}
+
+TEST_F(Results, OpenTheMenuOfTheRowUnderThePointerOrOfTheCurrentOne)
+{
+    addSuccesses(2);
+    view().setCurrentIndex(row(0));
+    const std::pair<QContextMenuEvent::Reason, const char*> roads[] = {
+        {QContextMenuEvent::Mouse, "/photos/0.webp"}, {QContextMenuEvent::Keyboard, "/photos/1.webp"}};
+    for (const auto& [reason, file] : roads) {
+        const QPoint place = view().visualRect(row(1)).center();
+        QContextMenuEvent event(reason, place, place);
+        QCoreApplication::sendEvent(view().viewport(), &event);
+        QPointer<QMenu> menu = view().findChild<QMenu*>();
+        ASSERT_TRUE(menu && menu->isVisible());
+        menu->actions().first()->trigger();
+        EXPECT_EQ(objects.shown.back(), path(file));
+        menu->close();
+        test::waitFor([&] { return !menu; });
+    }
+}
+
+TEST_F(Results, OpenNoMenuBelowTheLastRow)
+{
+    addSuccesses(1);
+    QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(20, 600), QPoint(20, 600));
+    QCoreApplication::sendEvent(view().viewport(), &event);
+    EXPECT_EQ(view().findChild<QMenu*>(), nullptr);
+}
+
+TEST_F(Results, CopyThePathOfTheCurrentRowByKeys)
+{
+    addSuccesses(1);
+    view().setCurrentIndex(row(0));
+    QTest::keyClick(&view(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("/photos/0.webp"));
+}
+
+TEST_F(Results, GrowWithTheDesktopsTextScaleWhileTheyShow)
+{
+    addSuccesses(3);
+    fonts::install(*qApp, 2);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(view().height(), 3 * 116);
+    EXPECT_EQ(view().visualRect(row(1)).height(), 116);
+    fonts::install(*qApp, 1);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(view().height(), 3 * 58);
 }
 
 TEST_F(Results, OfFailuresAloneReduceByZeroPercent)
