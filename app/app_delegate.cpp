@@ -104,13 +104,16 @@ void AppDelegate::process(const std::vector<std::filesystem::path>& files)
 void AppDelegate::showMainWindow()
 {
     if (!m_mainWindow) {
+        const auto reducesMotion = [this] { return m_desktopSettings.reducesMotion(); };
+        const auto showInFolder = [this](const std::filesystem::path& file) {
+            showInFileBrowser(m_bus, file);
+        };
         auto* view = new DropWindowView(
             settings(), *m_processingModel, m_statsStore, [this] { showPreferences(); },
-            FileBrowser{[this](const std::filesystem::path& file) { showInFileBrowser(m_bus, file); },
-                        openFile});
+            FileBrowser{showInFolder, openFile}, reducesMotion);
         m_mainWindow = std::make_unique<BrandedWindow>(mainWindowParameters(), view, m_menu);
-        m_mainWindowHeight = std::make_unique<MainWindowHeight>(
-            *m_mainWindow, *m_processingModel, [this] { return m_desktopSettings.reducesMotion(); });
+        m_mainWindowHeight =
+            std::make_unique<MainWindowHeight>(*m_mainWindow, *m_processingModel, reducesMotion);
     }
     m_mainWindow->bringToFront();
 }
