@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Reading and writing BMP files in memory. Own code because the image library reads this format only through
-// a second library with hundreds of codecs, none of which may ever see a user's file. Pure functions;
-// thread-safe.
+// a second library with hundreds of codecs, none of which may ever see a user's file. The functions
+// are pure and thread-safe.
 //
 // Read: the headers of OS/2 (12, 16 and 64 bytes) and Windows (40 to 124 bytes); 1, 2, 4 and 8 bits with a
 // palette, run-length coded or not; 16, 24 and 32 bits, with colour masks or without; rows in either
@@ -14,6 +14,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -34,10 +35,31 @@ struct BmpHeader
 // maximumDecodedPixels.
 Result<BmpHeader> readBmpHeader(std::span<const std::byte> file);
 
-// The picture from the top row to the bottom one, rows packed tightly, 8 bits a channel: red, green, blue,
-// and alpha (not premultiplied) when the header has it. Data that ends early, runs that leave the picture and
-// colours beyond the palette fail: a damaged file never becomes half a picture. Pixels that a run-length
-// coding leaves out have the palette's first colour.
+// A picture whose rows are decoded as they are asked for: 8 bits a channel, red, green, blue, and alpha (not
+// premultiplied) when the header has it, tightly packed. Data that ends early, runs that leave the picture
+// and colours beyond the palette fail: a damaged file never becomes half a picture. Pixels that a run-length
+// coding leaves out have the palette's first colour. One thread at a time.
+class BmpRows
+{
+public:
+    // Decodes nothing yet. `file` must outlive it.
+    static Result<BmpRows> open(std::span<const std::byte> file);
+    BmpRows(BmpRows&&) noexcept;
+    BmpRows& operator=(BmpRows&&) noexcept;
+    ~BmpRows();
+
+    const BmpHeader& header() const;
+    std::size_t rowBytes() const;
+    // The row `y` from the top, rowBytes() long. Throws std::bad_alloc.
+    Status read(std::int64_t y, std::span<std::byte> row);
+
+private:
+    struct State;
+    explicit BmpRows(std::unique_ptr<State> state);
+    std::unique_ptr<State> m_state;
+};
+
+// The whole picture, from the top row to the bottom one.
 Result<std::vector<std::byte>> decodeBmp(std::span<const std::byte> file);
 
 // An uncompressed file. Channels: 1 grey (8 bits with a palette), 3 RGB (24 bits), 4 RGBA, alpha not

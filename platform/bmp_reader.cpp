@@ -123,71 +123,101 @@ private:
     ChannelReader m_alpha;
 };
 
-// The result, and where each row of the file goes in it.
-struct Picture
+std::size_t storedRowBits(const BmpLayout& layout)
 {
-    explicit Picture(const BmpLayout& layout)
-        : height(static_cast<std::size_t>(layout.header.height)),
-          rowSize(static_cast<std::size_t>(layout.header.width * layout.header.channels())),
-          isTopDown(layout.isTopDown), rows(rowSize * height)
-    {
-    }
-    Row rowOf(std::size_t storedRow)
-    {
-        const std::size_t y = isTopDown ? storedRow : height - 1 - storedRow;
-        return Row(rows).subspan(y * rowSize, rowSize);
-    }
-
-    std::size_t height;
-    std::size_t rowSize;
-    bool isTopDown;
-    std::vector<std::byte> rows;
-};
-
-Error paletteError()
-{
-    return {"BMP colour beyond the palette"};
+    return static_cast<std::size_t>(layout.header.width * layout.header.bitsPerPixel);
 }
 
-Result<std::vector<std::byte>> decodePlain(const BmpLayout& layout)
+std::size_t storedRowSize(const BmpLayout& layout)
 {
-    const auto rowBits = static_cast<std::size_t>(layout.header.width * layout.header.bitsPerPixel);
-    const std::size_t rowSize = (rowBits + 7) / 8;
-    const std::size_t stride = (rowBits + 31) / 32 * 4; // rows begin at multiples of four bytes
+    return (storedRowBits(layout) + 7) / 8;
+}
+
+// Rows begin at multiples of four bytes.
+std::size_t stride(const BmpLayout& layout)
+{
+    return (storedRowBits(layout) + 31) / 32 * 4;
+}
+
+// The padding of the last row may be missing.
+bool isCutOff(const BmpLayout& layout)
+{
     const auto height = static_cast<std::size_t>(layout.header.height);
-    // The padding of the last row may be missing.
-    if (layout.pixels.size() < stride * (height - 1) + rowSize) return Error{"BMP pixels cut off"};
-
-    const PixelReader reader(layout);
-    Picture picture(layout);
-    for (std::size_t y = 0; y < height; ++y) {
-        if (!reader.readRow(layout.pixels.subspan(y * stride, rowSize), picture.rowOf(y)))
-            return paletteError();
-    }
-    return std::move(picture.rows);
-}
-
-Result<std::vector<std::byte>> decodeRuns(const BmpLayout& layout)
-{
-    const auto indices = decodeBmpRuns(layout);
-    if (!indices) return indices.error();
-    const auto width = static_cast<std::size_t>(layout.header.width);
-    const PixelReader reader(layout);
-    Picture picture(layout);
-    for (std::size_t y = 0; y < picture.height; ++y) {
-        const auto row = std::span(*indices).subspan(y * width, width);
-        if (!reader.readIndices(row, picture.rowOf(y))) return paletteError();
-    }
-    return std::move(picture.rows);
+    return layout.coding == BmpCoding::plain &&
+           layout.pixels.size() < stride(layout) * (height - 1) + storedRowSize(layout);
 }
 
 } // namespace
 
+struct BmpRows::State
+{
+    explicit State(BmpLayout of) : layout(std::move(of)), reader(layout) {}
+
+    Status readIndices()
+    {
+        if (layout.coding == BmpCoding::plain || !indices.empty()) return Done{};
+        auto decoded = decodeBmpRuns(layout);
+        if (!decoded) return decoded.error();
+        indices = std::move(*decoded);
+        return Done{};
+    }
+
+    bool readStoredRow(std::size_t storedRow, Row row) const
+    {
+        const auto width = static_cast<std::size_t>(layout.header.width);
+        if (layout.coding != BmpCoding::plain)
+            return reader.readIndices(std::span(indices).subspan(storedRow * width, width), row);
+        return reader.readRow(layout.pixels.subspan(storedRow * stride(layout), storedRowSize(layout)), row);
+    }
+
+    BmpLayout layout;
+    PixelReader reader;
+    std::vector<std::uint8_t> indices; // of a run-length coded picture, once a row was asked for
+};
+
+BmpRows::BmpRows(std::unique_ptr<State> state) : m_state(std::move(state)) {}
+BmpRows::BmpRows(BmpRows&&) noexcept = default;
+BmpRows& BmpRows::operator=(BmpRows&&) noexcept = default;
+BmpRows::~BmpRows() = default;
+
+Result<BmpRows> BmpRows::open(std::span<const std::byte> file)
+{
+    auto layout = readBmpLayout(file);
+    if (!layout) return layout.error();
+    if (isCutOff(*layout)) return Error{"BMP pixels cut off"};
+    return BmpRows(std::make_unique<State>(std::move(*layout)));
+}
+
+const BmpHeader& BmpRows::header() const
+{
+    return m_state->layout.header;
+}
+
+std::size_t BmpRows::rowBytes() const
+{
+    return static_cast<std::size_t>(header().width * header().channels());
+}
+
+Status BmpRows::read(std::int64_t y, std::span<std::byte> row)
+{
+    if (const auto status = m_state->readIndices(); !status) return status.error();
+    const std::int64_t stored = m_state->layout.isTopDown ? y : header().height - 1 - y;
+    if (!m_state->readStoredRow(static_cast<std::size_t>(stored), row))
+        return Error{"BMP colour beyond the palette"};
+    return Done{};
+}
+
 Result<std::vector<std::byte>> decodeBmp(std::span<const std::byte> file)
 {
-    const auto layout = readBmpLayout(file);
-    if (!layout) return layout.error();
-    return layout->coding == BmpCoding::plain ? decodePlain(*layout) : decodeRuns(*layout);
+    auto bmp = BmpRows::open(file);
+    if (!bmp) return bmp.error();
+    const std::size_t rowBytes = bmp->rowBytes();
+    std::vector<std::byte> rows(rowBytes * static_cast<std::size_t>(bmp->header().height));
+    for (std::int64_t y = 0; y < bmp->header().height; ++y) {
+        const auto row = std::span(rows).subspan(static_cast<std::size_t>(y) * rowBytes, rowBytes);
+        if (const auto status = bmp->read(y, row); !status) return status.error();
+    }
+    return rows;
 }
 
 } // namespace lumora

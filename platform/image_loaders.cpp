@@ -2,18 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/image_loaders.h"
 
-#include "platform/bmp_codec.h"
+#include "platform/bmp_loader.h"
+#include "platform/stored_form.h"
 
 #include <vips/vips.h>
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <cstring>
-#include <vector>
 
 namespace lumora {
 namespace {
@@ -73,49 +68,6 @@ constexpr std::array<Loader, 8> loaders{{
     {"org.webmproject.webp", loadWebp},
 }};
 
-Result<std::vector<std::byte>> readWhole(int descriptor)
-{
-    struct stat status = {};
-    if (fstat(descriptor, &status) != 0) return Error{std::strerror(errno)};
-    std::vector<std::byte> bytes(static_cast<std::size_t>(status.st_size));
-    std::size_t filled = 0;
-    while (filled < bytes.size()) {
-        const ssize_t count =
-            pread(descriptor, bytes.data() + filled, bytes.size() - filled, static_cast<off_t>(filled));
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return Error{std::strerror(errno)};
-        if (count == 0) break;
-        filled += static_cast<std::size_t>(count);
-    }
-    bytes.resize(filled);
-    return bytes;
-}
-
-// Not lazy: the format is rare and its files are as large as their pixels anyway.
-Result<VipsImagePtr> loadBmp(int descriptor)
-{
-    const auto file = readWhole(descriptor);
-    if (!file) return file.error();
-    const auto header = readBmpHeader(*file);
-    if (!header) return header.error();
-    const auto rows = decodeBmp(*file);
-    if (!rows) return rows.error();
-
-    const VipsImagePtr memory(vips_image_new_from_memory_copy(
-        rows->data(), rows->size(), static_cast<int>(header->width), static_cast<int>(header->height),
-        header->channels(), VIPS_FORMAT_UCHAR));
-    VipsImage* tagged = nullptr;
-    if (!memory ||
-        vips_copy(memory.get(), &tagged, "interpretation", VIPS_INTERPRETATION_sRGB, nullptr) != 0) {
-        return takeVipsError();
-    }
-    if (!header->iccProfile.empty()) {
-        vips_image_set_blob_copy(tagged, VIPS_META_ICC_NAME, header->iccProfile.data(),
-                                 header->iccProfile.size());
-    }
-    return VipsImagePtr(tagged);
-}
-
 } // namespace
 
 Result<VipsImagePtr> loadFirstPicture(std::string_view typeIdentifier, int descriptor)
@@ -128,6 +80,7 @@ Result<VipsImagePtr> loadFirstPicture(std::string_view typeIdentifier, int descr
     const std::unique_ptr<VipsSource, VipsUnref> source(vips_source_new_from_descriptor(descriptor));
     VipsImage* image = nullptr;
     if (!source || loader->load(source.get(), &image) != 0) return takeVipsError();
+    if (typeIdentifier == "public.png") noteFormOfPng(image, descriptor);
     return VipsImagePtr(image);
 }
 

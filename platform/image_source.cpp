@@ -6,12 +6,11 @@
 #include "platform/image_loaders.h"
 #include "platform/image_types.h"
 #include "platform/metadata.h"
+#include "platform/regular_file.h"
 #include "platform/vips_library.h"
 
 #include <vips/vips.h>
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
@@ -20,33 +19,6 @@
 
 namespace lumora {
 namespace {
-
-class FileDescriptor
-{
-public:
-    explicit FileDescriptor(int descriptor) : m_descriptor(descriptor) {}
-    ~FileDescriptor()
-    {
-        if (m_descriptor >= 0) close(m_descriptor);
-    }
-    FileDescriptor(FileDescriptor&& other) noexcept : m_descriptor(std::exchange(other.m_descriptor, -1)) {}
-    FileDescriptor& operator=(FileDescriptor&&) = delete;
-
-    int get() const { return m_descriptor; }
-
-private:
-    int m_descriptor;
-};
-
-// Not blocking: a pipe that has the name of a picture must not hold a worker for ever.
-Result<FileDescriptor> openRegularFile(const std::filesystem::path& url)
-{
-    FileDescriptor file(open(url.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    struct stat status = {};
-    if (file.get() < 0 || fstat(file.get(), &status) != 0) return Error{std::strerror(errno)};
-    if (!S_ISREG(status.st_mode)) return Error{"not a file"};
-    return file;
-}
 
 const ImageType* typeOf(int descriptor)
 {

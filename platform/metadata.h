@@ -55,6 +55,7 @@ struct MetadataBlobs
     std::string iptc; // an image resource block that holds the IPTC records
     std::string xmp;  // a packet
     std::vector<std::pair<std::string, std::string>> texts; // keyword and UTF-8 text of PNG
+    std::vector<std::string> comments;                      // raw remarks of GIF
     Resolution resolution;
 };
 

@@ -3,9 +3,11 @@
 #include "platform/metadata.h"
 
 #include "platform/exiv2_library.h"
+#include "platform/gif_comments.h"
 #include "platform/maker_note.h"
 #include "platform/metadata_keys.h"
 #include "platform/png_texts.h"
+#include "platform/regular_file.h"
 #include "platform/resolution.h"
 
 #include <vips/vips.h>
@@ -93,6 +95,18 @@ void addPngTexts(ImageProperties& properties, const std::filesystem::path& file)
     }
 }
 
+void addGifComments(ImageProperties& properties, const std::filesystem::path& file)
+{
+    constexpr std::size_t largestFile = std::size_t{1} << 26U;
+    const auto gif = openRegularFile(file);
+    const auto bytes = gif ? readAll(gif->get(), largestFile) : Result<std::vector<std::byte>>(gif.error());
+    if (!bytes) return;
+    for (std::string& text : gifComments(*bytes)) {
+        group(properties, PropertyKey::gif)
+            .push_back({std::string(metadata::gifComment), Exiv2::undefined, std::move(text)});
+    }
+}
+
 bool isOpenedByMetadataLibrary(std::string_view type)
 {
     constexpr std::array<std::string_view, 4> types{"public.jpeg", "public.png", "public.tiff",
@@ -110,6 +124,7 @@ ImageProperties readMetadata(_VipsImage* header, std::string_view typeIdentifier
         ensureExiv2Ready();
         addDensity(properties, header, typeIdentifier);
         if (typeIdentifier == "public.png") addPngTexts(properties, file);
+        if (typeIdentifier == "com.compuserve.gif") addGifComments(properties, file);
         if (isOpenedByMetadataLibrary(typeIdentifier)) {
             addFromFile(properties, file);
         } else {

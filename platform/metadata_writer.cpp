@@ -102,6 +102,15 @@ std::vector<std::pair<std::string, std::string>> textsOf(const ImageProperties& 
     return texts;
 }
 
+std::vector<std::string> commentsOf(const ImageProperties& properties)
+{
+    std::vector<std::string> comments;
+    for (const auto& entry : groupOf(properties, PropertyKey::gif)) {
+        if (entry.key == metadata::gifComment) comments.push_back(entry.bytes);
+    }
+    return comments;
+}
+
 template <class Encode>
 auto soundOrEmpty(Encode encode) -> decltype(encode())
 {
@@ -119,7 +128,9 @@ MetadataBlobs encodeMetadata(const ImageProperties& properties, const PictureFac
     ensureExiv2Ready();
     return {soundOrEmpty([&] { return encodedExif(exifOf(properties, facts)); }),
             soundOrEmpty([&] { return encodedIptc(properties); }),
-            soundOrEmpty([&] { return encodedXmp(properties, facts); }), textsOf(properties),
+            soundOrEmpty([&] { return encodedXmp(properties, facts); }),
+            textsOf(properties),
+            commentsOf(properties),
             soundOrEmpty([&] { return resolutionOf(properties); })};
 }
 

@@ -35,19 +35,6 @@ Result<Bytes> encodeTiff(const EncodeRequest& request)
     return withTiffMetadata(takeBytes(buffer, size), request.metadata);
 }
 
-Result<Bytes> encodeGif(const EncodeRequest& request)
-{
-    constexpr double fullDither = 1.0;
-    constexpr int thoroughPalette = 7;
-    void* buffer = nullptr;
-    std::size_t size = 0;
-    if (vips_gifsave_buffer(request.image, &buffer, &size, "dither", fullDither, "effort", thoroughPalette,
-                            nullptr) != 0) {
-        return takeVipsError();
-    }
-    return takeBytes(buffer, size);
-}
-
 Result<Bytes> encodeBmpFile(const EncodeRequest& request)
 {
     VipsImage* wide = nullptr;

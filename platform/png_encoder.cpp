@@ -3,11 +3,12 @@
 // A PNG writer of our own, because the size of the file is what people come for: the exact colours go into a
 // palette when they are few, both filtering strategies are tried, and libdeflate compresses better than zlib
 // in less time.
+#include "platform/indexed_pixels.h"
 #include "platform/png_chunks.h"
 #include "platform/png_filter.h"
 #include "platform/png_metadata.h"
-#include "platform/png_palette.h"
 #include "platform/saved_bytes.h"
+#include "platform/stored_form.h"
 
 #include <algorithm>
 #include <optional>
@@ -99,6 +100,28 @@ std::optional<Layout> paletteLayout(const Layout& direct)
         direct.width, direct.height, bits, 3, rowBytes, 1, std::move(rows), std::move(colors->palette)};
 }
 
+// A grey picture in fewer than 8 bits; absent when a value would not survive.
+std::optional<Layout> narrowGrayLayout(const Layout& direct, int bits)
+{
+    const unsigned step = 255U / ((1U << static_cast<unsigned>(bits)) - 1);
+    std::vector<std::uint8_t> values = direct.rows;
+    for (std::uint8_t& value : values) {
+        if (value % step != 0) return std::nullopt;
+        value = static_cast<std::uint8_t>(value / step);
+    }
+    auto rows = packedIndices(values, direct.width, direct.height, bits);
+    const std::size_t rowBytes = rows.size() / direct.height;
+    return Layout{direct.width, direct.height, bits, direct.colorType, rowBytes, 1, std::move(rows), {}};
+}
+
+// Redrawn pictures take the smaller form, others the form that they had.
+std::optional<Layout> compactLayout(const Layout& direct, const StoredForm& form, bool keepsModel)
+{
+    if (!keepsModel || form.isIndexed) return paletteLayout(direct);
+    const bool isGray = direct.colorType == 0 && direct.bitDepth == 8;
+    return isGray && form.bits < 8 ? narrowGrayLayout(direct, form.bits) : std::nullopt;
+}
+
 std::string smallestData(const Layout& layout)
 {
     const auto data = [&](bool isAdaptive) {
@@ -154,8 +177,8 @@ Result<Bytes> encodePng(const EncodeRequest& request)
     g_free(memory);
 
     const Layout direct = directLayout(request.image, std::move(rows));
-    const auto palette = request.keepsModel ? std::nullopt : paletteLayout(direct);
-    return fileOf(palette ? *palette : direct, attachedProfileBytes(request.image), request.metadata);
+    const auto compact = compactLayout(direct, storedForm(request.image), request.keepsModel);
+    return fileOf(compact ? *compact : direct, attachedProfileBytes(request.image), request.metadata);
 }
 
 } // namespace lumora

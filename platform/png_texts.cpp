@@ -2,12 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/png_texts.h"
 
-#include "platform/file_descriptor.h"
+#include "platform/regular_file.h"
 
 #include <glib.h>
 #include <libdeflate.h>
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <array>
@@ -124,17 +123,18 @@ std::vector<PngText> readPngTexts(const std::filesystem::path& file)
     constexpr std::size_t signature = 8;
     constexpr std::size_t checksum = 4;
     std::vector<PngText> texts;
-    const FileDescriptor png(open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    const auto png = openRegularFile(file);
+    if (!png) return texts;
     std::array<char, 8> head{}; // length and type of a chunk
     std::size_t total = 0;
-    for (std::size_t at = signature; total < mostText && readAt(png.get(), at, head.data(), head.size());) {
+    for (std::size_t at = signature; total < mostText && readAt(png->get(), at, head.data(), head.size());) {
         const std::string_view header(head.data(), head.size());
         const std::string_view type = header.substr(4);
         const std::size_t length = lengthIn(header);
         if (type == "IEND") break;
         if ((type == "tEXt" || type == "zTXt" || type == "iTXt") && length <= longestText) {
             std::string data(length, '\0');
-            if (!readAt(png.get(), at + head.size(), data.data(), length)) break;
+            if (!readAt(png->get(), at + head.size(), data.data(), length)) break;
             total += addText(texts, type, data);
         }
         at += head.size() + length + checksum;

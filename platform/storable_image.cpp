@@ -5,6 +5,7 @@
 #include "platform/drawing.h"
 #include "platform/rgba_pixels.h"
 #include "platform/row_reader.h"
+#include "platform/stored_form.h"
 
 #include <vips/vips.h>
 
@@ -124,12 +125,13 @@ bool holds(const StorageLimits& limits, const VipsImage* image)
     }
 }
 
-// The savers write every metadata field that they find, so all but the profile are taken off.
+// The savers write every metadata field that they find, so all that describe no pixels are taken off.
 void dropMetadata(VipsImage* image)
 {
     gchar** fields = vips_image_get_fields(image);
     for (gchar** field = fields; *field; ++field) {
-        if (g_strcmp0(*field, VIPS_META_ICC_NAME) != 0) vips_image_remove(image, *field);
+        const std::string_view name = *field;
+        if (name != VIPS_META_ICC_NAME && !isStoredFormField(name)) vips_image_remove(image, *field);
     }
     g_strfreev(fields);
 }

@@ -123,6 +123,22 @@ TEST_F(Destination, RoundTripsTiffAndBmpExactlyAndGifClosely)
     EXPECT_NEAR(gif.at(4, 4)[0], 230, 20);
 }
 
+TEST_F(Destination, GivesAGifTheExactColoursWhereItCan)
+{
+    test::Pixels many{16, 16, 3, {}}; // as many colours as a palette has
+    for (int i = 0; i < 256; ++i) {
+        for (const int component : {i, 255 - i, i * 7 % 256})
+            many.bytes.push_back(static_cast<std::uint8_t>(component));
+    }
+    EXPECT_EQ(test::load(written(redrawn(many), "com.compuserve.gif")).bytes, many.bytes);
+
+    test::Pixels holed = test::uniformPicture(2, 1, {200, 40, 40, 255});
+    holed.bytes[7] = 0;
+    const auto gif = test::load(written(redrawn(holed), "com.compuserve.gif"));
+    EXPECT_THAT(gif.at(0, 0), testing::ElementsAre(200, 40, 40, 255));
+    EXPECT_EQ(gif.at(1, 0)[3], 0);
+}
+
 TEST_F(Destination, LeavesAnEarlierFileAndNoDraftWhenTheDiskIsFull)
 {
     const Image image = redrawn(test::corneredPicture(400, 300));

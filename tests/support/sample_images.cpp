@@ -157,7 +157,9 @@ void save(const std::filesystem::path& file, const Pixels& pixels, const SaveOpt
         check(vips_jpegsave_buffer(image.get(), &bytes, &size, "Q", 95, "interlace", options.interlaced,
                                    nullptr));
     } else if (extension == ".png") {
-        check(vips_pngsave_buffer(image.get(), &bytes, &size, "interlace", options.interlaced, nullptr));
+        const int bits = options.bits != 0 ? options.bits : options.sixteenBits ? 16 : 8;
+        check(vips_pngsave_buffer(image.get(), &bytes, &size, "interlace", options.interlaced, "palette",
+                                  options.palette, "bitdepth", bits, nullptr));
     } else if (extension == ".tif" || extension == ".tiff") {
         check(vips_tiffsave_buffer(image.get(), &bytes, &size, nullptr));
     } else if (extension == ".gif") {

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/png_palette.h"
+#include "platform/indexed_pixels.h"
 
 #include <algorithm>
 #include <array>

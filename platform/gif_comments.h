@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The remarks in a GIF file, which the image library neither reads nor writes. For the metadata code and the
+// GIF encoder only; any thread.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace lumora {
+
+// The raw bytes of each remark, up to where the file stops being a sound GIF.
+std::vector<std::string> gifComments(std::span<const std::byte> gif);
+
+// The file with the remarks before its first picture; as it is when it is not a sound GIF.
+std::vector<std::byte> withGifComments(std::vector<std::byte> gif, const std::vector<std::string>& comments);
+
+} // namespace lumora

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a picture's file stored that its decoded components no longer tell, so that a picture that is not
+// redrawn can keep it. For the codec layer only.
+#pragma once
+
+#include "platform/vips_library.h"
+
+#include <string_view>
+
+namespace lumora {
+
+struct StoredForm
+{
+    bool isIndexed = false; // colours of a palette
+    int bits = 8;           // a component's or an index's: 1, 2, 4, 8 or 16
+};
+
+// Kept as fields of the picture, which copies and turned copies of it inherit.
+StoredForm storedForm(_VipsImage* image);
+bool isStoredFormField(std::string_view field);
+
+// Notes the form of a grey PNG, which the image library widens without saying so. The descriptor stays the
+// caller's.
+void noteFormOfPng(_VipsImage* image, int descriptor);
+
+} // namespace lumora
