@@ -70,6 +70,11 @@ void LumoraStyle::polish(QWidget* widget)
     QProxyStyle::polish(widget);
 }
 
+void LumoraStyle::polish(QPalette& palette)
+{
+    palette = standardPalette();
+}
+
 int LumoraStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
 {
     switch (metric) {

@@ -20,6 +20,8 @@ public:
     QPalette standardPalette() const override;
 
     void polish(QWidget* widget) override;
+    // The desktop's own colours would be unreadable on the theme's grounds.
+    void polish(QPalette& palette) override;
     using QProxyStyle::polish;
 
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;

@@ -33,6 +33,8 @@ QComboBox* makePicker(LumoraSettings& settings, SettingValue<Enum>& setting, con
     picker->setFocusPolicy(Qt::StrongFocus);
     for (const Enum value : allCases<Enum>)
         picker->addItem(text(title(value)));
+    // All pickers of a window are of one width, unless a title needs more.
+    picker->setMinimumContentsLength(15);
     QObject::connect(picker, &QComboBox::activated, picker,
                      [&setting](int index) { setting.set(allCases<Enum>[static_cast<std::size_t>(index)]); });
     followSettings(settings, {setting.key()}, picker,

@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/folder_bookmark.h"
+#include "tests/app/wait_for.h"
 #include "tests/ui/model_objects.h"
+#include "ui/fonts.h"
 #include "ui/pixel_field.h"
 #include "ui/preference_section.h"
 #include "ui/preferences_view.h"
@@ -11,7 +13,7 @@
 #include "ui/styled_label.h"
 #include "ui/tidewell_theme.h"
 
-#include <QAccessible>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
@@ -289,14 +291,29 @@ TEST_F(Preferences, ScrollingOverAPickerChangesNoSetting)
     EXPECT_EQ(m_settings.outputFormat(), OutputFormat::webp);
 }
 
-TEST_F(Preferences, EveryControlHasAnAccessibleName)
+TEST_F(Preferences, WriteInInkWhateverTheColoursOfTheDesktop)
 {
-    for (QWidget* control : m_view.findChildren<QWidget*>()) {
-        if (control->focusPolicy() == Qt::NoFocus || !control->isVisible()) continue;
-        QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(control);
-        ASSERT_NE(spoken, nullptr);
-        EXPECT_FALSE(spoken->text(QAccessible::Name).isEmpty()) << control->metaObject()->className();
-    }
+    const QColor ink = TidewellTheme::ink();
+    EXPECT_EQ(find<QLineEdit>("Maximum")->palette().color(QPalette::Text), ink);
+    EXPECT_EQ(find<QComboBox>("Format")->palette().color(QPalette::ButtonText), ink);
+}
+
+TEST_F(Preferences, PickersAreOfOneWidth)
+{
+    const int width = find<QComboBox>("Format")->width();
+    EXPECT_EQ(find<QComboBox>("Size")->width(), width);
+    EXPECT_EQ(find<QComboBox>("Destination")->width(), width);
+}
+
+TEST_F(Preferences, GrowWithTheDesktopsTextScaleWhileTheyShow)
+{
+    auto* label = row("Format")->findChild<StyledLabel*>();
+    fonts::install(*qApp, 2);
+    EXPECT_TRUE(test::waitFor([&] { return label->width() == 224; }));
+    EXPECT_EQ(find<QLineEdit>("Maximum")->width(), 180);
+    EXPECT_EQ(label->font().pixelSize(), 26);
+    fonts::install(*qApp, 1);
+    EXPECT_TRUE(test::waitFor([&] { return label->width() == 112; }));
 }
 
 TEST(PreferencesVersion, ComesFromTheBundleOrReadsZero)
