@@ -89,6 +89,7 @@ bool DropZone::event(QEvent* event)
     const QEvent::Type type = event->type();
     if (type == QEvent::Show || type == QEvent::Hide) turnIfAsked();
     if (type == QEvent::ApplicationFontChange) updateGeometry();
+    if (type == QEvent::ApplicationFontChange || type == QEvent::LayoutDirectionChange) placeCancel();
     return done;
 }
 
@@ -134,6 +135,11 @@ void DropZone::keyPressEvent(QKeyEvent* event)
 void DropZone::resizeEvent(QResizeEvent* event)
 {
     QAbstractButton::resizeEvent(event);
+    placeCancel();
+}
+
+void DropZone::placeCancel()
+{
     const QSize size = m_cancel->sizeHint();
     const QRect corner(width() - size.width() - cancelMargin, cancelMargin, size.width(), size.height());
     m_cancel->setGeometry(style()->visualRect(layoutDirection(), rect(), corner));

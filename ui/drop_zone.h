@@ -53,6 +53,7 @@ protected:
 private:
     void refresh();
     void turnIfAsked();
+    void placeCancel();
     void setTargeted(bool targeted);
 
     ProcessingModel& m_processing;

@@ -8,14 +8,17 @@
 #include "ui/drop_zone.h"
 #include "ui/drop_zone_picture.h"
 #include "ui/file_uris.h"
+#include "ui/fonts.h"
 #include "ui/lifetime_stats_strip.h"
 #include "ui/link_button.h"
 #include "ui/results_list.h"
 #include "ui/results_list_view.h"
+#include "ui/settings_chip.h"
 #include "ui/settings_chip_group.h"
 #include "ui/styled_button.h"
 #include "ui/tidewell_logo_mark.h"
 
+#include <QApplication>
 #include <QClipboard>
 #include <QDragEnterEvent>
 #include <QGuiApplication>
@@ -307,12 +310,27 @@ TEST_F(DropWindow, IgnoresPastedText)
     EXPECT_EQ(objects.model.statusText(), QStringLiteral("Drop images here"));
 }
 
-TEST_F(DropWindow, IsWalkedByTabFromThePreferencesToTheLinks)
+TEST_F(DropWindow, HasCancelAtTheTrailingCornerOfTheZoneInEitherDirection)
 {
-    for (QWidget* widget : view->findChildren<QWidget*>()) {
-        if (!widget->isVisible() || !qobject_cast<QAbstractButton*>(widget)) continue;
-        EXPECT_TRUE(widget->focusPolicy() & Qt::TabFocus) << widget->metaObject()->className();
-    }
+    const auto& cancel = part<CancelButton>();
+    EXPECT_EQ(cancel.geometry(), QRect(zone().width() - 8 - 24, 8, 24, 24));
+    view->setLayoutDirection(Qt::RightToLeft);
+    EXPECT_EQ(cancel.geometry(), QRect(8, 8, 24, 24));
+}
+
+TEST_F(DropWindow, GrowsWithTheDesktopsTextScaleWhileItShowsAndKeepsItsFooter)
+{
+    view->resize(900, 700);
+    QCoreApplication::processEvents();
+    const int chip = part<SettingsChip>().height();
+    const int strip = part<LifetimeStatsStrip>().height();
+    fonts::install(*qApp, 2);
+    ASSERT_TRUE(waitFor([&] { return part<SettingsChip>().height() == 2 * (chip - 8) + 8; }));
+    EXPECT_GT(part<LifetimeStatsStrip>().height(), strip);
+    EXPECT_EQ(part<CancelButton>().size(), QSize(48, 48));
+    EXPECT_EQ(placeOf(part<DropWindowFooter>()).bottom(), 700 - 22 - 1);
+    fonts::install(*qApp, 1);
+    EXPECT_TRUE(waitFor([&] { return part<LifetimeStatsStrip>().height() == strip; }));
 }
 
 TEST(DropWindowFooter, ShowsTheCompactLinkOnlyWhereTheFullOneDoesNotFit)

@@ -13,6 +13,7 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QHelpEvent>
+#include <QLocale>
 #include <QMenu>
 #include <QMimeData>
 #include <QPointer>
@@ -171,6 +172,16 @@ TEST_F(Results, DescribeTheirSizesInTheWordsOfTheirChange)
     }
 }
 
+TEST_F(Results, WriteFiguresInTheFormOfTheLocale)
+{
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    objects.addSuccess("/photos/a.jpg", 1'500'000, 500'000, "Optimized");
+    EXPECT_EQ(at(0, ResultsListModel::MetricsTextRole),
+              QStringLiteral("1,5 MB -> 500 KB | saved 1 MB (66,7%)"));
+    EXPECT_EQ(summary().last(), QStringLiteral("Reduction=66,7%"));
+    QLocale::setDefault(QLocale::c());
+}
+
 TEST_F(Results, CountFailuresAsFilesAndInNoByteTotal)
 {
     objects.addSuccess("/photos/s.jpg", 1'000'000, 750'000, "Optimized");
@@ -229,12 +240,10 @@ TEST_F(Results, GrowWithTheDesktopsTextScaleWhileTheyShow)
 {
     addSuccesses(3);
     fonts::install(*qApp, 2);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(view().height(), 3 * 116);
+    EXPECT_TRUE(test::waitFor([this] { return view().height() == 3 * 116; }));
     EXPECT_EQ(view().visualRect(row(1)).height(), 116);
     fonts::install(*qApp, 1);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(view().height(), 3 * 58);
+    EXPECT_TRUE(test::waitFor([this] { return view().height() == 3 * 58; }));
 }
 
 TEST_F(Results, OfFailuresAloneReduceByZeroPercent)
