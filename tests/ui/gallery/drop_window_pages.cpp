@@ -6,6 +6,7 @@
 #include "ui/drop_zone.h"
 #include "ui/fonts.h"
 #include "ui/results_list_view.h"
+#include "ui/settings_chip.h"
 
 #include <QApplication>
 #include <QDragEnterEvent>
@@ -75,6 +76,9 @@ void dropWindowPages(const Gallery& gallery)
     save("drop-one", sizeFor(1), [](Objects& objects, DropWindowView&) {
         objects.addSuccess("/photos/beach.jpg", 6'200'000, 820'000, "Optimized");
     });
+    save("drop-failure", sizeFor(1), [](Objects& objects, DropWindowView&) {
+        objects.addFailure("/photos/broken.heic", "The image could not be read.");
+    });
     save("drop-growth", sizeFor(1), [](Objects& objects, DropWindowView&) {
         objects.addSuccess("/photos/small.jpg", 181'004, 204'771, "Converted");
     });
@@ -83,6 +87,20 @@ void dropWindowPages(const Gallery& gallery)
         auto* list = view.findChild<ResultsListView*>();
         list->setCurrentIndex(list->model()->index(1, 0));
         list->setFocus();
+    });
+    save("drop-long-text", QSize(720, 420), [](Objects& objects, DropWindowView& view) {
+        objects.settings.outputFormat.set(OutputFormat::original);
+        objects.settings.removeMetadata.set(false);
+        objects.settings.optimizeColorForSharing.set(false);
+        const auto chips = view.findChildren<SettingsChip*>();
+        chips[0]->display(QStringLiteral("photo"), QStringLiteral("Ursprüngliches Dateiformat"));
+        chips[1]->display(QStringLiteral("aspectratio"), QStringLiteral("Größe nicht verändern"));
+        chips[3]->display(QStringLiteral("doc.badge.gearshape"),
+                          QStringLiteral("Personenbezogene Angaben behalten"));
+    });
+    save("drop-processing-right-to-left", QSize(720, 360), [](Objects& objects, DropWindowView& view) {
+        view.setLayoutDirection(Qt::RightToLeft);
+        objects.runUntil(0, 8);
     });
     save("drop-twelve-narrow", QSize(720, 640),
          [](Objects& objects, DropWindowView&) { mixedResults(objects); });

@@ -29,5 +29,7 @@ private:
 void dropWindowPages(const Gallery& gallery);
 void symbolPages(const Gallery& gallery);
 void settingsPages(const Gallery& gallery);
+void menuPages(const Gallery& gallery);
+void dialogPages(const Gallery& gallery);
 
 } // namespace lumora::gallery

@@ -18,7 +18,9 @@ namespace lumora::gallery {
 void Gallery::save(QWidget& widget, const QString& name) const
 {
     widget.show();
-    QCoreApplication::processEvents();
+    // A new text travels up through nested layouts and its room comes back down.
+    for (int round = 0; round < 3; ++round)
+        QCoreApplication::processEvents();
     QImage image(widget.size() * m_scale, QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(m_scale);
     image.fill(Qt::transparent);
@@ -50,6 +52,8 @@ int main(int argc, char** argv)
         lumora::gallery::dropWindowPages(gallery);
         lumora::gallery::symbolPages(gallery);
         lumora::gallery::settingsPages(gallery);
+        lumora::gallery::menuPages(gallery);
+        lumora::gallery::dialogPages(gallery);
     }
     return 0;
 }

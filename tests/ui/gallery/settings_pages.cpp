@@ -1,16 +1,14 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "model/lumora_settings.h"
-#include "model/stats_store.h"
-#include "tests/support/temporary_directory.h"
 #include "tests/ui/gallery/gallery.h"
+#include "tests/ui/model_objects.h"
 #include "ui/button_styles.h"
 #include "ui/fonts.h"
 #include "ui/lifetime_stats_strip.h"
 #include "ui/link_button.h"
 #include "ui/preferences_view.h"
+#include "ui/settings_chip.h"
 #include "ui/settings_chip_group.h"
-#include "ui/settings_chips.h"
 #include "ui/styled_button.h"
 #include "ui/surfaces.h"
 #include "ui/tidewell_logo_mark.h"
@@ -18,7 +16,6 @@
 
 #include <QApplication>
 #include <QComboBox>
-#include <QMenu>
 #include <QPainter>
 #include <QScrollBar>
 #include <QVBoxLayout>
@@ -44,19 +41,14 @@ protected:
     }
 };
 
-struct Objects
-{
-    test::TemporaryDirectory folder;
-    LumoraSettings settings{QString::fromStdString((folder / "lumora.conf").string())};
-    StatsStore stats{folder.path()};
+using Objects = test::ModelObjects;
 
-    void addResults()
-    {
-        stats.record({"a.jpg", "a.webp", 48'200'000, 9'100'000, "Optimized", true});
-        stats.record({"b.jpg", "b.webp", 1'200'000, 1'350'000, "Converted", true});
-        stats.record({"c.jpg", std::nullopt, 0, 0, "Unreadable", false});
-    }
-};
+void addResults(Objects& objects)
+{
+    objects.record(48'200'000, 9'100'000);
+    objects.record(1'200'000, 1'350'000);
+    objects.record(0, 0, false);
+}
 
 void chipPages(const Gallery& gallery)
 {
@@ -77,7 +69,7 @@ void chipPages(const Gallery& gallery)
     ground.stack->addWidget(new StyledButton(copperStyle, QString(), QStringLiteral("Allow Folder")));
     ground.stack->addStretch();
     gallery.save(ground, QStringLiteral("chips"));
-    objects.addResults();
+    addResults(objects);
     objects.settings.outputFormat.set(OutputFormat::png);
     objects.settings.resizeMode.set(ResizeMode::none);
     objects.settings.removeMetadata.set(false);
@@ -93,27 +85,6 @@ void chipPages(const Gallery& gallery)
     gallery.save(ground, QStringLiteral("chips-right-to-left"));
 }
 
-void menuPages(const Gallery& gallery)
-{
-    Objects objects;
-    FormatSettingsChip format(objects.settings);
-    ResizeSettingsChip resize(objects.settings);
-    QualitySettingsChip quality(objects.settings);
-    const std::pair<SettingsChip*, const char*> chips[] = {
-        {&format, "menu-format"}, {&resize, "menu-resize"}, {&quality, "menu-quality"}};
-    for (const auto& [chip, name] : chips) {
-        QMenu* menu = chip->menu();
-        menu->popup(QPoint(0, 0));
-        menu->setActiveAction(menu->actions().at(std::min<qsizetype>(2, menu->actions().size() - 1)));
-        gallery.save(*menu, QString::fromLatin1(name));
-        menu->close();
-    }
-    objects.settings.outputFormat.set(OutputFormat::webpLossless);
-    quality.menu()->popup(QPoint(0, 0));
-    gallery.save(*quality.menu(), QStringLiteral("menu-quality-lossless"));
-    quality.menu()->close();
-}
-
 void preferencesPages(const Gallery& gallery)
 {
     Objects objects;
@@ -125,7 +96,7 @@ void preferencesPages(const Gallery& gallery)
     };
     const QSize usual(620, 840);
     save("preferences", usual, [](auto&) {});
-    objects.addResults();
+    addResults(objects);
     save("preferences-end", usual, [](PreferencesView& view) {
         view.show();
         QCoreApplication::processEvents();
@@ -151,7 +122,6 @@ void preferencesPages(const Gallery& gallery)
 void settingsPages(const Gallery& gallery)
 {
     chipPages(gallery);
-    menuPages(gallery);
     preferencesPages(gallery);
 }
 
