@@ -1,0 +1,38 @@
+# SPDX-FileCopyrightText: 2026 Tidewell
+# SPDX-License-Identifier: GPL-3.0-or-later
+# shellcheck shell=bash disable=SC2154 # session.sh assigns them
+# The question about an existing output: Return replaces, Escape skips, ending the program leaves the file alone.
+setting warnBeforeOverwrite true
+picture "$HOME"/pictures/a.png
+output=$HOME/pictures/a.webp
+question() { xdotool search --onlyvisible --name '^Lumora$' | while read -r id; do
+    xprop -id "$id" _NET_WM_STATE | grep -q MODAL && echo "$id" && break
+done | grep .; }
+no_question() { ! question; }
+answer() {
+    wait_for "the question" question
+    xdotool windowfocus --sync "$(question)" key "$1"
+    wait_for "the question to close" no_question
+}
+content_is() { [ "$(cat "$output")" = "$1" ]; }
+
+echo precious >"$output"
+start_lumora
+wait_for_main_window
+lumora "$HOME/pictures/a.png"
+answer Escape
+wait_for "the skipped result" window_size_is 820x516
+content_is precious || fail "a skipped output was replaced"
+
+lumora "$HOME/pictures/a.png"
+answer Return
+wait_for "the second result" window_size_is 820x574
+content_is precious && fail "the output was not replaced"
+
+echo precious >"$output"
+lumora "$HOME/pictures/a.png"
+wait_for "the question" question
+kill -TERM "$lumora"
+wait_for "the program to end" has_ended "$lumora"
+wait "$lumora" || fail "the program ended with status $?"
+content_is precious || fail "the output was replaced without an answer"

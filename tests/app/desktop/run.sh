@@ -1,0 +1,57 @@
+#!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 Tidewell
+# SPDX-License-Identifier: GPL-3.0-or-later
+# run.sh PROGRAM_DIRECTORY [CASE…]: the application on real desktops. Each case gets an X server, a window manager, a
+# session bus and a home of its own. Needs what the section [test] of debian-packages.txt names; skips nothing.
+set -eu
+
+here=$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")
+export LUMORA_PROGRAM_DIR=$1 LUMORA_SOURCE_DIR=$here/../../..
+shift
+seconds_per_case=90
+
+needed=(Xvfb openbox dbus-run-session trayer thunar xdotool xprop xwininfo import compare gtk-launch gio)
+for program in "${needed[@]}"; do
+    command -v "$program" >/dev/null || { echo "run.sh: $program is missing" >&2; exit 1; }
+done
+
+# Everything that a program of the case could read of this user's or write for him lies in its home, also what the
+# bus starts, which inherits this environment.
+run_case() {
+    local home=$1 case=$2
+    mkdir -p "$home"/{config,data,cache,run,pictures}
+    chmod 700 "$home/run"
+    env -i PATH="$LUMORA_PROGRAM_DIR:$PATH" LANG=C.UTF-8 HOME="$home" XDG_CONFIG_HOME="$home/config" \
+        XDG_DATA_HOME="$home/data" XDG_CACHE_HOME="$home/cache" XDG_RUNTIME_DIR="$home/run" NO_AT_BRIDGE=1 \
+        LUMORA_PROGRAM_DIR="$LUMORA_PROGRAM_DIR" LUMORA_SOURCE_DIR="$LUMORA_SOURCE_DIR" LUMORA_SESSION="$here/session.sh" \
+        timeout --kill-after=5 "$seconds_per_case" dbus-run-session -- bash "$here/display.sh" "$case"
+}
+
+# What the bus started outlives it for a moment and may still write.
+remove_home() {
+    local tries=100
+    until rm -rf -- "$1" 2>/dev/null; do
+        tries=$((tries - 1))
+        [ "$tries" -gt 0 ] || { echo "run.sh: $1 is still written to" >&2; return 1; }
+        sleep 0.05
+    done
+}
+
+cases=("$@")
+[ ${#cases[@]} -gt 0 ] || mapfile -t cases < <(cd "$here/cases" && printf '%s\n' *.sh | sed 's/\.sh$//')
+
+failed=0
+for name in "${cases[@]}"; do
+    home=$(mktemp -d)
+    started=$SECONDS status=0
+    run_case "$home" "$here/cases/$name.sh" >"$home/log" 2>&1 || status=$?
+    if [ "$status" -eq 0 ]; then
+        echo "ok      $name ($((SECONDS - started)) s)"
+    else
+        echo "FAILED  $name ($((SECONDS - started)) s, status $status)"
+        sed 's/^/        /' "$home/log"
+        failed=1
+    fi
+    remove_home "$home"
+done
+exit "$failed"
