@@ -8,6 +8,8 @@
 
 #include <vips/vips.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -25,8 +27,9 @@ inline Bytes takeBytes(void* buffer, std::size_t size)
 
 inline void append(Bytes& bytes, std::string_view text)
 {
-    const auto more = std::as_bytes(std::span(text));
-    bytes.insert(bytes.end(), more.begin(), more.end());
+    const std::size_t size = bytes.size();
+    bytes.resize(size + text.size());
+    std::ranges::copy(std::as_bytes(std::span(text)), bytes.begin() + static_cast<std::ptrdiff_t>(size));
 }
 
 inline std::string_view attachedProfileBytes(VipsImage* image)
