@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <span>
 #include <string>
 
 namespace lumora {
@@ -150,8 +151,8 @@ void appendPalette(Bytes& png, const std::vector<PaletteColor>& palette)
 
 Bytes fileOf(const Layout& layout, std::string_view profile, const MetadataBlobs& metadata)
 {
-    Bytes png;
-    append(png, "\x89PNG\r\n\x1A\n"sv);
+    const auto signature = std::as_bytes(std::span("\x89PNG\r\n\x1A\n"sv));
+    Bytes png(signature.begin(), signature.end());
     std::string header = bigEndian(layout.width) + bigEndian(layout.height);
     header += static_cast<char>(layout.bitDepth);
     header += static_cast<char>(layout.colorType);
