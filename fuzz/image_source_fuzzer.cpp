@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Any file is opened and decoded as a whole or fails, by whatever decoder its first bytes choose.
 #include "fuzz/fuzzing.h"
-#include "platform/bmp_codec.h"
 #include "platform/drawing.h"
 #include "platform/file_descriptor.h"
 #include "platform/image_source.h"
@@ -20,18 +19,10 @@ std::filesystem::path fillMemoryFile(int descriptor, std::span<const std::uint8_
     return "/proc/self/fd/" + std::to_string(descriptor);
 }
 
-// A BMP is decoded when it is opened, so that its size must be asked before.
-bool isLargeBmp(std::span<const std::uint8_t> bytes)
-{
-    const auto header = lumora::readBmpHeader(std::as_bytes(bytes));
-    return header && header->width * header->height > lumora::fuzz::maximumPixels;
-}
-
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    if (isLargeBmp({data, size})) return 0;
     const lumora::FileDescriptor file(::memfd_create("fuzz", MFD_CLOEXEC));
     lumora::fuzz::require(file.isOpen());
     const auto source = lumora::ImageSource::open(fillMemoryFile(file.get(), {data, size}));

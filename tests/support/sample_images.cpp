@@ -165,7 +165,7 @@ void save(const std::filesystem::path& file, const Pixels& pixels, const SaveOpt
     } else if (extension == ".gif") {
         check(vips_gifsave_buffer(image.get(), &bytes, &size, nullptr));
     } else if (extension == ".webp") {
-        check(vips_webpsave_buffer(image.get(), &bytes, &size, "lossless", TRUE, nullptr));
+        check(vips_webpsave_buffer(image.get(), &bytes, &size, "lossless", options.lossy ? FALSE : TRUE, nullptr));
     } else {
         check(vips_heifsave_buffer(image.get(), &bytes, &size, "Q", 90, "compression",
                                    VIPS_FOREIGN_HEIF_COMPRESSION_HEVC, nullptr));

@@ -35,6 +35,7 @@ struct SaveOptions
     bool grayProfile = false; // a gamma of 2.2
     bool inkToCmyk = false;   // the four bands are inks
     bool interlaced = false;
+    bool lossy = false;   // of a WebP
     bool palette = false; // of a PNG
     int bits = 0;         // of a PNG's palette index or gray value, 1 to 8; 0 for as many as are needed
 };
