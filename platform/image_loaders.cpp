@@ -3,6 +3,7 @@
 #include "platform/image_loaders.h"
 
 #include "platform/bmp_loader.h"
+#include "platform/png_chunk_reader.h"
 #include "platform/stored_form.h"
 
 #include <vips/vips.h>
@@ -74,6 +75,7 @@ Result<VipsImagePtr> loadFirstPicture(std::string_view typeIdentifier, int descr
 {
     ensureVipsReady();
     if (typeIdentifier == "com.microsoft.bmp") return loadBmp(descriptor);
+    if (typeIdentifier == "public.png" && !hasSoundPngHead(descriptor)) return Error{"damaged PNG"};
     const auto loader = std::ranges::find(loaders, typeIdentifier, &Loader::typeIdentifier);
     if (loader == loaders.end()) return Error{"no decoder for this type"};
 

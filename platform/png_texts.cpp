@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/png_texts.h"
 
+#include "platform/png_chunk_reader.h"
 #include "platform/regular_file.h"
 
 #include <glib.h>
@@ -9,7 +10,6 @@
 
 #include <unistd.h>
 
-#include <array>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -108,36 +108,21 @@ bool readAt(int descriptor, std::size_t offset, char* to, std::size_t size)
     return pread(descriptor, to, size, static_cast<off_t>(offset)) == static_cast<ssize_t>(size);
 }
 
-std::size_t lengthIn(std::string_view header)
-{
-    std::size_t length = 0;
-    for (const char c : header.substr(0, 4))
-        length = length << 8U | static_cast<unsigned char>(c);
-    return length;
-}
-
 } // namespace
 
 std::vector<PngText> readPngTexts(const std::filesystem::path& file)
 {
-    constexpr std::size_t signature = 8;
-    constexpr std::size_t checksum = 4;
     std::vector<PngText> texts;
     const auto png = openRegularFile(file);
     if (!png) return texts;
-    std::array<char, 8> head{}; // length and type of a chunk
     std::size_t total = 0;
-    for (std::size_t at = signature; total < mostText && readAt(png->get(), at, head.data(), head.size());) {
-        const std::string_view header(head.data(), head.size());
-        const std::string_view type = header.substr(4);
-        const std::size_t length = lengthIn(header);
-        if (type == "IEND") break;
-        if ((type == "tEXt" || type == "zTXt" || type == "iTXt") && length <= longestText) {
-            std::string data(length, '\0');
-            if (!readAt(png->get(), at + head.size(), data.data(), length)) break;
-            total += addText(texts, type, data);
-        }
-        at += head.size() + length + checksum;
+    auto chunk = pngChunkAt(png->get(), firstPngChunk);
+    for (; chunk && chunk->type != "IEND" && total < mostText; chunk = pngChunkAt(png->get(), chunk->end())) {
+        const bool isText = chunk->type == "tEXt" || chunk->type == "zTXt" || chunk->type == "iTXt";
+        if (!isText || chunk->length > longestText) continue;
+        std::string data(chunk->length, '\0');
+        if (!readAt(png->get(), chunk->dataAt, data.data(), data.size())) break;
+        total += addText(texts, chunk->type, data);
     }
     return texts;
 }
