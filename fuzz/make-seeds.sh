@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-FileCopyrightText: 2026 Tidewell
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Makes the first inputs of the fuzzers: one tiny picture of each kind. Needs libvips-tools, webp and the fuzz preset.
+# Makes the first inputs of the fuzzers: one tiny picture of each kind. Needs libvips-tools, webp,
+# libimage-exiftool-perl and the fuzz preset.
 set -eu
 
 here=$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")
@@ -35,10 +36,30 @@ vips pngsave "$work/rgba.v" "$work/rgba.png"
 cwebp -quiet "$work/rgba.png" -o "$seeds/lossy-alpha.webp"
 cwebp -quiet -lossless "$work/rgba.png" -o "$seeds/lossless.webp"
 
-cmake --build "$here/../build/fuzz" --target bmp_seeds
+cmake --build "$here/../build/fuzz" --target bmp_seeds metadata_seeds
 mkdir -p "$here/corpus/bmp_fuzzer"
 "$here/../build/fuzz/fuzz/bmp_seeds" "$here/corpus/bmp_fuzzer"
 cp "$here/corpus/bmp_fuzzer/plain-24.bmp" "$here/corpus/bmp_fuzzer/runs-8.bmp" "$seeds"
+
+notes=$here/corpus/metadata_fuzzer
+mkdir -p "$notes"
+"$here/../build/fuzz/fuzz/metadata_seeds" "$notes"
+vips jpegsave "$work/rgb.v" "$work/described.jpg" --strip
+exiftool -q -overwrite_original -Make=Maker -Model=Model -ExposureTime=1/125 -DateTimeOriginal='2020:01:02 03:04:05' \
+    -GPSLatitude=12.5 -GPSLatitudeRef=N -XResolution=300 -UserComment='a remark' -IPTC:Keywords=harbour \
+    -XMP-dc:Title=title -XMP-tiff:Orientation#=6 -Orientation#=6 "-ThumbnailImage<=$seeds/grey.jpg" "$work/described.jpg"
+{ printf e; exiftool -b -Exif "$work/described.jpg"; } > "$notes/exif"
+{ printf x; exiftool -b -XMP "$work/described.jpg"; } > "$notes/xmp"
+{ printf i; printf '8BIM\4\4\0\0\0\0\0\14\34\2\31\0\7harbour'; } > "$notes/iptc"
+vips tiffsave "$work/rgb.v" "$work/described.tif" --strip
+vips pngsave "$work/rgb.v" "$work/described.png" --strip
+vips gifsave "$work/rgb.v" "$work/described.gif" --strip
+exiftool -q -overwrite_original -tagsfromfile "$work/described.jpg" -all:all "$work/described.tif"
+exiftool -q -overwrite_original -tagsfromfile "$work/described.jpg" -all:all -PNG:Title='Größe' "$work/described.png"
+exiftool -q -overwrite_original -Comment=remark "$work/described.gif"
+for file in "$work"/described.*; do
+    { printf f; cat "$file"; } > "$notes/${file##*.}"
+done
 
 mkdir -p "$here/corpus/byte_count_text_fuzzer"
 printf '\x3f\x42\x0f\0\0\0\0\0' > "$here/corpus/byte_count_text_fuzzer/below-one-megabyte"
