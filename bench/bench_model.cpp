@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The model's figures: bench_model results [N] | records [N] | drops [N] | scan FOLDER | settings.
+#include "bench/fake_batch.h"
 #include "engine/file_input_resolver.h"
 #include "model/lumora_settings.h"
-#include "model/processing_model.h"
 #include "model/stats_store.h"
 #include "tests/support/settings.h"
 #include "tests/support/temporary_directory.h"
@@ -23,13 +23,7 @@
 namespace lumora {
 namespace {
 
-using Clock = std::chrono::steady_clock;
-using Files = std::vector<std::filesystem::path>;
-
-double milliseconds(Clock::duration time)
-{
-    return std::chrono::duration<double, std::milli>(time).count();
-}
+using namespace bench;
 
 // How long each event holds the main thread.
 class MeasuredApplication : public QCoreApplication
@@ -66,32 +60,9 @@ double residentBytes()
     return static_cast<double>(resident) * static_cast<double>(sysconf(_SC_PAGESIZE));
 }
 
-Files names(int count)
-{
-    Files files;
-    for (int i = 0; i < count; ++i)
-        files.emplace_back("/home/someone/Pictures/2026/A holiday by the sea/IMG_" + std::to_string(i) +
-                           ".jpg");
-    return files;
-}
-
-ProcessingServices fakes(Files expanded)
-{
-    ProcessingServices services;
-    services.optimize = [](const auto& file, const auto&, const auto&) {
-        auto output = file;
-        return ProcessingResult(file, output.replace_extension("webp"), 4'000'000, 900'000, "Saved 77.5%",
-                                true);
-    };
-    services.expand = [expanded = std::move(expanded)](const auto&, std::stop_token) { return expanded; };
-    services.requestSaveAccess = [](const auto& folder) { return std::optional(folder); };
-    services.activeProcessorCount = 2;
-    return services;
-}
-
 void runBatch(MeasuredApplication& application, int count, StatsStore* stats)
 {
-    ProcessingModel model([] { return test::settings(); }, stats, fakes(names(count)));
+    ProcessingModel model([] { return test::settings(); }, stats, fakeServices(fileNames(count)));
     double startBytes = 0;
     QObject::connect(&model, &ProcessingModel::progressChanged, [&] {
         if (startBytes == 0 && model.totalCount() > 0) startBytes = residentBytes();
@@ -139,10 +110,10 @@ int records(int count)
 int drops(int argc, char** argv, int count)
 {
     QCoreApplication application(argc, argv);
-    ProcessingModel model([] { return test::settings(); }, nullptr, fakes({}));
+    ProcessingModel model([] { return test::settings(); }, nullptr, fakeServices({}));
     Files one(1);
     const auto begin = Clock::now();
-    for (auto& name : names(count)) {
+    for (auto& name : fileNames(count)) {
         one.front() = std::move(name);
         model.process(one);
     }

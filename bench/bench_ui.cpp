@@ -1,0 +1,232 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The views' figures: bench_ui start [ROUNDS] | rows [N] | settings.
+#include "bench/fake_batch.h"
+#include "model/lumora_settings.h"
+#include "model/stats_store.h"
+#include "tests/support/settings.h"
+#include "tests/support/temporary_directory.h"
+#include "ui/drop_window_view.h"
+#include "ui/fonts.h"
+#include "ui/lumora_style.h"
+#include "ui/preferences_view.h"
+#include "ui/results_list_view.h"
+#include "ui/settings_chip.h"
+#include "ui/surfaces.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QProcess>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+
+namespace lumora {
+namespace {
+
+using namespace bench;
+
+// Drops are files already; each is optimized at once.
+ProcessingServices promptServices()
+{
+    ProcessingServices services = fakeServices({});
+    services.expand = [](const auto& items, std::stop_token) { return items; };
+    services.debounce = std::chrono::milliseconds(0);
+    return services;
+}
+
+struct Objects
+{
+    test::TemporaryDirectory folder;
+    LumoraSettings settings{QString::fromStdString((folder / "Lumora.ini").string())};
+    StatsStore stats{folder.path()};
+    ProcessingModel model{[] { return test::settings(); }, &stats, promptServices()};
+    // The first to hear of a row.
+    Clock::time_point news;
+    QMetaObject::Connection stamp =
+        QObject::connect(&model, &ProcessingModel::resultInserted, &model, [this] { news = Clock::now(); });
+    DropWindowView view{settings, model, stats, [] {}};
+
+    void process(Files files)
+    {
+        const int expected = model.resultCount() + static_cast<int>(files.size());
+        model.process(std::move(files));
+        while (model.resultCount() < expected || model.isProcessing())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+};
+
+// What the toolkit and the style cost by themselves.
+class EmptyWindow : public QWidget
+{
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter(this).fillRect(rect(), windowGradient(rect(), layoutDirection()));
+    }
+};
+
+class PaintWatch : public QObject
+{
+public:
+    bool painted = false;
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        painted = painted || event->type() == QEvent::Paint;
+        return false;
+    }
+};
+
+void dress(QApplication& application)
+{
+    QApplication::setStyle(new LumoraStyle);
+    fonts::followDesktop(application);
+}
+
+void showUntilPainted(QWidget& window)
+{
+    PaintWatch watch;
+    window.installEventFilter(&watch);
+    window.show();
+    while (!watch.painted)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    QCoreApplication::processEvents();
+}
+
+void print(const char* what, std::vector<double> times)
+{
+    std::sort(times.begin(), times.end());
+    std::printf("%-34s median %6.2f ms, 99th percentile %6.2f ms, most %6.2f ms\n", what,
+                times.at(times.size() / 2), times.at(times.size() * 99 / 100), times.back());
+}
+
+// The process of one round: prints how long it took from its start, which the parent names in clock ticks.
+int startOnce(int argc, char** argv)
+{
+    const Clock::time_point begin{Clock::duration(std::atoll(argv[3]))};
+    QApplication application(argc, argv);
+    dress(application);
+    const auto report = [begin] { std::printf("%f\n", milliseconds(Clock::now() - begin)); };
+    if (std::string_view(argv[2]) == "empty") {
+        EmptyWindow window;
+        window.resize(820, 360);
+        showUntilPainted(window);
+        report();
+    } else {
+        Objects objects;
+        objects.view.resize(820, 360);
+        showUntilPainted(objects.view);
+        report();
+    }
+    return 0;
+}
+
+double timeOfStart(const char* program, const char* window)
+{
+    QProcess process;
+    const qlonglong now = Clock::now().time_since_epoch().count();
+    process.start(QString::fromLocal8Bit(program),
+                  {QStringLiteral("once"), QString::fromLatin1(window), QString::number(now)});
+    if (!process.waitForFinished() || process.exitCode() != 0) std::abort();
+    return process.readAllStandardOutput().trimmed().toDouble();
+}
+
+int start(int argc, char** argv, int rounds)
+{
+    const QCoreApplication application(argc, argv);
+    std::vector<double> empty;
+    std::vector<double> window;
+    for (int round = 0; round < rounds; ++round) {
+        empty.push_back(timeOfStart(argv[0], "empty"));
+        window.push_back(timeOfStart(argv[0], "window"));
+    }
+    print("first paint, empty window", empty);
+    print("first paint, drop window", window);
+    const auto median = [](std::vector<double>& times) {
+        std::nth_element(times.begin(), times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2),
+                         times.end());
+        return times[times.size() / 2];
+    };
+    std::printf("  ratio %.2f\n", median(window) / median(empty));
+    return 0;
+}
+
+void scrollByPages(QScrollBar& bar)
+{
+    std::vector<double> times;
+    for (int page = 0; page < 500; ++page) {
+        const auto begin = Clock::now();
+        bar.setValue(bar.value() + bar.pageStep());
+        QCoreApplication::processEvents();
+        times.push_back(milliseconds(Clock::now() - begin));
+    }
+    print("scroll by a page", times);
+}
+
+// From the model's news of the row until everything is painted.
+void insertRows(Objects& objects, const char* what)
+{
+    std::vector<double> times;
+    for (int row = 0; row < 200; ++row) {
+        objects.process({"/home/someone/Pictures/one more.jpg"});
+        QCoreApplication::processEvents();
+        times.push_back(milliseconds(Clock::now() - objects.news));
+    }
+    print(what, times);
+}
+
+int rows(int argc, char** argv, int count)
+{
+    QApplication application(argc, argv);
+    dress(application);
+    Objects objects;
+    objects.process(fileNames(count));
+    objects.view.resize(820, 922);
+    showUntilPainted(objects.view);
+    QScrollBar* bar = objects.view.findChild<ResultsListView*>()->verticalScrollBar();
+    insertRows(objects, "insert a row, list at its top");
+    scrollByPages(*bar);
+    insertRows(objects, "insert a row, list scrolled");
+    return 0;
+}
+
+int settings(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    dress(application);
+    Objects objects;
+    PreferencesView preferences(objects.settings, objects.stats);
+    showUntilPainted(objects.view);
+    showUntilPainted(preferences);
+    const auto chips = objects.view.findChildren<SettingsChip*>();
+    std::vector<double> changes;
+    for (int i = 0; i < 500; ++i) {
+        const auto begin = Clock::now();
+        objects.settings.quality.set(1 + i % 100);
+        QCoreApplication::processEvents();
+        changes.push_back(milliseconds(Clock::now() - begin));
+    }
+    print("a setting reaches both windows", changes);
+    return chips[2]->text() == QStringLiteral("Quality 100") ? 0 : 1;
+}
+
+} // namespace
+} // namespace lumora
+
+int main(int argc, char** argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    const std::string_view what = argc > 1 ? argv[1] : "";
+    const auto count = [&](int otherwise) { return argc > 2 ? std::atoi(argv[2]) : otherwise; };
+    if (what == "once" && argc == 4) return lumora::startOnce(argc, argv);
+    if (what == "start") return lumora::start(argc, argv, count(41));
+    if (what == "rows") return lumora::rows(argc, argv, count(100'000));
+    if (what == "settings") return lumora::settings(argc, argv);
+    std::fputs("usage: bench_ui start [ROUNDS] | rows [N] | settings\n", stderr);
+    return 2;
+}

@@ -1,0 +1,13 @@
+#!/bin/sh
+# SPDX-FileCopyrightText: 2026 Tidewell
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Builds the release and prints the views' figures, on an X server without a screen: the first paint of the drop window
+# beside that of an empty window (each time from the start of a process), 100,000 rows, and a change of a setting.
+set -eu
+cd "$(dirname "$0")/.."
+packaging/install-dependencies.sh build bench >&2
+cmake --preset release >/dev/null
+cmake --build --preset release --target bench_ui >/dev/null
+for what in start rows settings; do
+    QT_QPA_PLATFORM=xcb xvfb-run -a build/release/bench/bench_ui "$what"
+done
