@@ -4,10 +4,22 @@
 
 #include "ui/path_text.h"
 
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 
 namespace lumora {
+namespace {
+
+// As wide as the short title of the file, the box would break this sentence into a column of words.
+void keepOnOneLine(const QMessageBox& question)
+{
+    auto* sentence = question.findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"));
+    if (!sentence) return;
+    sentence->setMinimumWidth(sentence->fontMetrics().horizontalAdvance(sentence->text()));
+}
+
+} // namespace
 
 bool confirmOverwrite(const std::filesystem::path& output, QWidget* parent, QAction& quit)
 {
@@ -18,6 +30,7 @@ bool confirmOverwrite(const std::filesystem::path& output, QWidget* parent, QAct
     question.setTextFormat(Qt::PlainText);
     question.setText(QStringLiteral("Replace %1?").arg(fileNameText(output)));
     question.setInformativeText(QStringLiteral("A file with this name already exists."));
+    keepOnOneLine(question);
     QPushButton* replace = question.addButton(QStringLiteral("Replace"), QMessageBox::AcceptRole);
     QPushButton* skip = question.addButton(QStringLiteral("Skip"), QMessageBox::RejectRole);
     question.setDefaultButton(replace);
