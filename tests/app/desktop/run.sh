@@ -10,7 +10,7 @@ export LUMORA_PROGRAM_DIR=$1 LUMORA_SOURCE_DIR=$here/../../..
 shift
 seconds_per_case=90
 
-needed=(Xvfb openbox dbus-run-session trayer thunar xdotool xprop xwininfo import compare gtk-launch gio)
+needed=(Xvfb openbox dbus-run-session trayer thunar xdotool xprop xwininfo import compare gtk-launch gio weston weston-debug)
 for program in "${needed[@]}"; do
     command -v "$program" >/dev/null || { echo "run.sh: $program is missing" >&2; exit 1; }
 done
@@ -27,24 +27,30 @@ run_case() {
         timeout --kill-after=5 "$seconds_per_case" dbus-run-session -- bash "$here/display.sh" "$case"
 }
 
-# What the bus started outlives it for a moment and may still write.
-remove_home() {
-    local tries=100
-    until rm -rf -- "$1" 2>/dev/null; do
-        tries=$((tries - 1))
-        [ "$tries" -gt 0 ] || { echo "run.sh: $1 is still written to" >&2; return 1; }
-        sleep 0.05
+# Not every program of a case ends with its display or its bus, and one that stays could still write.
+processes_of() { grep --files-with-matches --null-data --line-regexp --fixed-strings "HOME=$1" /proc/[0-9]*/environ \
+    2>/dev/null | cut -d/ -f3; }
+end_case() {
+    local process
+    while process=$(processes_of "$1" | head -1) && [ -n "$process" ]; do
+        kill -KILL "$process" 2>/dev/null || true
     done
+    rm -rf -- "$1"
 }
 
 cases=("$@")
 [ ${#cases[@]} -gt 0 ] || mapfile -t cases < <(cd "$here/cases" && printf '%s\n' *.sh | sed 's/\.sh$//')
 
+home=
+trap '[ -z "$home" ] || end_case "$home"' EXIT
+trap 'exit 130' INT TERM
+
 failed=0
 for name in "${cases[@]}"; do
     home=$(mktemp -d)
     started=$SECONDS status=0
-    run_case "$home" "$here/cases/$name.sh" >"$home/log" 2>&1 || status=$?
+    run_case "$home" "$here/cases/$name.sh" >"$home/log" 2>&1 &
+    wait $! || status=$?
     if [ "$status" -eq 0 ]; then
         echo "ok      $name ($((SECONDS - started)) s)"
     else
@@ -52,6 +58,6 @@ for name in "${cases[@]}"; do
         sed 's/^/        /' "$home/log"
         failed=1
     fi
-    remove_home "$home"
+    end_case "$home"
 done
 exit "$failed"
