@@ -16,6 +16,11 @@ struct Case
     std::vector<std::filesystem::path> files;
 };
 
+void PrintTo(const Case& c, std::ostream* out)
+{
+    *out << c.behaviour;
+}
+
 class LaunchArgumentFiles : public testing::TestWithParam<Case>
 {
 };

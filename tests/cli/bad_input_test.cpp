@@ -23,6 +23,11 @@ struct Content
     std::string bytes;
 };
 
+void PrintTo(const Content& c, std::ostream* out)
+{
+    *out << c.name;
+}
+
 class CliBadContent : public CliTest, public testing::WithParamInterface<Content>
 {
 };

@@ -126,6 +126,11 @@ struct WrongUsage
     const char* message;
 };
 
+void PrintTo(const WrongUsage& c, std::ostream* out)
+{
+    *out << c.message;
+}
+
 class CommandLineWrongUsage : public testing::TestWithParam<WrongUsage>
 {
 };

@@ -76,6 +76,11 @@ struct FormatCase
     std::string magic;
 };
 
+void PrintTo(const FormatCase& c, std::ostream* out)
+{
+    *out << c.format;
+}
+
 class CliFormat : public CliTest, public testing::WithParamInterface<FormatCase>
 {
 };

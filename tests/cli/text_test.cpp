@@ -23,6 +23,11 @@ struct TextCase
     std::string shown;
 };
 
+void PrintTo(const TextCase& c, std::ostream* out)
+{
+    *out << c.shown;
+}
+
 class Printable : public testing::TestWithParam<TextCase>
 {
 };

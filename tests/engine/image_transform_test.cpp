@@ -53,6 +53,11 @@ struct SizeCase
     std::int64_t newWidth, newHeight;
 };
 
+void PrintTo(const SizeCase& c, std::ostream* out)
+{
+    *out << c.name;
+}
+
 class ReducedSize : public testing::TestWithParam<SizeCase>
 {
 };

@@ -29,6 +29,11 @@ struct NamingCase
     const char* output;
 };
 
+void PrintTo(const NamingCase& c, std::ostream* out)
+{
+    *out << c.name;
+}
+
 class OutputName : public testing::TestWithParam<NamingCase>
 {
 };

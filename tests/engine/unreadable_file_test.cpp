@@ -20,6 +20,11 @@ struct Unreadable
     std::string bytes;
 };
 
+void PrintTo(const Unreadable& c, std::ostream* out)
+{
+    *out << c.name;
+}
+
 class UnreadableBytes : public UnreadableFile, public testing::WithParamInterface<Unreadable>
 {
 };

@@ -21,6 +21,11 @@ struct MetricsCase
     const char* text;
 };
 
+void PrintTo(const MetricsCase& c, std::ostream* out)
+{
+    *out << c.text;
+}
+
 class MetricsText : public testing::TestWithParam<MetricsCase>
 {
 };

@@ -22,6 +22,11 @@ struct Readable
     std::vector<int> rows; // of the 2 x 2 picture, from the top
 };
 
+void PrintTo(const Readable& c, std::ostream* out)
+{
+    *out << c.name;
+}
+
 // The picture of most cases: red and green above blue and white.
 const std::vector<int> picture{255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255};
 const std::vector<std::uint32_t> palette{0x000000, 0xFF0000, 0x00FF00, 0x0000FF, 0xFFFFFF};
@@ -197,6 +202,11 @@ struct Unreadable
     const char* name;
     BmpBuilder bmp;
 };
+
+void PrintTo(const Unreadable& c, std::ostream* out)
+{
+    *out << c.name;
+}
 
 class UnreadableBmp : public testing::TestWithParam<Unreadable>
 {

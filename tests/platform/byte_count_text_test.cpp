@@ -16,6 +16,11 @@ struct Case
     std::string_view text;
 };
 
+void PrintTo(const Case& c, std::ostream* out)
+{
+    *out << c.text;
+}
+
 class ByteCountText : public testing::TestWithParam<Case>
 {
 };

@@ -178,6 +178,11 @@ struct LaunchFailure
     std::string_view reason;
 };
 
+void PrintTo(const LaunchFailure& c, std::ostream* out)
+{
+    *out << c.name;
+}
+
 class RunProcessLaunch : public testing::TestWithParam<LaunchFailure>
 {
 };

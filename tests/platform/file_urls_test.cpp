@@ -15,6 +15,11 @@ struct PathCase
     std::string_view standard;
 };
 
+void PrintTo(const PathCase& c, std::ostream* out)
+{
+    *out << c.path;
+}
+
 class Standardized : public testing::TestWithParam<PathCase>
 {
 };
@@ -55,6 +60,11 @@ struct NameCase
     std::string_view base;
     std::string_view extension;
 };
+
+void PrintTo(const NameCase& c, std::ostream* out)
+{
+    *out << c.path;
+}
 
 class Names : public testing::TestWithParam<NameCase>
 {

@@ -25,6 +25,11 @@ struct Sniffed
     std::string_view identifier;
 };
 
+void PrintTo(const Sniffed& c, std::ostream* out)
+{
+    *out << c.name;
+}
+
 // A box of the type "ftyp" with a major brand and more brands.
 std::string ftyp(std::string_view major, std::string_view compatible)
 {

@@ -17,6 +17,11 @@ struct Case
     std::string_view text;
 };
 
+void PrintTo(const Case& c, std::ostream* out)
+{
+    *out << c.name;
+}
+
 class ImageOptimizerErrorText : public testing::TestWithParam<Case>
 {
 };

@@ -22,6 +22,11 @@ struct QualityCase
     double normalized;
 };
 
+void PrintTo(const QualityCase& c, std::ostream* out)
+{
+    *out << c.quality;
+}
+
 class NormalizedQuality : public testing::TestWithParam<QualityCase>
 {
 };

@@ -94,6 +94,11 @@ struct FormatCase
     bool isLosslessOnly;
 };
 
+void PrintTo(const FormatCase& c, std::ostream* out)
+{
+    *out << rawValue(c.format);
+}
+
 class OutputFormatTraits : public testing::TestWithParam<FormatCase>
 {
 };

@@ -6,6 +6,18 @@
 
 #include "records/optimizer_settings.h"
 
+#include <ostream>
+
+namespace lumora {
+
+// Names the format in what a test prints.
+inline void PrintTo(OutputFormat format, std::ostream* out)
+{
+    *out << rawValue(format);
+}
+
+} // namespace lumora
+
 namespace lumora::test {
 
 struct SettingsDraft

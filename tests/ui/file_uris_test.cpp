@@ -17,6 +17,11 @@ struct UriCase
     std::optional<std::filesystem::path> path;
 };
 
+void PrintTo(const UriCase& c, std::ostream* out)
+{
+    *out << c.name;
+}
+
 class PathFromFileUri : public testing::TestWithParam<UriCase>
 {
 };
