@@ -18,7 +18,7 @@ set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# The encoder, the plugin that draws the icons, and the opener of links and folders.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "webp, libqt6svg6, xdg-utils")
+# What no program is linked to: the encoder, and the opener of links and folders.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "webp, xdg-utils")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS qt6-wayland)
 include(CPack)
