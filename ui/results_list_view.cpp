@@ -3,15 +3,18 @@
 #include "ui/results_list_view.h"
 
 #include "records/processing_result.h"
+#include "ui/drag_picture.h"
 #include "ui/path_text.h"
 #include "ui/result_row.h"
 #include "ui/results_list_model.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
+#include <QDrag>
 #include <QGuiApplication>
 #include <QHelpEvent>
 #include <QMenu>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -132,6 +135,17 @@ void ResultsListView::mouseReleaseEvent(QMouseEvent* event)
     if (!m_pressedButton.isValid()) return UniformRowView::mouseReleaseEvent(event);
     if (revealButtonAt(event->position().toPoint()) == m_pressedButton) showInFolder(m_pressedButton);
     m_pressedButton = QModelIndex();
+}
+
+void ResultsListView::startDrag(Qt::DropActions)
+{
+    QMimeData* file = m_results.mimeData({currentIndex()});
+    if (!file) return;
+    auto* drag = new QDrag(this);
+    drag->setMimeData(file);
+    drag->setPixmap(
+        dragPicture(fileNameText(shownPath(m_results.result(currentIndex()))), devicePixelRatioF()));
+    drag->exec(Qt::CopyAction);
 }
 
 void ResultsListView::keyPressEvent(QKeyEvent* event)
