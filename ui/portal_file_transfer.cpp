@@ -49,6 +49,8 @@ QString portalTransferKey(const QMimeData& data)
 void retrievePortalFiles(const QDBusConnection& bus, const QString& key, QObject* context,
                          PortalAnswer answer)
 {
+    // A call without a bus never finishes.
+    if (!bus.isConnected()) return answer(std::nullopt);
     auto* watcher =
         new QDBusPendingCallWatcher(bus.asyncCall(retrieveFilesCall(key), replyTimeoutMilliseconds), context);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, context,

@@ -199,6 +199,15 @@ TEST_F(DropWindow, TakesNothingFromRemoteAddresses)
     EXPECT_FALSE(zone().isTargeted());
 }
 
+TEST_F(DropWindow, TakesTheListWhereThePortalHasNoFilesForTheDrop)
+{
+    const path file = makeFile("a.png");
+    const auto data = files({file});
+    data->setData(QStringLiteral("application/vnd.portal.filetransfer"), "unknown key");
+    drop(*data);
+    EXPECT_THAT(nextBatch(), testing::ElementsAre(file));
+}
+
 TEST_F(DropWindow, BearsAnAnnouncedListThatIsEmpty)
 {
     QMimeData data;
