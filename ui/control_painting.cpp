@@ -8,8 +8,6 @@
 #include <QPainter>
 #include <QStyleOption>
 
-#include <algorithm>
-
 namespace lumora::controls {
 namespace {
 
@@ -120,15 +118,6 @@ void paintSlider(QPainter& painter, const QStyleOptionSlider& option, const QRec
     paintRounded(painter, knob, 8, lightCardRaised(), focused ? copper() : outlineColour(option),
                  focused ? 3 : 1.5);
     painter.restore();
-}
-
-void paintScrollBar(QPainter& painter, const QStyleOptionSlider& option, const QRect& handle)
-{
-    if (option.maximum <= option.minimum) return;
-    const bool active = option.activeSubControls.testFlag(QStyle::SC_ScrollBarSlider);
-    const QRectF thumb = QRectF(handle).adjusted(3, 3, -3, -3);
-    paintRounded(painter, thumb, std::min(thumb.width(), thumb.height()) / 2,
-                 withOpacity(copperBright(), active ? 0.9 : 0.6), Qt::transparent);
 }
 
 } // namespace lumora::controls

@@ -20,7 +20,6 @@ void paintField(QPainter& painter, const QStyleOption& option);
 void paintCheckBox(QPainter& painter, const QStyleOption& option);
 void paintPicker(QPainter& painter, const QStyleOptionComboBox& option);
 void paintSlider(QPainter& painter, const QStyleOptionSlider& option, const QRect& handle);
-void paintScrollBar(QPainter& painter, const QStyleOptionSlider& option, const QRect& handle);
 void paintMenuItem(QPainter& painter, const QStyleOptionMenuItem& option);
 QSize menuItemSize(const QStyleOptionMenuItem& option);
 void paintMenuPanel(QPainter& painter, const QRect& area);

@@ -4,8 +4,10 @@
 
 #include "ui/control_painting.h"
 #include "ui/fonts.h"
+#include "ui/scroll_bar.h"
 #include "ui/settings_chip_group.h"
 #include "ui/surfaces.h"
+#include "ui/theme_palette.h"
 #include "ui/tidewell_theme.h"
 
 #include <QAbstractItemView>
@@ -14,13 +16,10 @@
 #include <QPainter>
 #include <QStyleOption>
 
-#include <algorithm>
-
 namespace lumora {
 namespace {
 
 constexpr int scrollBarExtent = 12;
-constexpr int shortestScrollThumb = 36;
 
 template <class Option>
 const Option* as(const QStyleOption* option)
@@ -39,28 +38,7 @@ LumoraStyle::LumoraStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
 QPalette LumoraStyle::standardPalette() const
 {
-    using namespace TidewellTheme;
-    QPalette palette;
-    const auto set = [&](QPalette::ColorRole role, const QColor& colour) { palette.setColor(role, colour); };
-    set(QPalette::Window, bg());
-    set(QPalette::WindowText, cream());
-    set(QPalette::Base, lightCardRaised());
-    set(QPalette::AlternateBase, lightCard());
-    set(QPalette::Text, ink());
-    set(QPalette::PlaceholderText, mutedInk());
-    set(QPalette::Button, lightCard());
-    set(QPalette::ButtonText, ink());
-    set(QPalette::BrightText, cream());
-    set(QPalette::Highlight, copper());
-    set(QPalette::HighlightedText, cream());
-    set(QPalette::Link, copperBright());
-    set(QPalette::LinkVisited, copperBright());
-    set(QPalette::ToolTipBase, leatherDeep());
-    set(QPalette::ToolTipText, cream());
-    palette.setColor(QPalette::Disabled, QPalette::WindowText, withOpacity(cream(), 0.45));
-    palette.setColor(QPalette::Disabled, QPalette::Text, withOpacity(ink(), 0.45));
-    palette.setColor(QPalette::Disabled, QPalette::ButtonText, withOpacity(ink(), 0.45));
-    return palette;
+    return themePalette();
 }
 
 void LumoraStyle::polish(QWidget* widget)
@@ -92,7 +70,7 @@ int LumoraStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, con
     case PM_ScrollView_ScrollBarOverlap:
         return scrollBarExtent;
     case PM_ScrollBarSliderMin:
-        return shortestScrollThumb;
+        return controls::shortestScrollThumb;
     case PM_MenuPanelWidth:
         return 1;
     case PM_MenuVMargin:
@@ -163,27 +141,7 @@ QRect LumoraStyle::subControlRect(ComplexControl control, const QStyleOptionComp
     }
     if (control == CC_ComboBox && part == SC_ComboBoxListBoxPopup) return option->rect;
     if (control == CC_ScrollBar) {
-        // No buttons: the groove is the whole bar.
-        const auto* bar = as<QStyleOptionSlider>(option);
-        if (part == SC_ScrollBarAddLine || part == SC_ScrollBarSubLine) return {};
-        if (bar && part == SC_ScrollBarGroove) return bar->rect;
-        if (bar) {
-            const bool upright = bar->orientation == Qt::Vertical;
-            const int length = upright ? bar->rect.height() : bar->rect.width();
-            const qint64 range = qint64(bar->maximum) - bar->minimum;
-            const auto fitting =
-                static_cast<int>(qint64(length) * bar->pageStep / std::max<qint64>(1, range + bar->pageStep));
-            const int thumb = std::min(length, std::max(shortestScrollThumb, fitting));
-            const int start = sliderPositionFromValue(bar->minimum, bar->maximum, bar->sliderPosition,
-                                                      length - thumb, bar->upsideDown);
-            const auto span = [&](int from, int to) {
-                return upright ? QRect(bar->rect.left(), from, bar->rect.width(), to - from)
-                               : QRect(from, bar->rect.top(), to - from, bar->rect.height());
-            };
-            if (part == SC_ScrollBarSlider) return span(start, start + thumb);
-            if (part == SC_ScrollBarSubPage) return span(0, start);
-            if (part == SC_ScrollBarAddPage) return span(start + thumb, length);
-        }
+        if (const auto* bar = as<QStyleOptionSlider>(option)) return controls::scrollBarPart(*bar, part);
     }
     return QProxyStyle::subControlRect(control, option, part, widget);
 }
@@ -236,8 +194,7 @@ void LumoraStyle::drawComplexControl(ComplexControl control, const QStyleOptionC
                                      subControlRect(control, option, SC_SliderHandle, widget));
     }
     if (slider && control == CC_ScrollBar) {
-        return controls::paintScrollBar(*painter, *slider,
-                                        subControlRect(control, option, SC_ScrollBarSlider, widget));
+        return controls::paintScrollBar(*painter, *slider);
     }
     QProxyStyle::drawComplexControl(control, option, painter, widget);
 }

@@ -16,7 +16,6 @@ class LumoraStyle : public QProxyStyle
 public:
     LumoraStyle();
 
-    // Cream on leather for windows and menus, ink on a light ground for fields and buttons.
     QPalette standardPalette() const override;
 
     void polish(QWidget* widget) override;
