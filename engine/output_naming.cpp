@@ -50,15 +50,21 @@ std::string_view shortened(std::string_view text, std::size_t bytes)
     return text.substr(0, bytes);
 }
 
+// Appended and never taking the folder's place, as a name that begins with a slash would by the operator.
+std::filesystem::path appended(const std::filesystem::path& folder, const std::string& name)
+{
+    return (folder / "").native() + name;
+}
+
 std::filesystem::path fileIn(const std::filesystem::path& folder, const std::string& name,
                              const std::string& extension)
 {
     const std::string tail = "." + extension;
-    if (name.size() + tail.size() <= NAME_MAX) return folder / (name + tail);
+    if (name.size() + tail.size() <= NAME_MAX) return appended(folder, name + tail);
     const std::string digest = digestOf(name);
     const std::size_t reserved = digest.size() + tail.size();
-    if (reserved >= NAME_MAX) return folder / (name + tail);
-    return folder / (std::string(shortened(name, NAME_MAX - reserved)) + digest + tail);
+    if (reserved >= NAME_MAX) return appended(folder, name + tail);
+    return appended(folder, std::string(shortened(name, NAME_MAX - reserved)) + digest + tail);
 }
 
 } // namespace

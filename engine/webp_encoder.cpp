@@ -5,6 +5,7 @@
 #include "engine/ppm_writer.h"
 #include "platform/child_process.h"
 #include "platform/file_services.h"
+#include "platform/utf8.h"
 #include "records/errors.h"
 #include "records/uuid.h"
 
@@ -44,25 +45,6 @@ std::string qualityArgument(double quality)
         std::abort();
     }
     return std::to_string(static_cast<std::int64_t>(quality));
-}
-
-bool isUtf8(std::string_view text)
-{
-    std::size_t i = 0;
-    while (i < text.size()) {
-        const auto lead = static_cast<unsigned char>(text[i]);
-        const std::size_t length = lead < 0x80          ? 1
-                                   : lead >> 5U == 0x6  ? 2
-                                   : lead >> 4U == 0xE  ? 3
-                                   : lead >> 3U == 0x1E ? 4
-                                                        : 0;
-        if (length == 0 || i + length > text.size()) return false;
-        for (std::size_t k = 1; k < length; ++k) {
-            if ((static_cast<unsigned char>(text[i + k]) & 0xC0U) != 0x80U) return false;
-        }
-        i += length;
-    }
-    return true;
 }
 
 std::string trimmed(std::string_view text)

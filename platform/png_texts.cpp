@@ -4,8 +4,8 @@
 
 #include "platform/png_chunk_reader.h"
 #include "platform/regular_file.h"
+#include "platform/utf8.h"
 
-#include <glib.h>
 #include <libdeflate.h>
 
 #include <unistd.h>
@@ -29,15 +29,8 @@ struct DecompressorDelete
 std::string latin1AsUtf8(std::string_view text)
 {
     std::string utf8;
-    for (const char c : text) {
-        const auto code = static_cast<unsigned char>(c);
-        if (code < 0x80) {
-            utf8 += c;
-        } else {
-            utf8 += static_cast<char>(0xC0U | code >> 6U);
-            utf8 += static_cast<char>(0x80U | (code & 0x3FU));
-        }
-    }
+    for (const char c : text)
+        appendUtf8(utf8, static_cast<unsigned char>(c));
     return utf8;
 }
 
@@ -78,7 +71,7 @@ std::optional<std::string> internationalText(std::string_view data)
     data.remove_prefix(2);
     if (!takeString(data) || !takeString(data)) return std::nullopt;
     auto text = isCompressed ? inflated(data) : std::optional<std::string>(data);
-    if (text && g_utf8_validate_len(text->data(), text->size(), nullptr) == FALSE) return std::nullopt;
+    if (text && !isUtf8(*text)) return std::nullopt;
     return text;
 }
 

@@ -117,6 +117,20 @@ TEST_F(Optimizer, CarriesTheModificationTimeOver)
     EXPECT_GT(std::filesystem::last_write_time(*fresh.outputURL), std::filesystem::last_write_time(source));
 }
 
+TEST_F(Optimizer, UsesTheFirstOfManyPagesAndFrames)
+{
+    test::Pixels pages = test::uniformPicture(8, 12, {250, 0, 0});
+    for (std::size_t i = pages.bytes.size() / 2; i < pages.bytes.size(); i += 3)
+        std::swap(pages.bytes[i], pages.bytes[i + 2]);
+    for (const char* name : {"a.tif", "a.webp", "a.gif"}) {
+        test::save(m_in / name, pages, {.pageHeight = 6});
+        const auto result = optimize(m_in / name, {.outputFormat = OutputFormat::png});
+        const test::Pixels output = test::load(*result.outputURL);
+        EXPECT_EQ(output.height, 6) << name;
+        EXPECT_THAT(output.at(4, 4), testing::ElementsAre(250, 0, 0)) << name;
+    }
+}
+
 TEST_F(Optimizer, UsesTheFirstFrameOfAnAnimation)
 {
     // Two frames of a GIF by hand: one red pixel, then one blue pixel.

@@ -144,8 +144,12 @@ TEST_F(WebPEncoder, NamesTheStatusOfASilentFailure)
 {
     installBundled("printf ' \\n\\t ' >&2; exit 1");
     EXPECT_EQ(failureOf(m_folder / "a.webp"), "Could not finish writing a.webp: cwebp exited with status 1");
-    installBundled("printf '\\377\\376' >&2; exit 7");
-    EXPECT_EQ(failureOf(m_folder / "a.webp"), "Could not finish writing a.webp: cwebp exited with status 7");
+    for (const char* words : {"\\377\\376", "too long: \\300\\200", "half: \\355\\240\\200", "cut: \\303"}) {
+        installBundled("printf '" + std::string(words) + "' >&2; exit 7");
+        EXPECT_EQ(failureOf(m_folder / "a.webp"),
+                  "Could not finish writing a.webp: cwebp exited with status 7")
+            << words;
+    }
 }
 
 TEST_F(WebPEncoder, DoesNotStallOnAMegabyteOfComplaints)

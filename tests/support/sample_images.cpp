@@ -86,6 +86,7 @@ VipsImagePtr imageOf(const Pixels& pixels, const SaveOptions& options)
         return vips_copy(in, out, "interpretation", interpretationOf(pixels, options), nullptr);
     });
     if (options.orientation != 0) vips_image_set_int(image.get(), VIPS_META_ORIENTATION, options.orientation);
+    if (options.pageHeight != 0) vips_image_set_int(image.get(), VIPS_META_PAGE_HEIGHT, options.pageHeight);
     if (!options.profile.empty()) {
         VipsBlob* blob = nullptr;
         check(vips_profile_load(options.profile.c_str(), &blob, nullptr));
@@ -165,7 +166,8 @@ void save(const std::filesystem::path& file, const Pixels& pixels, const SaveOpt
     } else if (extension == ".gif") {
         check(vips_gifsave_buffer(image.get(), &bytes, &size, nullptr));
     } else if (extension == ".webp") {
-        check(vips_webpsave_buffer(image.get(), &bytes, &size, "lossless", options.lossy ? FALSE : TRUE, nullptr));
+        check(vips_webpsave_buffer(image.get(), &bytes, &size, "lossless", options.lossy ? FALSE : TRUE,
+                                   nullptr));
     } else {
         check(vips_heifsave_buffer(image.get(), &bytes, &size, "Q", 90, "compression",
                                    VIPS_FOREIGN_HEIF_COMPRESSION_HEVC, nullptr));

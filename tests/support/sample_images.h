@@ -36,6 +36,7 @@ struct SaveOptions
     bool inkToCmyk = false;   // the four bands are inks
     bool interlaced = false;
     bool lossy = false;   // of a WebP
+    int pageHeight = 0;   // pages or frames, one below the other in the pixels; 0 for one
     bool palette = false; // of a PNG
     int bits = 0;         // of a PNG's palette index or gray value, 1 to 8; 0 for as many as are needed
 };

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace lumora::cli {
+namespace lumora {
 
 struct CodePoint
 {
@@ -20,6 +20,9 @@ struct CodePoint
 // (overlong forms, surrogates and values above U+10FFFF are not well-formed). The text is not empty.
 std::optional<CodePoint> firstCodePoint(std::string_view text);
 
+// Whether the text consists of well-formed sequences alone.
+bool isUtf8(std::string_view text);
+
 void appendUtf8(std::string& text, char32_t value);
 
-} // namespace lumora::cli
+} // namespace lumora

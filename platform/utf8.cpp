@@ -1,11 +1,10 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "cli/utf8.h"
+#include "platform/utf8.h"
 
 #include <array>
 
-namespace lumora::cli {
-
+namespace lumora {
 namespace {
 
 std::size_t sequenceLength(unsigned char lead)
@@ -42,6 +41,16 @@ std::optional<CodePoint> firstCodePoint(std::string_view text)
     return CodePoint{value, length};
 }
 
+bool isUtf8(std::string_view text)
+{
+    while (!text.empty()) {
+        const auto character = firstCodePoint(text);
+        if (!character) return false;
+        text.remove_prefix(character->length);
+    }
+    return true;
+}
+
 void appendUtf8(std::string& text, char32_t value)
 {
     if (value < 0x80) {
@@ -54,4 +63,4 @@ void appendUtf8(std::string& text, char32_t value)
         text += static_cast<char>(0x80u | (value >> (6 * i) & 0x3Fu));
 }
 
-} // namespace lumora::cli
+} // namespace lumora
