@@ -47,6 +47,14 @@ TEST_F(DesktopServices, WithoutAFileBrowserTheFolderIsOpened)
     EXPECT_EQ(opened.urls.first(), QUrl(QStringLiteral("file:///pictures")));
 }
 
+TEST_F(DesktopServices, WithoutABusTheFolderIsOpened)
+{
+    test::OpenedUrls opened;
+    showInFileBrowser(QDBusConnection(QStringLiteral("no such bus")), "/pictures/a.png");
+    ASSERT_TRUE(waitFor([&] { return !opened.urls.isEmpty(); }));
+    EXPECT_EQ(opened.urls.first(), QUrl(QStringLiteral("file:///pictures")));
+}
+
 TEST_F(DesktopServices, ANotificationCarriesItsTextAsTextAndAShowAction)
 {
     FakeNotifications service(m_desktop);
