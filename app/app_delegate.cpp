@@ -11,6 +11,7 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QPointer>
 
 namespace lumora {
@@ -29,7 +30,9 @@ WindowParameters preferencesWindowParameters()
 } // namespace
 
 AppDelegate::AppDelegate(QDBusConnection bus)
-    : m_bus(std::move(bus)), m_desktopSettings(m_bus), m_notifications(m_bus)
+    : m_bus(std::move(bus)), m_desktopSettings(m_bus),
+      m_textScale(m_desktopSettings, QGuiApplication::platformName() == QLatin1String("xcb")),
+      m_notifications(m_bus)
 {
     makeProcessingModel();
     connect(&m_notifications, &DesktopNotifications::showRequested, this, &AppDelegate::showMainWindow);

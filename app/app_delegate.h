@@ -11,6 +11,7 @@
 #include "app/launcher_progress.h"
 #include "app/main_window_height.h"
 #include "app/status_item.h"
+#include "app/text_scale.h"
 #include "model/processing_model.h"
 #include "model/settings_store.h"
 #include "model/stats_store.h"
@@ -60,6 +61,7 @@ private:
     SettingsStore m_settingsStore;
     StatsStore m_statsStore;
     DesktopSettings m_desktopSettings;
+    TextScale m_textScale;
     DesktopNotifications m_notifications;
     QMenu m_menu;
     QAction* m_quit = nullptr;

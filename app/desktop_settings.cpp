@@ -68,6 +68,9 @@ void DesktopSettings::apply(const QString& space, const QString& key, const QDBu
         m_reducesMotion = plain.toUInt() == 1;
     } else if (space == desktopInterface && key == QLatin1String("enable-animations")) {
         m_enablesAnimations = plain.toBool();
+    } else if (space == desktopInterface && key == QLatin1String("text-scaling-factor") &&
+               plain.toDouble() > 0) {
+        m_textScale = plain.toDouble();
     } else {
         return;
     }

@@ -1,13 +1,16 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the user told the desktop and the toolkit does not know: less motion, light or dark. Read from the
-// settings portal, which may be absent; it is asked once and followed, never waited for. Main thread.
+// What the user told the desktop and the toolkit does not know: less motion, light or dark, larger text. Read
+// from the settings portal, which may be absent; it is asked once and followed, never waited for. Main
+// thread.
 #pragma once
 
 #include <QDBusConnection>
 #include <QDBusVariant>
 #include <QObject>
 #include <QString>
+
+#include <optional>
 
 class QDBusPendingCallWatcher;
 
@@ -24,6 +27,8 @@ public:
 
     bool reducesMotion() const { return m_reducesMotion || !m_enablesAnimations; }
     ColorScheme colorScheme() const { return m_colorScheme; }
+    // 1 is the usual size; nothing where the desktop has said nothing, or not yet.
+    std::optional<double> textScale() const { return m_textScale; }
 
 Q_SIGNALS:
     void changed();
@@ -38,6 +43,7 @@ private:
     bool m_reducesMotion = false;
     bool m_enablesAnimations = true; // the older word for the same wish
     ColorScheme m_colorScheme = ColorScheme::noPreference;
+    std::optional<double> m_textScale;
 };
 
 } // namespace lumora

@@ -8,7 +8,6 @@
 #include "app/single_instance.h"
 #include "app/terminate_signals.h"
 #include "platform/application_bundle.h"
-#include "ui/fonts.h"
 #include "ui/lumora_style.h"
 #include "ui/preferences_view.h"
 
@@ -89,7 +88,6 @@ int run(int argc, char** argv, const LaunchRequest& request)
     if (!mine) return 0;
 
     QApplication::setStyle(new LumoraStyle);
-    fonts::followDesktop(application);
     TerminateSignals signals;
     AppDelegate delegate(QDBusConnection::sessionBus());
     connectRequests(instance, delegate);

@@ -85,7 +85,7 @@ protected:
 void dress(QApplication& application)
 {
     QApplication::setStyle(new LumoraStyle);
-    fonts::followDesktop(application);
+    fonts::install(application, 1);
 }
 
 void showUntilPainted(QWidget& window)

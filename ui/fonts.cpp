@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QEvent>
-#include <QScreen>
 #include <QWidget>
 
 #include <algorithm>
@@ -71,16 +70,6 @@ void install(QApplication& application, double textScale)
     font.setPixelSize(static_cast<int>(std::lround(bodySize * std::clamp(textScale, 0.5, 3.0))));
     application.setFont(font);
     tellParts();
-}
-
-void followDesktop(QApplication& application)
-{
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    const auto follow = [&application, screen] {
-        install(application, screen->logicalDotsPerInchY() / 96.0);
-    };
-    QObject::connect(screen, &QScreen::logicalDotsPerInchChanged, &application, follow);
-    follow();
 }
 
 double textScale()

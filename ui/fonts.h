@@ -16,9 +16,6 @@ enum class TextStyle { title2, headline, subheadline, body, caption, caption2 };
 // Keeps the desktop's family and gives the body its size: 13 times the text scale. Every widget is sent an
 // ApplicationFontChange. Scales outside 0.5 to 3 are clamped.
 void install(QApplication& application, double textScale);
-// Installs the scale that the desktop asks for through the font resolution (96 dots per inch is 1), now and
-// whenever it changes.
-void followDesktop(QApplication& application);
 // The scale of the application's font: 1 where the body is 13 pixels high.
 double textScale();
 
