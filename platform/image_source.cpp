@@ -7,6 +7,7 @@
 #include "platform/image_types.h"
 #include "platform/metadata.h"
 #include "platform/regular_file.h"
+#include "platform/stored_form.h"
 #include "platform/vips_library.h"
 
 #include <vips/vips.h>
@@ -120,6 +121,7 @@ Result<ImageSource> ImageSource::open(const std::filesystem::path& url)
     const Orientation orientation = vips_image_get_orientation(image);
     const std::string identifier(refinedIdentifier(*type, image));
     ImageProperties properties = describe(image, orientation, readMetadata(image, identifier, url));
+    if (identifier == "public.tiff") noteFormOfTiff(image, properties);
     Image picture(loaded->release(), 1, false, false);
     if (identifier == "public.jpeg")
         picture = picture.withReducedDecoding(reducedDecodingOf(std::move(*file)));

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/bmp_codec.h"
 #include "platform/saved_bytes.h"
+#include "platform/stored_form.h"
 
 namespace lumora {
 namespace {
@@ -19,20 +20,53 @@ VipsImagePtr withResolution(VipsImage* image, const Resolution& resolution)
     return VipsImagePtr(copy);
 }
 
+bool isBlackAndWhite(VipsImage* image)
+{
+    const StoredForm form = storedForm(image);
+    return !form.isIndexed && form.bits == 1;
+}
+
+Result<Bytes> deflatedTiff(VipsImage* image)
+{
+    void* buffer = nullptr;
+    std::size_t size = 0;
+    if (vips_tiffsave_buffer(image, &buffer, &size, "compression", VIPS_FOREIGN_TIFF_COMPRESSION_DEFLATE,
+                             "predictor", VIPS_FOREIGN_TIFF_PREDICTOR_HORIZONTAL, nullptr) != 0) {
+        return takeVipsError();
+    }
+    return takeBytes(buffer, size);
+}
+
+Result<Bytes> blackAndWhiteTiff(VipsImage* image, VipsForeignTiffCompression compression)
+{
+    void* buffer = nullptr;
+    std::size_t size = 0;
+    if (vips_tiffsave_buffer(image, &buffer, &size, "compression", compression, "predictor",
+                             VIPS_FOREIGN_TIFF_PREDICTOR_NONE, "bitdepth", 1, nullptr) != 0) {
+        return takeVipsError();
+    }
+    return takeBytes(buffer, size);
+}
+
+// Writing suits the facsimile coding, dithered pictures the general one.
+Result<Bytes> smallestBlackAndWhite(VipsImage* image)
+{
+    auto writing = blackAndWhiteTiff(image, VIPS_FOREIGN_TIFF_COMPRESSION_CCITTFAX4);
+    auto picture = blackAndWhiteTiff(image, VIPS_FOREIGN_TIFF_COMPRESSION_DEFLATE);
+    if (!writing || !picture) return writing ? writing : picture;
+    return writing->size() <= picture->size() ? writing : picture;
+}
+
 } // namespace
 
 Result<Bytes> encodeTiff(const EncodeRequest& request)
 {
-    void* buffer = nullptr;
-    std::size_t size = 0;
     const VipsImagePtr image = withResolution(request.image, request.metadata.resolution);
     if (!image) return takeVipsError();
-    if (vips_tiffsave_buffer(image.get(), &buffer, &size, "compression",
-                             VIPS_FOREIGN_TIFF_COMPRESSION_DEFLATE, "predictor",
-                             VIPS_FOREIGN_TIFF_PREDICTOR_HORIZONTAL, nullptr) != 0) {
-        return takeVipsError();
-    }
-    return withTiffMetadata(takeBytes(buffer, size), request.metadata);
+    auto bytes = request.keepsModel && isBlackAndWhite(image.get()) ? smallestBlackAndWhite(image.get())
+                                                                    : deflatedTiff(image.get());
+    if (!bytes) return bytes.error();
+    return withTiffMetadata(std::move(*bytes), request.metadata);
 }
 
 Result<Bytes> encodeBmpFile(const EncodeRequest& request)

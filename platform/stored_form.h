@@ -4,6 +4,7 @@
 // redrawn can keep it. For the codec layer only.
 #pragma once
 
+#include "platform/image_properties.h"
 #include "platform/vips_library.h"
 
 #include <string_view>
@@ -20,8 +21,9 @@ struct StoredForm
 StoredForm storedForm(_VipsImage* image);
 bool isStoredFormField(std::string_view field);
 
-// Notes the form of a grey PNG, which the image library widens without saying so. The descriptor stays the
-// caller's.
+// Both note the form of a grey picture, which the image library widens without saying so. The descriptor
+// stays the caller's; the properties are those read from the file.
 void noteFormOfPng(_VipsImage* image, int descriptor);
+void noteFormOfTiff(_VipsImage* image, const ImageProperties& properties);
 
 } // namespace lumora

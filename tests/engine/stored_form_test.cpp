@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// How a PNG stores its components when the picture is not redrawn.
+// How the components of a picture that is not redrawn are stored.
 #include "engine/image_optimizer.h"
+#include "tests/support/program_output.h"
 #include "tests/support/sample_images.h"
 #include "tests/support/settings.h"
 #include "tests/support/temporary_directory.h"
@@ -31,6 +32,17 @@ test::Pixels grayStripes(int values)
     return pixels;
 }
 
+ProcessingResult optimizedAsItIs(const std::filesystem::path& source)
+{
+    return ImageOptimizer::optimize(source,
+                                    test::settings({.resizeMode = ResizeMode::none,
+                                                    .outputFormat = OutputFormat::original,
+                                                    .optimizeColorForSharing = false,
+                                                    .removeColorManagement = false,
+                                                    .filenameSuffix = "-out"}),
+                                    OptimizerServices::system());
+}
+
 class NotRedrawnPng : public testing::TestWithParam<StoredCase>
 {
 protected:
@@ -44,12 +56,7 @@ TEST_P(NotRedrawnPng, KeepsItsFormAndDoesNotGrow)
 {
     const auto source = m_folder / "a.png";
     test::save(source, GetParam().pixels, GetParam().options);
-    const auto result = ImageOptimizer::optimize(source,
-                                                 test::settings({.resizeMode = ResizeMode::none,
-                                                                 .outputFormat = OutputFormat::original,
-                                                                 .optimizeColorForSharing = false,
-                                                                 .removeColorManagement = false}),
-                                                 OptimizerServices::system());
+    const auto result = optimizedAsItIs(source);
     EXPECT_EQ(formOf(*result.outputURL), formOf(source));
     EXPECT_LE(result.outputBytes, result.originalBytes);
     EXPECT_EQ(test::load(*result.outputURL).bytes, test::load(source).bytes);
@@ -66,6 +73,18 @@ INSTANTIATE_TEST_SUITE_P(
                     StoredCase{"Gray16Bits", grayStripes(256), {.sixteenBits = true}},
                     StoredCase{"Rgb", test::uniformPicture(9, 9, {1, 2, 3}), {}}),
     [](const auto& instance) { return std::string(instance.param.name); });
+
+TEST(NotRedrawnTiff, StaysBlackAndWhite)
+{
+    const test::TemporaryDirectory folder;
+    test::save(folder / "a.tif", grayStripes(2), {.bits = 1});
+    const auto result = optimizedAsItIs(folder / "a.tif");
+    EXPECT_EQ(test::tagOf(*result.outputURL, "BitsPerSample"), "1\n");
+    EXPECT_EQ(test::load(*result.outputURL).bytes, grayStripes(2).bytes);
+
+    test::save(folder / "b.tif", grayStripes(2));
+    EXPECT_EQ(test::tagOf(*optimizedAsItIs(folder / "b.tif").outputURL, "BitsPerSample"), "8\n");
+}
 
 } // namespace
 } // namespace lumora

@@ -162,7 +162,7 @@ void save(const std::filesystem::path& file, const Pixels& pixels, const SaveOpt
         check(vips_pngsave_buffer(image.get(), &bytes, &size, "interlace", options.interlaced, "palette",
                                   options.palette, "bitdepth", bits, nullptr));
     } else if (extension == ".tif" || extension == ".tiff") {
-        check(vips_tiffsave_buffer(image.get(), &bytes, &size, nullptr));
+        check(vips_tiffsave_buffer(image.get(), &bytes, &size, "bitdepth", options.bits, nullptr));
     } else if (extension == ".gif") {
         check(vips_gifsave_buffer(image.get(), &bytes, &size, nullptr));
     } else if (extension == ".webp") {

@@ -38,7 +38,8 @@ struct SaveOptions
     bool lossy = false;   // of a WebP
     int pageHeight = 0;   // pages or frames, one below the other in the pixels; 0 for one
     bool palette = false; // of a PNG
-    int bits = 0;         // of a PNG's palette index or gray value, 1 to 8; 0 for as many as are needed
+    int bits =
+        0; // of a PNG's palette index or gray value, 1 to 8, or 1 of a TIFF; 0 for as many as are needed
 };
 
 // By the extension: jpg, png, tif, gif, webp, heic.
