@@ -8,6 +8,7 @@
 
 #include <QAbstractItemView>
 #include <QComboBox>
+#include <QLineEdit>
 #include <QMenu>
 
 namespace lumora::gallery {
@@ -46,6 +47,14 @@ void rowMenus(const Gallery& gallery, test::DropWindowObjects& objects)
     save(gallery, *list->makeContextMenu(list->model()->index(1, 0)), 0, "menu-row");
 }
 
+void fieldMenu(const Gallery& gallery, test::DropWindowObjects& objects)
+{
+    PreferencesView view(objects.settings, objects.stats);
+    auto* field = view.findChild<QLineEdit*>();
+    const std::unique_ptr<QMenu> menu(field->createStandardContextMenu());
+    save(gallery, *menu, 3, "menu-field");
+}
+
 void pickerMenus(const Gallery& gallery, test::DropWindowObjects& objects)
 {
     PreferencesView view(objects.settings, objects.stats);
@@ -63,6 +72,7 @@ void menuPages(const Gallery& gallery)
 {
     test::DropWindowObjects objects;
     rowMenus(gallery, objects);
+    fieldMenu(gallery, objects);
     pickerMenus(gallery, objects);
     chipMenus(gallery, objects.settings);
 }
