@@ -4,6 +4,9 @@
 #include "platform/saved_bytes.h"
 #include "platform/stored_form.h"
 
+#include <algorithm>
+#include <span>
+
 namespace lumora {
 namespace {
 
@@ -20,10 +23,18 @@ VipsImagePtr withResolution(VipsImage* image, const Resolution& resolution)
     return VipsImagePtr(copy);
 }
 
+// The pixels decide: a damaged source may have said anything of itself.
 bool isBlackAndWhite(VipsImage* image)
 {
     const StoredForm form = storedForm(image);
-    return !form.isIndexed && form.bits == 1;
+    if (form.isIndexed || form.bits != 1) return false;
+    std::size_t size = 0;
+    void* memory = vips_image_write_to_memory(image, &size);
+    if (!memory) return false;
+    const std::span values(static_cast<const std::uint8_t*>(memory), size);
+    const bool isPure = std::ranges::all_of(values, [](std::uint8_t v) { return v == 0 || v == 255; });
+    g_free(memory);
+    return isPure;
 }
 
 Result<Bytes> deflatedTiff(VipsImage* image)
