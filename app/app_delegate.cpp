@@ -2,17 +2,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/app_delegate.h"
 
-#include "app/about_panel.h"
 #include "app/desktop_files.h"
 #include "app/folder_access_panel.h"
 #include "app/overwrite_question.h"
+#include "app/termination.h"
 #include "ui/drop_window_view.h"
 #include "ui/preferences_view.h"
 
 #include <QAction>
-#include <QCoreApplication>
 #include <QGuiApplication>
-#include <QPointer>
 
 namespace lumora {
 namespace {
@@ -85,7 +83,7 @@ void AppDelegate::configureMenus()
         m_menu.addAction(QStringLiteral("Preferences..."), this, &AppDelegate::showPreferences);
     preferences->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
     m_menu.addSeparator();
-    m_quit = m_menu.addAction(QStringLiteral("Quit Lumora"), [] { QCoreApplication::exit(); });
+    m_quit = m_menu.addAction(QStringLiteral("Quit Lumora"), [] { Termination::shared().begin(); });
     m_quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
 }
 
@@ -101,7 +99,11 @@ void AppDelegate::process(const std::vector<std::filesystem::path>& files)
 {
     m_batchNotice->expect();
     m_processingModel->process(files);
-    if (settings().exitWhenComplete()) m_processingModel->setOnComplete([] { QCoreApplication::exit(); });
+    if (!settings().exitWhenComplete()) return;
+    m_processingModel->setOnComplete([this] {
+        m_batchNotice->update();
+        Termination::shared().begin();
+    });
 }
 
 void AppDelegate::showMainWindow()
@@ -132,10 +134,13 @@ void AppDelegate::showPreferences()
 
 void AppDelegate::showAboutPanel()
 {
-    auto* panel = new AboutPanel(m_mainWindow.get());
-    panel->setAttribute(Qt::WA_DeleteOnClose);
-    panel->addAction(m_quit);
-    panel->open();
+    if (!m_aboutPanel) {
+        m_aboutPanel = std::make_unique<AboutPanel>();
+        m_aboutPanel->addAction(m_quit);
+    }
+    m_aboutPanel->show();
+    m_aboutPanel->raise();
+    m_aboutPanel->activateWindow();
 }
 
 bool AppDelegate::mainWindowIsWatched() const

@@ -4,6 +4,7 @@
 // and the status item; and takes the files that come from outside the drop window. Main thread only.
 #pragma once
 
+#include "app/about_panel.h"
 #include "app/batch_notice.h"
 #include "app/branded_window.h"
 #include "app/desktop_notifications.h"
@@ -67,8 +68,7 @@ private:
     QAction* m_quit = nullptr;
     std::unique_ptr<BrandedWindow> m_mainWindow;
     std::unique_ptr<BrandedWindow> m_preferencesWindow;
-    // Above the windows' owners no longer: the model ends first and closes a question that still stands on
-    // them.
+    std::unique_ptr<AboutPanel> m_aboutPanel;
     std::unique_ptr<ProcessingModel> m_processingModel;
     std::unique_ptr<MainWindowHeight> m_mainWindowHeight;
     std::unique_ptr<LauncherProgress> m_launcherProgress;

@@ -25,8 +25,10 @@ public:
     // Files came that the user shall hear of. Call it before the model takes them.
     void expect();
 
-private:
+    // Says what is due. Happens by itself, but only when the event loop comes round to it.
     void update();
+
+private:
     void announce();
 
     const ProcessingModel& m_model;

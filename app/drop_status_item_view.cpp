@@ -3,13 +3,13 @@
 #include "app/drop_status_item_view.h"
 
 #include "app/desktop_files.h"
+#include "app/termination.h"
 #include "app/x11.h"
 #include "engine/image_file_filter.h"
 #include "ui/file_uris.h"
 #include "ui/links.h"
 #include "ui/tidewell_theme.h"
 
-#include <QCoreApplication>
 #include <QDragEnterEvent>
 #include <QMenu>
 #include <QMimeData>
@@ -40,7 +40,7 @@ std::unique_ptr<QMenu> makeStatusMenu(const StatusItemActions& actions)
     menu->addAction(QStringLiteral("Preferences..."), actions.openPreferences);
     menu->addAction(QStringLiteral("Tidewell Website"), [] { openLink(links::website()); });
     menu->addSeparator();
-    QAction* quit = menu->addAction(QStringLiteral("Quit Lumora"), [] { QCoreApplication::exit(); });
+    QAction* quit = menu->addAction(QStringLiteral("Quit Lumora"), [] { Termination::shared().begin(); });
     quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
     quit->setShortcutVisibleInContextMenu(true);
     return menu;

@@ -7,6 +7,7 @@
 #include "app/launch_request.h"
 #include "app/single_instance.h"
 #include "app/terminate_signals.h"
+#include "app/termination.h"
 #include "platform/application_bundle.h"
 #include "ui/lumora_style.h"
 #include "ui/preferences_view.h"
@@ -92,6 +93,7 @@ int run(int argc, char** argv, const LaunchRequest& request)
     AppDelegate delegate(QDBusConnection::sessionBus());
     connectRequests(instance, delegate);
     // Whoever starts the program from now on takes over.
+    QObject::connect(&Termination::shared(), &Termination::begun, &instance, &SingleInstance::giveUp);
     QObject::connect(&application, &QCoreApplication::aboutToQuit, &instance, &SingleInstance::giveUp);
     delegate.applicationDidFinishLaunching();
     if (!mine->files.empty()) delegate.process(mine->files);

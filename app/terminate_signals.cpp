@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/terminate_signals.h"
 
-#include <QCoreApplication>
+#include "app/termination.h"
+
 #include <QSocketNotifier>
 
 #include <csignal>
@@ -33,7 +34,7 @@ TerminateSignals::TerminateSignals(QObject* parent)
     auto* notifier = new QSocketNotifier(m_descriptor, QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [notifier] {
         notifier->setEnabled(false);
-        QCoreApplication::exit();
+        Termination::shared().begin();
     });
     for (const int signal : {SIGTERM, SIGINT, SIGHUP})
         std::signal(signal, handle);
