@@ -41,6 +41,8 @@ PixelField::PixelField(LumoraSettings& settings, SettingValue<std::int64_t>& set
     m_field->installEventFilter(this);
     m_up->setAccessibleName(QStringLiteral("Increase %1").arg(name));
     m_down->setAccessibleName(QStringLiteral("Decrease %1").arg(name));
+    m_up->setAccessibleDescription(QStringLiteral("Makes it larger by 64"));
+    m_down->setAccessibleDescription(QStringLiteral("Makes it smaller by 64"));
 
     auto* halves = new QVBoxLayout;
     halves->setSpacing(0);

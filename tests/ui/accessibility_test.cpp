@@ -5,6 +5,7 @@
 #include "ui/drop_zone.h"
 #include "ui/preferences_view.h"
 
+#include <QAbstractButton>
 #include <QAccessible>
 #include <QTest>
 
@@ -42,7 +43,9 @@ void expectEveryControlToBeNamedAndExplained(QWidget& window)
 {
     int controls = 0;
     for (QWidget* control : window.findChildren<QWidget*>()) {
-        if (!(control->focusPolicy() & Qt::TabFocus) || !control->isVisibleTo(&window)) continue;
+        const bool isControl =
+            control->focusPolicy() & Qt::TabFocus || qobject_cast<QAbstractButton*>(control);
+        if (!isControl || !control->isVisibleTo(&window)) continue;
         ++controls;
         const QString name = spoken(*control, QAccessible::Name);
         EXPECT_FALSE(name.isEmpty()) << control->metaObject()->className();
