@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <unordered_map>
+#include <utility>
 
 namespace lumora {
 namespace {
@@ -31,13 +32,20 @@ std::uint32_t keyOf(const PaletteColor& c)
            c.alpha;
 }
 
+int brightnessOf(const PaletteColor& c)
+{
+    return 299 * c.red + 587 * c.green + 114 * c.blue; // the weights of ITU-R BT.601
+}
+
 // Opaque entries at the end need no transparency stored.
-std::array<std::uint8_t, mostColors> sortByOpacity(std::vector<PaletteColor>& palette)
+std::array<std::uint8_t, mostColors> sortPalette(std::vector<PaletteColor>& palette)
 {
     std::vector<std::size_t> order(palette.size());
     for (std::size_t i = 0; i < order.size(); ++i)
         order[i] = i;
-    std::ranges::stable_sort(order, {}, [&](std::size_t i) { return palette[i].alpha == 255; });
+    std::ranges::stable_sort(order, {}, [&](std::size_t i) {
+        return std::pair(palette[i].alpha == 255, brightnessOf(palette[i]));
+    });
     std::array<std::uint8_t, mostColors> newIndex{};
     std::vector<PaletteColor> sorted;
     for (std::size_t i = 0; i < order.size(); ++i) {
@@ -70,7 +78,7 @@ std::optional<IndexedPixels> indexed(std::span<const std::uint8_t> pixels, int b
         }
         result.indices.push_back(lastIndex);
     }
-    const auto newIndex = sortByOpacity(result.palette);
+    const auto newIndex = sortPalette(result.palette);
     for (std::uint8_t& index : result.indices)
         index = newIndex.at(index);
     return result;

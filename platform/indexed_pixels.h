@@ -17,7 +17,9 @@ struct PaletteColor
 
 struct IndexedPixels
 {
-    std::vector<PaletteColor> palette; // at most 256; those that are not opaque come first
+    // At most 256. Those that are not opaque come first; among equals the darker ones, so that close colours
+    // have close indices and a picture's rows can be foretold.
+    std::vector<PaletteColor> palette;
     std::vector<std::uint8_t> indices; // one a pixel
 };
 

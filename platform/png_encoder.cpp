@@ -123,17 +123,25 @@ std::optional<Layout> compactLayout(const Layout& direct, const StoredForm& form
     return isGray && form.bits < 8 ? narrowGrayLayout(direct, form.bits) : std::nullopt;
 }
 
+std::string compressed(const Layout& layout, RowFilters filters)
+{
+    const auto bytes = filtered(layout.rows, layout.rowBytes, layout.step, filters);
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as characters
+    return deflated({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+}
+
 std::string smallestData(const Layout& layout)
 {
-    const auto data = [&](bool isAdaptive) {
-        const auto bytes = filtered(layout.rows, layout.rowBytes, layout.step, isAdaptive);
-        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as characters
-        return deflated({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+    std::string best = compressed(layout, RowFilters::adaptive);
+    if (layout.rows.size() > largeData) return best;
+    const auto attempt = [&](RowFilters filters) {
+        std::string data = compressed(layout, filters);
+        if (data.size() < best.size()) best = std::move(data);
     };
-    std::string adaptive = data(true);
-    if (layout.rows.size() > largeData) return adaptive;
-    std::string plain = data(false);
-    return plain.size() < adaptive.size() ? plain : adaptive;
+    attempt(RowFilters::none);
+    // Sums of differences between indices mislead where a picture's colours are many.
+    if (!layout.palette.empty() && layout.bitDepth == 8) attempt(RowFilters::paeth);
+    return best;
 }
 
 void appendPalette(Bytes& png, const std::vector<PaletteColor>& palette)

@@ -9,6 +9,7 @@ namespace lumora {
 namespace {
 
 constexpr int filterCount = 5;
+constexpr std::uint8_t paethFilter = 4;
 
 int paeth(int left, int up, int corner)
 {
@@ -52,7 +53,7 @@ constexpr std::array<FilterRow, filterCount> filters{filterRow<0>, filterRow<1>,
 } // namespace
 
 std::vector<std::uint8_t> filtered(std::span<const std::uint8_t> rows, std::size_t rowBytes, std::size_t step,
-                                   bool isAdaptive)
+                                   RowFilters choice)
 {
     const std::size_t height = rows.size() / rowBytes;
     std::vector<std::uint8_t> result;
@@ -63,9 +64,9 @@ std::vector<std::uint8_t> filtered(std::span<const std::uint8_t> rows, std::size
     for (std::size_t y = 0; y < height; ++y) {
         const std::uint8_t* row = rows.data() + y * rowBytes;
         const std::uint8_t* above = y > 0 ? row - rowBytes : zeros.data();
-        unsigned bestSum = filters[0](row, above, rowBytes, step, best.data());
-        std::uint8_t bestFilter = 0;
-        for (std::uint8_t filter = 1; isAdaptive && filter < filterCount; ++filter) {
+        std::uint8_t bestFilter = choice == RowFilters::paeth ? paethFilter : 0;
+        unsigned bestSum = filters.at(bestFilter)(row, above, rowBytes, step, best.data());
+        for (std::uint8_t filter = 1; choice == RowFilters::adaptive && filter < filterCount; ++filter) {
             const unsigned sum = filters.at(filter)(row, above, rowBytes, step, candidate.data());
             if (sum >= bestSum) continue;
             bestSum = sum;

@@ -10,10 +10,12 @@
 
 namespace lumora {
 
-// Every row behind its filter byte. Adaptive takes for each row the filter with the smallest sum of absolute
-// differences (the heuristic of the PNG specification, 12.8); otherwise no row is filtered. `step` is the
-// bytes of one whole pixel.
+// How the rows are filtered: not at all, all by the predictor of Paeth, or each by whatever gives the
+// smallest sum of absolute differences (the heuristic of the PNG specification, 12.8).
+enum class RowFilters { none, paeth, adaptive };
+
+// Every row behind its filter byte. `step` is the bytes of one whole pixel.
 std::vector<std::uint8_t> filtered(std::span<const std::uint8_t> rows, std::size_t rowBytes, std::size_t step,
-                                   bool isAdaptive);
+                                   RowFilters choice);
 
 } // namespace lumora
