@@ -39,7 +39,7 @@ has_display() {
 
 # A configuration without the views has no windowed application.
 has_window() {
-    cmake --build "$build" --target help | grep -q '^lumora: '
+    [[ $(cmake --build "$build" --target help) == *$'\nlumora: '* ]]
 }
 
 optimize_samples() {
