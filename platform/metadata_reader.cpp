@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <utility>
 
 namespace lumora {
 namespace {
@@ -71,7 +72,9 @@ void addFromFile(ImageProperties& properties, const std::filesystem::path& file)
     addExif(properties, image->exifData());
     for (const auto& datum : image->iptcData())
         group(properties, PropertyKey::iptc).push_back(entryOf(datum));
-    addXmp(properties, image->xmpPacket());
+    // As const, because the other form words the packet anew; of a TIFF there is only that one.
+    const std::string& asRead = std::as_const(*image).xmpPacket();
+    addXmp(properties, asRead.empty() ? image->xmpPacket() : asRead);
 }
 
 void addFromBlobs(ImageProperties& properties, VipsImage* header)

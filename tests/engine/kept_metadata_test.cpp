@@ -116,6 +116,25 @@ TEST(KeptXmp, NamesTheProfileThatIsInTheFile)
     EXPECT_EQ(field(written(true), "XMP:Title"), "T\n");
 }
 
+TEST(KeptXmp, KeepsItsWordingWhereNothingInItChanges)
+{
+    const test::TemporaryDirectory folder;
+    for (const char* name : {"a.jpg", "a.png"}) {
+        const auto source = folder / name;
+        test::save(source, test::corneredPicture(64, 48));
+        outputOf("exiftool -q -overwrite_original -XMP-dc:Title=T '" + source.string() + "'");
+        const auto packetIn = [](const std::filesystem::path& file) {
+            return outputOf("exiftool -b -XMP '" + file.string() + "' | tr -d '[:space:]'");
+        };
+        ASSERT_THAT(packetIn(source), HasSubstr("dc:title")) << name;
+        const auto result = ImageOptimizer::optimize(
+            source,
+            settings({.outputFormat = OutputFormat::jpeg, .removeMetadata = false, .filenameSuffix = "-out"}),
+            OptimizerServices::system());
+        EXPECT_EQ(packetIn(*result.outputURL), packetIn(source)) << name;
+    }
+}
+
 TEST(KeptTiffMetadata, SurvivesInATiff)
 {
     const test::TemporaryDirectory folder;
