@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/drop_zone_picture.h"
 
-#include "ui/fonts.h"
 #include "ui/surfaces.h"
 #include "ui/symbols.h"
 #include "ui/tidewell_theme.h"
@@ -107,17 +106,20 @@ void DropZonePicture::paintContent(QPainter& painter) const
         paintIcon(painter, QRectF(area.center().x() - iconHeight() / 2, top, iconHeight(), iconHeight()));
         top += iconHeight() + spacing;
     }
-    const auto drawLine = [&](TextStyle style, const QColor& colour, const QString& text) {
-        const QRect line(area.left() + usualPadding, top, area.width() - 2 * usualPadding,
-                         fonts::lineHeight(style));
-        top += line.height() + spacing;
-        painter.setFont(fonts::font(style));
-        painter.setPen(colour);
-        painter.drawText(line, Qt::AlignCenter | Qt::TextDontClip,
-                         painter.fontMetrics().elidedText(text, Qt::ElideRight, line.width()));
-    };
-    drawLine(TextStyle::headline, TidewellTheme::cream(), status);
-    if (withHint) drawLine(TextStyle::subheadline, TidewellTheme::creamMuted(), hint());
+    painter.setPen(TidewellTheme::cream());
+    paintLine(painter, top, TextStyle::headline, status);
+    top += fonts::lineHeight(TextStyle::headline) + spacing;
+    painter.setPen(TidewellTheme::creamMuted());
+    if (withHint) paintLine(painter, top, TextStyle::subheadline, hint());
+}
+
+void DropZonePicture::paintLine(QPainter& painter, int top, TextStyle style, const QString& text) const
+{
+    const QRect line(area.left() + usualPadding, top, area.width() - 2 * usualPadding,
+                     fonts::lineHeight(style));
+    painter.setFont(fonts::font(style));
+    painter.drawText(line, Qt::AlignCenter | Qt::TextDontClip,
+                     painter.fontMetrics().elidedText(text, Qt::ElideRight, line.width()));
 }
 
 void DropZonePicture::paintIcon(QPainter& painter, const QRectF& place) const

@@ -4,6 +4,8 @@
 // while a batch runs a thin line of its progress.
 #pragma once
 
+#include "ui/fonts.h"
+
 #include <QRect>
 #include <QString>
 
@@ -36,6 +38,7 @@ private:
     void paintField(QPainter& painter) const;
     void paintProgress(QPainter& painter) const;
     void paintContent(QPainter& painter) const;
+    void paintLine(QPainter& painter, int top, fonts::TextStyle style, const QString& text) const;
     void paintIcon(QPainter& painter, const QRectF& place) const;
 };
 

@@ -110,33 +110,44 @@ void ResultRow::paintTexts(QPainter& painter) const
     int height = fonts::lineHeight(TextStyle::body) + lineSpacing + fonts::lineHeight(TextStyle::caption);
     if (m_isSuccess) height += lineSpacing + fonts::lineHeight(TextStyle::caption2);
     int top = column.top() + (column.height() - height) / 2;
-    const auto nextLine = [&](TextStyle style, const QString& text) {
+    const auto nextLine = [&](TextStyle style) {
         const QRect line(column.left(), top, column.width(), fonts::lineHeight(style));
         top += line.height() + lineSpacing;
-        painter.setFont(fonts::shapedFor(text, fonts::font(style)));
+        painter.setFont(fonts::font(style));
         return mirrored(line);
     };
-    // The edge follows the window's direction, not that of the text.
-    const int edge = m_option.direction == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
-    const auto drawText = [&](const QRect& line, const QString& text, Qt::TextElideMode mode) {
-        const QString fitting = painter.fontMetrics().elidedText(text, mode, line.width());
-        painter.drawText(line,
-                         edge | Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextDontClip | Qt::TextSingleLine,
-                         fitting);
-    };
     painter.setPen(TidewellTheme::cream());
-    drawText(nextLine(TextStyle::body, m_name), m_name, Qt::ElideMiddle);
+    paintText(painter, nextLine(TextStyle::body), m_name, Qt::ElideMiddle);
     painter.setPen(TidewellTheme::creamMuted());
-    drawText(nextLine(TextStyle::caption, m_message), m_message, Qt::ElideRight);
+    paintText(painter, nextLine(TextStyle::caption), m_message, Qt::ElideRight);
     if (!m_isSuccess) return;
     painter.setPen(TidewellTheme::creamSubtle());
-    const QRect line = nextLine(TextStyle::caption2, QString());
+    paintMetrics(painter, nextLine(TextStyle::caption2));
+}
+
+// The edge follows the window's direction, not that of the text.
+Qt::Alignment ResultRow::edge() const
+{
+    return m_option.direction == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
+}
+
+void ResultRow::paintText(QPainter& painter, const QRect& line, const QString& text,
+                          Qt::TextElideMode mode) const
+{
+    painter.setFont(fonts::shapedFor(text, painter.font()));
+    const auto place = static_cast<int>(edge() | Qt::AlignAbsolute | Qt::AlignVCenter);
+    painter.drawText(line, place | Qt::TextDontClip | Qt::TextSingleLine,
+                     painter.fontMetrics().elidedText(text, mode, line.width()));
+}
+
+void ResultRow::paintMetrics(QPainter& painter, const QRect& line) const
+{
     const QFontMetricsF metrics(painter.font());
     const double width = figuresWidth(metrics, m_metricsText);
-    if (width > line.width()) return drawText(line, m_metricsText, Qt::ElideRight);
-    const double left = edge == Qt::AlignRight ? line.right() + 1 - width : line.left();
-    drawFigures(painter, {left, line.top() + (line.height() + metrics.ascent() - metrics.descent()) / 2},
-                m_metricsText);
+    if (width > line.width()) return paintText(painter, line, m_metricsText, Qt::ElideRight);
+    const double left = edge() == Qt::AlignRight ? line.right() + 1 - width : line.left();
+    const double baseline = line.top() + (line.height() + metrics.ascent() - metrics.descent()) / 2;
+    drawFigures(painter, {left, baseline}, m_metricsText);
 }
 
 } // namespace lumora

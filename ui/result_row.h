@@ -31,6 +31,9 @@ private:
     QRect textColumn() const;
     void paintGround(QPainter& painter) const;
     void paintTexts(QPainter& painter) const;
+    Qt::Alignment edge() const;
+    void paintText(QPainter& painter, const QRect& line, const QString& text, Qt::TextElideMode mode) const;
+    void paintMetrics(QPainter& painter, const QRect& line) const;
 
     const QStyleOptionViewItem& m_option;
     QString m_name;
