@@ -9,7 +9,9 @@ set -eu
 
 : >"$XDG_RUNTIME_DIR/display"
 exec 3<>"$XDG_RUNTIME_DIR/display"
-Xvfb -displayfd 3 -screen 0 1280x1500x24 -noreset -nolisten tcp >/dev/null 2>&1 &
+# A case may ask for another screen than this tall one.
+screen=$(sed -n 's/^# screen: //p' "$1")
+Xvfb -displayfd 3 -screen 0 "${screen:-1280x1500}x24" -noreset -nolisten tcp >/dev/null 2>&1 &
 x_server=$!
 # Every client of the display ends with it.
 trap 'kill "$x_server"; wait "$x_server"' EXIT
