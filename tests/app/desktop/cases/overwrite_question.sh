@@ -3,16 +3,18 @@
 # shellcheck shell=bash disable=SC2154 # session.sh assigns them
 # The question about an existing output: Return replaces, Escape skips, ending the program leaves the file alone.
 setting warnBeforeOverwrite true
-picture "$HOME"/pictures/a.png
+picture "$HOME/pictures/a.png"
 output=$HOME/pictures/a.webp
 question() { xdotool search --onlyvisible --name '^Lumora$' | while read -r id; do
     xprop -id "$id" _NET_WM_STATE | grep -q MODAL && echo "$id" && break
 done | grep .; }
-no_question() { ! question; }
 answer() {
+    local asked
     wait_for "the question" question
-    xdotool windowfocus --sync "$(question)" key "$1"
-    wait_for "the question to close" no_question
+    asked=$(question)
+    xdotool windowfocus --sync "$asked" key "$1"
+    question_is_gone() { [ "$(question)" != "$asked" ]; }
+    wait_for "the question to close" question_is_gone
 }
 content_is() { [ "$(cat "$output")" = "$1" ]; }
 
@@ -28,6 +30,22 @@ lumora "$HOME/pictures/a.png"
 answer Return
 wait_for "the second result" window_size_is 820x574
 content_is precious && fail "the output was not replaced"
+
+# Only the file in question waits; questions come one after another.
+picture "$HOME"/pictures/{b,c}.png
+echo precious >"$output"
+lumora "$HOME"/pictures/{a,b}.png
+wait_for_output "$HOME/pictures/b.png"
+answer Escape
+wait_for "the results" window_size_is 820x690
+echo precious >"$HOME/pictures/b.webp"
+lumora "$HOME"/pictures/{a,b,c}.png
+answer Escape
+answer Escape
+wait_for_output "$HOME/pictures/c.png"
+wait_for "all results" window_size_is 820x864
+content_is precious || fail "a skipped output was replaced"
+expect "the other skipped output" "$(cat "$HOME/pictures/b.webp")" precious
 
 echo precious >"$output"
 lumora "$HOME/pictures/a.png"
