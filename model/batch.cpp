@@ -3,6 +3,7 @@
 #include "model/batch.h"
 
 #include "model/main_thread_queue.h"
+#include "platform/freed_memory.h"
 
 #include <exception>
 #include <new>
@@ -53,6 +54,7 @@ void Batch::handOutNext()
     ++m_inFlight;
     m_workers->run([this, file = std::move(m_files[m_next++])] {
         m_context.mainThread.post([finished = m_finished, result = optimize(file)] { finished(result); });
+        returnFreedMemory();
     });
 }
 

@@ -56,8 +56,8 @@ Image makeBitmap(RgbaBytes rgba, PixelSize size, ProfileBytes profile)
         static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) * 4;
     const VipsImagePtr memory(
         vips_image_new_from_memory(rgba.get(), bytes, size.width, size.height, 4, VIPS_FORMAT_UCHAR));
-    g_object_set_data_full(G_OBJECT(memory.get()), "lumora-pixels", rgba.release(),
-                           [](gpointer owned) { delete[] static_cast<std::uint8_t*>(owned); });
+    g_object_set_data_full(G_OBJECT(memory.get()), "lumora-pixels", new RgbaBytes(std::move(rgba)),
+                           [](gpointer owned) { delete static_cast<RgbaBytes*>(owned); });
     VipsImage* tagged = nullptr;
     vips_copy(memory.get(), &tagged, "interpretation", VIPS_INTERPRETATION_sRGB, nullptr);
     if (!profile.empty())

@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/rgba_pixels.h"
 
+#include <sys/mman.h>
+
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 namespace lumora {
 namespace {
@@ -73,10 +76,19 @@ void unpremultiply(std::uint8_t* pixels, std::size_t count, int bands)
     }
 }
 
+void UnmapBytes::operator()(std::uint8_t* memory) const
+{
+    ::munmap(memory, bytes);
+}
+
 RgbaBytes allocateRgba(PixelSize size)
 {
-    return std::make_unique_for_overwrite<std::uint8_t[]>(static_cast<std::size_t>(size.width) *
-                                                          static_cast<std::size_t>(size.height) * 4);
+    const std::size_t bytes =
+        static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) * 4;
+    void* memory = ::mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (memory == MAP_FAILED) throw std::bad_alloc();
+    ::madvise(memory, bytes, MADV_HUGEPAGE);
+    return RgbaBytes(static_cast<std::uint8_t*>(memory), UnmapBytes{bytes});
 }
 
 RgbaBytes turnedUpright(RgbaBytes rgba, PixelSize stored, Orientation orientation)

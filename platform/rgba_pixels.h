@@ -17,8 +17,16 @@ namespace lumora {
 void premultiply(std::uint8_t* pixels, std::size_t count, int bands);
 void unpremultiply(std::uint8_t* pixels, std::size_t count, int bands);
 
-// Room for one picture, uninitialised.
-using RgbaBytes = std::unique_ptr<std::uint8_t[]>;
+struct UnmapBytes
+{
+    std::size_t bytes = 0;
+
+    void operator()(std::uint8_t* memory) const;
+};
+
+// Room for one picture, zeroed. Pages of their own, which go back to the system at once: bitmaps of ever
+// other sizes on the heap would leave gaps there that grow with the number of files.
+using RgbaBytes = std::unique_ptr<std::uint8_t[], UnmapBytes>;
 RgbaBytes allocateRgba(PixelSize size);
 
 // RGBA pixels of the stored size turned upright.
