@@ -119,6 +119,15 @@ bool isSrgb(cmsHPROFILE profile)
     return same;
 }
 
+// The library puts the time of its making into a profile: the same picture would give other files at other
+// times.
+void setDate(std::vector<std::uint8_t>& profile)
+{
+    constexpr std::ptrdiff_t datePosition = 24; // in the header; six numbers of two bytes
+    constexpr std::array<std::uint8_t, 12> newYear2000{0x07, 0xD0, 0, 1, 0, 1, 0, 0, 0, 0, 0, 0};
+    std::ranges::copy(newYear2000, profile.begin() + datePosition);
+}
+
 std::vector<std::uint8_t> makeSrgbProfile()
 {
     const Profile profile(cmsCreate_sRGBProfile());
@@ -126,6 +135,7 @@ std::vector<std::uint8_t> makeSrgbProfile()
     cmsSaveProfileToMem(profile.get(), nullptr, &size);
     std::vector<std::uint8_t> bytes(size);
     cmsSaveProfileToMem(profile.get(), bytes.data(), &size);
+    setDate(bytes);
     return bytes;
 }
 

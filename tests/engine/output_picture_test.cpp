@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The picture in the output: upright, of the right size, depth and colours.
 #include "tests/engine/optimizer_test.h"
+#include "tests/support/program_output.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -101,6 +102,14 @@ TEST_F(OutputPicture, ConvertsAWideGamutAndTagsOnlyWhatItShould)
     EXPECT_TRUE(test::inspect(output(true, false)).hasProfile);
     EXPECT_TRUE(test::inspect(output(false, false)).hasProfile);
     EXPECT_THAT(test::load(output(false, false)).at(3, 3), testing::ElementsAre(200, 100, 100));
+}
+
+TEST_F(OutputPicture, TellsNothingOfWhenItsProfileWasMade)
+{
+    test::save(m_in / "p3.png", test::uniformPicture(16, 16, {200, 100, 100}), {.profile = "p3"});
+    const auto result =
+        optimize(m_in / "p3.png", {.outputFormat = OutputFormat::png, .removeColorManagement = false});
+    EXPECT_EQ(test::tagOf(*result.outputURL, "ICC_Profile:ProfileDateTime"), "2000:01:01 00:00:00\n");
 }
 
 TEST_F(OutputPicture, KeepsTheOwnColoursOfAPictureThatIsOnlyReduced)
