@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/rgba_pixels.h"
 
+#include <sanitizer/asan_interface.h>
 #include <sys/mman.h>
 
 #include <algorithm>
@@ -10,6 +11,10 @@
 
 namespace lumora {
 namespace {
+
+// Before and after a bitmap: what AddressSanitizer watches, which does not see the ends of mappings. A page,
+// so that the pixels begin at one.
+constexpr std::size_t guard = 4096;
 
 // Exact rounding of a * b / 255 without a division.
 std::uint8_t scaled(unsigned value, unsigned alpha)
@@ -78,17 +83,23 @@ void unpremultiply(std::uint8_t* pixels, std::size_t count, int bands)
 
 void UnmapBytes::operator()(std::uint8_t* memory) const
 {
-    ::munmap(memory, bytes);
+    std::uint8_t* const first = memory - guard;
+    ASAN_UNPOISON_MEMORY_REGION(first, bytes + 2 * guard);
+    ::munmap(first, bytes + 2 * guard);
 }
 
 RgbaBytes allocateRgba(PixelSize size)
 {
     const std::size_t bytes =
         static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) * 4;
-    void* memory = ::mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    const std::size_t mapped = bytes + 2 * guard;
+    void* memory = ::mmap(nullptr, mapped, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (memory == MAP_FAILED) throw std::bad_alloc();
-    ::madvise(memory, bytes, MADV_HUGEPAGE);
-    return RgbaBytes(static_cast<std::uint8_t*>(memory), UnmapBytes{bytes});
+    ::madvise(memory, mapped, MADV_HUGEPAGE);
+    auto* const first = static_cast<std::uint8_t*>(memory);
+    ASAN_POISON_MEMORY_REGION(first, guard);
+    ASAN_POISON_MEMORY_REGION(first + guard + bytes, guard);
+    return RgbaBytes(first + guard, UnmapBytes{bytes});
 }
 
 RgbaBytes turnedUpright(RgbaBytes rgba, PixelSize stored, Orientation orientation)
