@@ -2,14 +2,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/color_profile.h"
 
+#include "platform/utf8.h"
+#include "platform/vips_library.h"
+
 #include <glib.h>
 #include <lcms2.h>
+#include <vips/vips.h>
 
-#include <array>
 #include <memory>
 #include <vector>
 
 namespace lumora {
+
+std::span<const std::uint8_t> attachedProfile(VipsImage* image)
+{
+    const std::string_view profile = blobOf(image, VIPS_META_ICC_NAME);
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): characters as bytes
+    return {reinterpret_cast<const std::uint8_t*>(profile.data()), profile.size()};
+}
 
 std::string profileDescription(std::span<const std::uint8_t> bytes)
 {
@@ -25,10 +35,8 @@ std::string profileDescription(std::span<const std::uint8_t> bytes)
 
     std::string description;
     for (const wchar_t* letter = wide.data(); *letter != 0; ++letter) {
-        std::array<char, 6> utf8{};
-        const auto code = static_cast<gunichar>(*letter);
-        if (g_unichar_validate(code))
-            description.append(utf8.data(), static_cast<std::size_t>(g_unichar_to_utf8(code, utf8.data())));
+        const auto code = static_cast<char32_t>(*letter);
+        if (g_unichar_validate(code)) appendUtf8(description, code);
     }
     return description;
 }

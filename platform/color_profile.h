@@ -1,13 +1,18 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a colour profile calls itself. Thread-safe.
+// The colour profile of a picture and what it calls itself. Thread-safe.
 #pragma once
 
 #include <cstdint>
 #include <span>
 #include <string>
 
+struct _VipsImage;
+
 namespace lumora {
+
+// Empty without one. Valid like the bytes of blobOf().
+std::span<const std::uint8_t> attachedProfile(_VipsImage* image);
 
 // The profile's English description in UTF-8; empty for bytes that are not a profile or have none.
 std::string profileDescription(std::span<const std::uint8_t> profile);

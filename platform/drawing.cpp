@@ -3,6 +3,7 @@
 #include "platform/drawing.h"
 
 #include "platform/color_conversion.h"
+#include "platform/color_profile.h"
 #include "platform/resampler.h"
 #include "platform/rgba_pixels.h"
 #include "platform/row_reader.h"
@@ -16,19 +17,6 @@
 
 namespace lumora {
 namespace {
-
-// A copy: the library replaces the fields of a lazy image when its decoder starts.
-std::vector<std::uint8_t> attachedProfile(VipsImage* image)
-{
-    const void* data = nullptr;
-    std::size_t size = 0;
-    if (!vips_image_get_typeof(image, VIPS_META_ICC_NAME) ||
-        vips_image_get_blob(image, VIPS_META_ICC_NAME, &data, &size) != 0) {
-        return {};
-    }
-    const auto* first = static_cast<const std::uint8_t*>(data);
-    return {first, first + size};
-}
 
 // The colour decisions of one drawing: how components are converted and which profile describes the outcome.
 struct ColorPlan
@@ -189,7 +177,9 @@ SourceShape shapeOf(const Image& full, const Image& decoded, int divisor)
 
 Result<Image> draw(const Image& image, const DrawRequest& request)
 {
-    const std::vector<std::uint8_t> profile = attachedProfile(image.pixels());
+    // A copy, which outlives the start of the decoder.
+    const auto attached = attachedProfile(image.pixels());
+    const std::vector<std::uint8_t> profile(attached.begin(), attached.end());
     if (isDrawn(image, request, profile))
         return request.colorSpace == ColorSpace::deviceRGB ? image.withoutProfile() : image;
 

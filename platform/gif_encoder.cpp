@@ -21,11 +21,9 @@ std::optional<IndexedPixels> exactColors(VipsImage* image)
 {
     if (vips_image_get_width(image) > longestEdge || vips_image_get_height(image) > longestEdge)
         return std::nullopt;
-    std::size_t size = 0;
-    void* memory = vips_image_write_to_memory(image, &size);
-    if (!memory) return std::nullopt;
-    auto colors = indexed({static_cast<const std::uint8_t*>(memory), size}, vips_image_get_bands(image));
-    g_free(memory);
+    const auto components = componentsOf(image);
+    if (!components) return std::nullopt;
+    auto colors = indexed(components->bytes(), vips_image_get_bands(image));
     // Pixels are shown or not, nothing between, and one colour stands for those that are not.
     const auto isMixed = [](const PaletteColor& c) { return c.alpha != 0 && c.alpha != 255; };
     const auto isHidden = [](const PaletteColor& c) { return c.alpha == 0; };

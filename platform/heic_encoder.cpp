@@ -52,11 +52,9 @@ Picture pictureOf(VipsImage* image)
     int stride = 0;
     std::uint8_t* rows = heif_image_get_plane(made, heif_channel_interleaved, &stride);
 
-    std::size_t size = 0;
-    void* memory = vips_image_write_to_memory(image, &size);
-    if (!memory) throw Failed{takeVipsError().description};
-    const std::unique_ptr<void, Releaser<g_free>> owner(memory);
-    const auto* from = static_cast<const std::uint8_t*>(memory);
+    const auto components = componentsOf(image);
+    if (!components) throw Failed{components.error().description};
+    const std::uint8_t* from = components->bytes().data();
     for (int y = 0; y < height; ++y) {
         std::uint8_t* to = rows + static_cast<std::ptrdiff_t>(y) * stride;
         for (int x = 0; x < width; ++x, from += bands, to += channels) {
@@ -119,7 +117,7 @@ Bytes encode(const EncodeRequest& request)
 {
     const Context context(heif_context_alloc());
     const Picture picture = pictureOf(request.image);
-    attachProfile(picture.get(), attachedProfileBytes(request.image));
+    attachProfile(picture.get(), blobOf(request.image, VIPS_META_ICC_NAME));
     const Encoder encoder = encoderFor(context.get(), request.quality);
     const Options options(heif_encoding_options_alloc());
     options->save_alpha_channel = 1;

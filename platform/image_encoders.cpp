@@ -68,10 +68,7 @@ bool isSrgb(VipsImage* image, ProfileBytes profile)
 PictureFacts factsOf(VipsImage* image, std::string_view typeIdentifier)
 {
     const bool isJpegColor = typeIdentifier == "public.jpeg" && vips_image_get_bands(image) == 3;
-    const auto attached = std::as_bytes(std::span(attachedProfileBytes(image)));
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as bytes
-    const auto* first = reinterpret_cast<const std::uint8_t*>(attached.data());
-    const ProfileBytes profile(first, attached.size());
+    const ProfileBytes profile = attachedProfile(image);
     return {vips_image_get_width(image), vips_image_get_height(image), isSrgb(image, profile),
             profileDescription(profile), isJpegColor};
 }

@@ -46,4 +46,8 @@ using MetadataGroup = std::vector<MetadataEntry>;
 using PropertyValue = std::variant<std::int64_t, double, std::string, MetadataGroup>;
 using ImageProperties = std::map<PropertyKey, PropertyValue>;
 
+// One of the seven groups: to read, empty where the file has none; to fill, made where it is missing.
+const MetadataGroup& groupOf(const ImageProperties& properties, PropertyKey key);
+MetadataGroup& groupIn(ImageProperties& properties, PropertyKey key);
+
 } // namespace lumora

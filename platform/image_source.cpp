@@ -63,17 +63,6 @@ std::string_view colorModelName(const VipsImage* image)
     }
 }
 
-std::string profileNameOf(VipsImage* image)
-{
-    const void* profile = nullptr;
-    std::size_t size = 0;
-    if (!vips_image_get_typeof(image, VIPS_META_ICC_NAME) ||
-        vips_image_get_blob(image, VIPS_META_ICC_NAME, &profile, &size) != 0) {
-        return {};
-    }
-    return profileDescription({static_cast<const std::uint8_t*>(profile), size});
-}
-
 ImageProperties describe(VipsImage* image, Orientation orientation, ImageProperties properties)
 {
     properties[PropertyKey::pixelWidth] = std::int64_t{vips_image_get_width(image)};
@@ -82,7 +71,7 @@ ImageProperties describe(VipsImage* image, Orientation orientation, ImagePropert
         static_cast<std::int64_t>(8 * vips_format_sizeof(vips_image_get_format(image)));
     properties[PropertyKey::colorModel] = std::string(colorModelName(image));
     properties[PropertyKey::orientation] = std::int64_t{orientation};
-    if (std::string name = profileNameOf(image); !name.empty())
+    if (std::string name = profileDescription(attachedProfile(image)); !name.empty())
         properties[PropertyKey::profileName] = std::move(name);
     return properties;
 }

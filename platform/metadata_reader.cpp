@@ -9,6 +9,7 @@
 #include "platform/png_texts.h"
 #include "platform/regular_file.h"
 #include "platform/resolution.h"
+#include "platform/vips_library.h"
 
 #include <vips/vips.h>
 
@@ -21,15 +22,6 @@ namespace lumora {
 namespace {
 
 constexpr std::string_view exifPrefix{"Exif\0\0", 6};
-
-std::string_view blobOf(VipsImage* header, const char* field)
-{
-    const void* data = nullptr;
-    std::size_t size = 0;
-    if (!vips_image_get_typeof(header, field) || vips_image_get_blob(header, field, &data, &size) != 0)
-        return {};
-    return {static_cast<const char*>(data), size};
-}
 
 // The group that a field belongs to; none for previews and further pictures, which stay behind.
 std::optional<PropertyKey> groupOf(const Exiv2::Exifdatum& datum)
@@ -44,17 +36,10 @@ std::optional<PropertyKey> groupOf(const Exiv2::Exifdatum& datum)
     return isLeftBehind(datum) ? std::nullopt : std::optional(PropertyKey::exif);
 }
 
-MetadataGroup& group(ImageProperties& properties, PropertyKey key)
-{
-    const auto [place, isNew] = properties.try_emplace(key, MetadataGroup{});
-    static_cast<void>(isNew);
-    return std::get<MetadataGroup>(place->second);
-}
-
 void addExif(ImageProperties& properties, const Exiv2::ExifData& data)
 {
     for (const auto& datum : data) {
-        if (const auto key = groupOf(datum)) group(properties, *key).push_back(entryOf(datum));
+        if (const auto key = groupOf(datum)) groupIn(properties, *key).push_back(entryOf(datum));
     }
 }
 
@@ -71,7 +56,7 @@ void addFromFile(ImageProperties& properties, const std::filesystem::path& file)
     image->readMetadata();
     addExif(properties, image->exifData());
     for (const auto& datum : image->iptcData())
-        group(properties, PropertyKey::iptc).push_back(entryOf(datum));
+        groupIn(properties, PropertyKey::iptc).push_back(entryOf(datum));
     // As const, because the other form words the packet anew; of a TIFF there is only that one.
     const std::string& asRead = std::as_const(*image).xmpPacket();
     addXmp(properties, asRead.empty() ? image->xmpPacket() : asRead);
@@ -92,7 +77,7 @@ void addFromBlobs(ImageProperties& properties, VipsImage* header)
 void addPngTexts(ImageProperties& properties, const std::filesystem::path& file)
 {
     for (PngText& text : readPngTexts(file)) {
-        group(properties, PropertyKey::png)
+        groupIn(properties, PropertyKey::png)
             .push_back(
                 {std::string(metadata::pngText) + text.keyword, Exiv2::undefined, std::move(text.text)});
     }
@@ -105,7 +90,7 @@ void addGifComments(ImageProperties& properties, const std::filesystem::path& fi
     const auto bytes = gif ? readAll(gif->get(), largestFile) : Result<std::vector<std::byte>>(gif.error());
     if (!bytes) return;
     for (std::string& text : gifComments(*bytes)) {
-        group(properties, PropertyKey::gif)
+        groupIn(properties, PropertyKey::gif)
             .push_back({std::string(metadata::gifComment), Exiv2::undefined, std::move(text)});
     }
 }

@@ -28,13 +28,6 @@ bool isDescriptive(std::uint16_t tag)
     return std::ranges::find(tags, tag) != tags.end();
 }
 
-const MetadataGroup& groupOf(const ImageProperties& properties, PropertyKey key)
-{
-    static const MetadataGroup none;
-    const auto found = properties.find(key);
-    return found == properties.end() ? none : std::get<MetadataGroup>(found->second);
-}
-
 template <class Data>
 void addIfSound(Data& data, const MetadataEntry& entry)
 {

@@ -28,32 +28,24 @@ bool isBlackAndWhite(VipsImage* image)
 {
     const StoredForm form = storedForm(image);
     if (form.isIndexed || form.bits != 1) return false;
-    std::size_t size = 0;
-    void* memory = vips_image_write_to_memory(image, &size);
-    if (!memory) return false;
-    const std::span values(static_cast<const std::uint8_t*>(memory), size);
-    const bool isPure = std::ranges::all_of(values, [](std::uint8_t v) { return v == 0 || v == 255; });
-    g_free(memory);
-    return isPure;
+    const auto components = componentsOf(image);
+    return components &&
+           std::ranges::all_of(components->bytes(), [](std::uint8_t v) { return v == 0 || v == 255; });
 }
 
-Result<Bytes> deflatedTiff(VipsImage* image)
+struct TiffCoding
+{
+    VipsForeignTiffCompression compression = VIPS_FOREIGN_TIFF_COMPRESSION_DEFLATE;
+    VipsForeignTiffPredictor predictor = VIPS_FOREIGN_TIFF_PREDICTOR_HORIZONTAL;
+    int bits = 0; // a component's; 0 leaves them as they are
+};
+
+Result<Bytes> codedTiff(VipsImage* image, const TiffCoding& coding)
 {
     void* buffer = nullptr;
     std::size_t size = 0;
-    if (vips_tiffsave_buffer(image, &buffer, &size, "compression", VIPS_FOREIGN_TIFF_COMPRESSION_DEFLATE,
-                             "predictor", VIPS_FOREIGN_TIFF_PREDICTOR_HORIZONTAL, nullptr) != 0) {
-        return takeVipsError();
-    }
-    return takeBytes(buffer, size);
-}
-
-Result<Bytes> blackAndWhiteTiff(VipsImage* image, VipsForeignTiffCompression compression)
-{
-    void* buffer = nullptr;
-    std::size_t size = 0;
-    if (vips_tiffsave_buffer(image, &buffer, &size, "compression", compression, "predictor",
-                             VIPS_FOREIGN_TIFF_PREDICTOR_NONE, "bitdepth", 1, nullptr) != 0) {
+    if (vips_tiffsave_buffer(image, &buffer, &size, "compression", coding.compression, "predictor",
+                             coding.predictor, "bitdepth", coding.bits, nullptr) != 0) {
         return takeVipsError();
     }
     return takeBytes(buffer, size);
@@ -62,8 +54,11 @@ Result<Bytes> blackAndWhiteTiff(VipsImage* image, VipsForeignTiffCompression com
 // Writing suits the facsimile coding, dithered pictures the general one.
 Result<Bytes> smallestBlackAndWhite(VipsImage* image)
 {
-    auto writing = blackAndWhiteTiff(image, VIPS_FOREIGN_TIFF_COMPRESSION_CCITTFAX4);
-    auto picture = blackAndWhiteTiff(image, VIPS_FOREIGN_TIFF_COMPRESSION_DEFLATE);
+    const auto coded = [&](VipsForeignTiffCompression compression) {
+        return codedTiff(image, {compression, VIPS_FOREIGN_TIFF_PREDICTOR_NONE, 1});
+    };
+    auto writing = coded(VIPS_FOREIGN_TIFF_COMPRESSION_CCITTFAX4);
+    auto picture = coded(VIPS_FOREIGN_TIFF_COMPRESSION_DEFLATE);
     if (!writing || !picture) return writing ? writing : picture;
     return writing->size() <= picture->size() ? writing : picture;
 }
@@ -75,7 +70,7 @@ Result<Bytes> encodeTiff(const EncodeRequest& request)
     const VipsImagePtr image = withResolution(request.image, request.metadata.resolution);
     if (!image) return takeVipsError();
     auto bytes = request.keepsModel && isBlackAndWhite(image.get()) ? smallestBlackAndWhite(image.get())
-                                                                    : deflatedTiff(image.get());
+                                                                    : codedTiff(image.get(), {});
     if (!bytes) return bytes.error();
     return withTiffMetadata(std::move(*bytes), request.metadata);
 }
@@ -93,12 +88,10 @@ Result<Bytes> encodeBmpFile(const EncodeRequest& request)
         g_object_ref(wide);
     }
     const VipsImagePtr image(wide);
-    std::size_t size = 0;
-    void* rows = vips_image_write_to_memory(wide, &size);
-    if (!rows) return takeVipsError();
-    const Bytes packed = takeBytes(rows, size);
+    const auto rows = componentsOf(wide);
+    if (!rows) return rows.error();
     return encodeBmp(vips_image_get_width(wide), vips_image_get_height(wide), vips_image_get_bands(wide),
-                     packed);
+                     std::as_bytes(rows->bytes()));
 }
 
 } // namespace lumora

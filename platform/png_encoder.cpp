@@ -178,16 +178,15 @@ Bytes fileOf(const Layout& layout, std::string_view profile, const MetadataBlobs
 
 Result<Bytes> encodePng(const EncodeRequest& request)
 {
-    std::size_t size = 0;
-    void* memory = vips_image_write_to_memory(request.image, &size);
-    if (!memory) return takeVipsError();
-    const auto* first = static_cast<const std::uint8_t*>(memory);
-    std::vector<std::uint8_t> rows(first, first + size);
-    g_free(memory);
-
+    std::vector<std::uint8_t> rows;
+    {
+        const auto components = componentsOf(request.image);
+        if (!components) return components.error();
+        rows.assign(components->bytes().begin(), components->bytes().end());
+    }
     const Layout direct = directLayout(request.image, std::move(rows));
     const auto compact = compactLayout(direct, storedForm(request.image), request.keepsModel);
-    return fileOf(compact ? *compact : direct, attachedProfileBytes(request.image), request.metadata);
+    return fileOf(compact ? *compact : direct, blobOf(request.image, VIPS_META_ICC_NAME), request.metadata);
 }
 
 } // namespace lumora

@@ -16,13 +16,6 @@ namespace {
 
 constexpr double millimetresInInch = 25.4;
 
-const MetadataGroup& groupOf(const ImageProperties& properties, PropertyKey key)
-{
-    static const MetadataGroup none;
-    const auto found = properties.find(key);
-    return found == properties.end() ? none : std::get<MetadataGroup>(found->second);
-}
-
 bool isPlausible(const Resolution& resolution)
 {
     constexpr double most = 65535; // what a JFIF header can say
@@ -72,9 +65,7 @@ void addDensity(ImageProperties& properties, VipsImage* header, std::string_view
     MetadataEntry entry{std::string(isPng ? metadata::pngDensity : metadata::jfifDensity), Exiv2::tiffDouble,
                         std::string(sizeof dots, '\0')};
     std::memcpy(entry.bytes.data(), dots.data(), sizeof dots);
-    auto& group =
-        properties.try_emplace(isPng ? PropertyKey::png : PropertyKey::jfif, MetadataGroup{}).first->second;
-    std::get<MetadataGroup>(group).push_back(std::move(entry));
+    groupIn(properties, isPng ? PropertyKey::png : PropertyKey::jfif).push_back(std::move(entry));
 }
 
 Resolution resolutionOf(const ImageProperties& properties)

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string_view>
 
@@ -32,15 +33,29 @@ inline void append(Bytes& bytes, std::string_view text)
     std::ranges::copy(std::as_bytes(std::span(text)), bytes.begin() + static_cast<std::ptrdiff_t>(size));
 }
 
-inline std::string_view attachedProfileBytes(VipsImage* image)
+struct FreeWithGlib
 {
-    const void* data = nullptr;
+    void operator()(void* memory) const { g_free(memory); }
+};
+
+// The components of a picture, row by row, tightly packed.
+struct Components
+{
+    std::unique_ptr<std::uint8_t[], FreeWithGlib> memory;
     std::size_t size = 0;
-    if (!vips_image_get_typeof(image, VIPS_META_ICC_NAME) ||
-        vips_image_get_blob(image, VIPS_META_ICC_NAME, &data, &size) != 0) {
-        return {};
-    }
-    return {static_cast<const char*>(data), size};
+
+    std::span<const std::uint8_t> bytes() const { return {memory.get(), size}; }
+};
+
+inline Result<Components> componentsOf(VipsImage* image)
+{
+    std::size_t size = 0;
+    void* memory = vips_image_write_to_memory(image, &size);
+    if (!memory) return takeVipsError();
+    Components components;
+    components.memory.reset(static_cast<std::uint8_t*>(memory));
+    components.size = size;
+    return components;
 }
 
 } // namespace lumora

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/storable_image.h"
 
+#include "platform/color_profile.h"
 #include "platform/drawing.h"
 #include "platform/rgba_pixels.h"
 #include "platform/row_reader.h"
@@ -94,12 +95,8 @@ Result<VipsImagePtr> compactBitmap(const Image& image, bool holdsAlpha)
                             dotsPerMillimetre, "yres", dotsPerMillimetre, nullptr) != 0) {
         return takeVipsError();
     }
-    const void* profile = nullptr;
-    std::size_t size = 0;
-    if (!mayBeGray(image.pixels()) &&
-        vips_image_get_blob(image.pixels(), VIPS_META_ICC_NAME, &profile, &size) == 0) {
-        vips_image_set_blob_copy(tagged, VIPS_META_ICC_NAME, profile, size);
-    }
+    if (const auto profile = attachedProfile(image.pixels()); !profile.empty())
+        vips_image_set_blob_copy(tagged, VIPS_META_ICC_NAME, profile.data(), profile.size());
     return VipsImagePtr(tagged);
 }
 

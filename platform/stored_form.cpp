@@ -48,10 +48,10 @@ void noteFormOfPng(VipsImage* image, int descriptor)
 void noteFormOfTiff(VipsImage* image, const ImageProperties& properties)
 {
     if (vips_image_get_bands(image) != 1 || vips_image_get_format(image) != VIPS_FORMAT_UCHAR) return;
-    const auto tiff = properties.find(PropertyKey::tiff);
-    if (tiff == properties.end()) return;
+    const MetadataGroup& tiff = groupOf(properties, PropertyKey::tiff);
+    if (tiff.empty()) return;
     int bits = 1; // what the field means when it is absent
-    for (const MetadataEntry& entry : std::get<MetadataGroup>(tiff->second)) {
+    for (const MetadataEntry& entry : tiff) {
         if (entry.key == "Exif.Image.BitsPerSample" && !entry.bytes.empty())
             bits = static_cast<unsigned char>(entry.bytes.front());
     }

@@ -104,4 +104,13 @@ void VipsUnref::operator()(void* object) const
     g_object_unref(object);
 }
 
+std::string_view blobOf(VipsImage* image, const char* field)
+{
+    const void* data = nullptr;
+    std::size_t size = 0;
+    if (!vips_image_get_typeof(image, field) || vips_image_get_blob(image, field, &data, &size) != 0)
+        return {};
+    return {static_cast<const char*>(data), size};
+}
+
 } // namespace lumora

@@ -6,6 +6,7 @@
 #include "platform/result.h"
 
 #include <memory>
+#include <string_view>
 
 struct _VipsImage;
 
@@ -32,5 +33,9 @@ struct VipsUnref
 };
 // One reference to a library object.
 using VipsImagePtr = std::unique_ptr<_VipsImage, VipsUnref>;
+
+// The bytes of a field of a picture, empty without it. Valid until the field is replaced, which happens to
+// those of a lazy picture when its decoder starts.
+std::string_view blobOf(_VipsImage* image, const char* field);
 
 } // namespace lumora

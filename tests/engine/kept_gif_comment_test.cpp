@@ -24,8 +24,7 @@ protected:
     std::filesystem::path withRemark(const std::string& remark)
     {
         test::save(m_folder / "a.gif", test::corneredPicture(64, 48));
-        test::outputOf("exiftool -q -overwrite_original -Comment='" + remark + "' '" +
-                       (m_folder / "a.gif").string() + "'");
+        test::writeTag(m_folder / "a.gif", "Comment", remark);
         return m_folder / "a.gif";
     }
 

@@ -122,7 +122,7 @@ TEST(KeptXmp, KeepsItsWordingWhereNothingInItChanges)
     for (const char* name : {"a.jpg", "a.png"}) {
         const auto source = folder / name;
         test::save(source, test::corneredPicture(64, 48));
-        outputOf("exiftool -q -overwrite_original -XMP-dc:Title=T '" + source.string() + "'");
+        test::writeTag(source, "XMP-dc:Title", "T");
         const auto packetIn = [](const std::filesystem::path& file) {
             return outputOf("exiftool -b -XMP '" + file.string() + "' | tr -d '[:space:]'");
         };

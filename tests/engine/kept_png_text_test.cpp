@@ -24,8 +24,7 @@ protected:
     std::filesystem::path withTitle(const std::string& title)
     {
         test::save(m_folder / "a.png", test::corneredPicture(16, 12));
-        test::outputOf("exiftool -q -overwrite_original -PNG:Title='" + title + "' '" +
-                       (m_folder / "a.png").string() + "'");
+        test::writeTag(m_folder / "a.png", "PNG:Title", title);
         return m_folder / "a.png";
     }
 

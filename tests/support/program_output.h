@@ -22,6 +22,12 @@ inline std::string outputOf(const std::string& command)
     return output;
 }
 
+// Has exiftool write a tag, named as it names them, into the file.
+inline void writeTag(const std::filesystem::path& file, const std::string& tag, const std::string& value)
+{
+    outputOf("exiftool -q -overwrite_original -" + tag + "='" + value + "' '" + file.string() + "'");
+}
+
 // The numeric values of a tag as exiftool finds them, one a line.
 inline std::string tagOf(const std::filesystem::path& file, const std::string& tag)
 {
