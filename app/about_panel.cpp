@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/about_panel.h"
 
-#include "platform/application_bundle.h"
-#include "platform/library_versions.h"
-#include "ui/fonts.h"
-#include "ui/preferences_view.h"
+#include "formats/library_versions.h"
+#include "system/bundle.h"
+#include "ui/settings/preferences_view.h"
+#include "ui/theme/fonts.h"
 
 #include <QApplication>
 #include <QBoxLayout>

@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/app_delegate.h"
 
-#include "app/desktop_files.h"
+#include "app/desktop/desktop_files.h"
 #include "app/folder_access_panel.h"
 #include "app/overwrite_question.h"
 #include "app/termination.h"
-#include "ui/drop_window_view.h"
-#include "ui/preferences_view.h"
+#include "ui/dropzone/drop_window_view.h"
+#include "ui/settings/preferences_view.h"
 
 #include <QAction>
 #include <QGuiApplication>

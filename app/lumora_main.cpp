@@ -3,14 +3,14 @@
 #include "app/lumora_main.h"
 
 #include "app/app_delegate.h"
-#include "app/application_id.h"
-#include "app/launch_request.h"
-#include "app/single_instance.h"
+#include "app/instance/application_id.h"
+#include "app/instance/launch_request.h"
+#include "app/instance/single_instance.h"
 #include "app/terminate_signals.h"
 #include "app/termination.h"
-#include "platform/application_bundle.h"
-#include "ui/lumora_style.h"
-#include "ui/preferences_view.h"
+#include "system/bundle.h"
+#include "ui/settings/preferences_view.h"
+#include "ui/theme/lumora_style.h"
 
 #include <QApplication>
 #include <QDBusConnection>

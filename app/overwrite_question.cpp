@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/overwrite_question.h"
 
-#include "ui/path_text.h"
+#include "ui/controls/path_text.h"
 
 #include <QLabel>
 #include <QMessageBox>

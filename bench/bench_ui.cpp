@@ -6,13 +6,13 @@
 #include "model/stats_store.h"
 #include "tests/support/settings.h"
 #include "tests/support/temporary_directory.h"
-#include "ui/drop_window_view.h"
-#include "ui/fonts.h"
-#include "ui/lumora_style.h"
-#include "ui/preferences_view.h"
-#include "ui/results_list_view.h"
-#include "ui/settings_chip.h"
-#include "ui/surfaces.h"
+#include "ui/dropzone/drop_window_view.h"
+#include "ui/results/results_list_view.h"
+#include "ui/settings/preferences_view.h"
+#include "ui/settings/settings_chip.h"
+#include "ui/theme/fonts.h"
+#include "ui/theme/lumora_style.h"
+#include "ui/theme/surfaces.h"
 
 #include <QApplication>
 #include <QPainter>

@@ -7,10 +7,10 @@
 #include "cli/printable.h"
 #include "engine/file_input_resolver.h"
 #include "engine/output_naming.h"
-#include "platform/file_services.h"
-#include "platform/image_destination.h"
-#include "platform/image_source.h"
+#include "formats/image_destination.h"
+#include "formats/image_source.h"
 #include "records/errors.h"
+#include "system/file_services.h"
 
 namespace lumora::cli {
 

@@ -7,7 +7,7 @@
 #include "cli/text_rows.h"
 #include "engine/image_file_filter.h"
 #include "model/stats_store.h"
-#include "platform/file_services.h"
+#include "system/file_services.h"
 
 #include <QCoreApplication>
 

@@ -45,3 +45,20 @@ function(lumora_library name)
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
   target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE lumora_warnings ${ARG_PRIVATE_LINK})
 endfunction()
+
+# lumora_room(NAME SOURCES … [LINK …] [PRIVATE_LINK …]): the library lumora_NAME, of which include/ is for everybody who
+# links it, codec/ (through lumora_NAME_codec) for the rooms of the platform above it, and everything else for itself:
+# lumora_NAME_private serves its tests and fuzzers alone.
+function(lumora_room name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK;PRIVATE_LINK" ${ARGN})
+  set(here ${CMAKE_CURRENT_SOURCE_DIR})
+  add_library(lumora_${name} STATIC ${ARG_SOURCES})
+  target_include_directories(lumora_${name} PUBLIC ${here}/include PRIVATE ${here} ${here}/codec)
+  target_link_libraries(lumora_${name} PUBLIC ${ARG_LINK} PRIVATE lumora_warnings ${ARG_PRIVATE_LINK})
+  add_library(lumora_${name}_codec INTERFACE)
+  target_include_directories(lumora_${name}_codec INTERFACE ${here}/codec)
+  target_link_libraries(lumora_${name}_codec INTERFACE lumora_${name})
+  add_library(lumora_${name}_private INTERFACE)
+  target_include_directories(lumora_${name}_private INTERFACE ${here})
+  target_link_libraries(lumora_${name}_private INTERFACE lumora_${name}_codec ${ARG_PRIVATE_LINK})
+endfunction()

@@ -3,7 +3,7 @@
 // Which properties of the source travel into the output, and the quality it is encoded with.
 #pragma once
 
-#include "platform/image_properties.h"
+#include "metadata/metadata.h"
 #include "records/optimizer_settings.h"
 
 #include <array>

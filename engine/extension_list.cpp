@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/extension_list.h"
 
-#include "platform/file_urls.h"
+#include "system/paths.h"
 
 #include <algorithm>
 #include <string>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/file_attributes.h"
 
-#include "platform/file_services.h"
+#include "system/file_services.h"
 
 namespace lumora::ImageOptimizer {
 

@@ -5,7 +5,7 @@
 #include "engine/folder_entries.h"
 #include "engine/image_file_filter.h"
 #include "engine/package_folders.h"
-#include "platform/file_urls.h"
+#include "system/paths.h"
 
 #include <string>
 #include <string_view>

@@ -7,13 +7,13 @@
 #include "engine/image_transform.h"
 #include "engine/output_naming.h"
 #include "engine/webp_encoder.h"
-#include "platform/byte_count_text.h"
-#include "platform/drawing.h"
-#include "platform/file_services.h"
-#include "platform/file_urls.h"
-#include "platform/image_destination.h"
-#include "platform/image_source.h"
+#include "formats/image_destination.h"
+#include "formats/image_source.h"
+#include "pixels/drawing.h"
 #include "records/errors.h"
+#include "system/byte_count_text.h"
+#include "system/file_services.h"
+#include "system/paths.h"
 
 #include <new>
 #include <string>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/image_transform.h"
 
-#include "platform/drawing.h"
+#include "pixels/drawing.h"
 #include "records/errors.h"
 
 #include <algorithm>

@@ -3,8 +3,8 @@
 // Turning, reducing and recolouring of one picture: what is to be done is decided here, the platform does it.
 #pragma once
 
-#include "platform/image.h"
-#include "platform/image_source.h"
+#include "formats/image_source.h"
+#include "pixels/image.h"
 #include "records/optimizer_settings.h"
 
 namespace lumora::ImageOptimizer {

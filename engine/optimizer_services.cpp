@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/optimizer_services.h"
 
-#include "platform/application_bundle.h"
-#include "platform/trash.h"
+#include "system/bundle.h"
+#include "system/trash.h"
 
 namespace lumora {
 

@@ -5,7 +5,7 @@
 // functions are called from the worker's thread.
 #pragma once
 
-#include "platform/result.h"
+#include "system/result.h"
 
 #include <filesystem>
 #include <functional>

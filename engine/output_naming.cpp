@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/output_naming.h"
 
-#include "platform/file_urls.h"
-#include "platform/image_types.h"
+#include "formats/format.h"
 #include "records/errors.h"
+#include "system/paths.h"
 
 #include <algorithm>
 #include <array>

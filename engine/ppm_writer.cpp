@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/ppm_writer.h"
 
-#include "platform/drawing.h"
-#include "platform/file_services.h"
-#include "platform/row_reader.h"
+#include "pixels/drawing.h"
+#include "pixels/row_reader.h"
 #include "records/errors.h"
+#include "system/atomic_file.h"
 
 #include <algorithm>
 #include <cstring>

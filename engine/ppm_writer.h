@@ -3,7 +3,7 @@
 // The encoder's input: a binary PPM file ("P6", 8 bits a component).
 #pragma once
 
-#include "platform/image.h"
+#include "pixels/image.h"
 
 #include <filesystem>
 

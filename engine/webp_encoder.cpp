@@ -3,11 +3,11 @@
 #include "engine/webp_encoder.h"
 
 #include "engine/ppm_writer.h"
-#include "platform/child_process.h"
-#include "platform/file_services.h"
-#include "platform/utf8.h"
 #include "records/errors.h"
 #include "records/uuid.h"
+#include "system/child_process.h"
+#include "system/file_services.h"
+#include "system/utf8.h"
 
 #include <cmath>
 #include <cstdint>

@@ -4,8 +4,8 @@
 // as a temporary WebP file. Blocks its thread until the encoder ends, without a time limit.
 #pragma once
 
-#include "platform/image.h"
-#include "platform/image_properties.h"
+#include "metadata/metadata.h"
+#include "pixels/image.h"
 #include "records/optimizer_settings.h"
 
 #include <filesystem>

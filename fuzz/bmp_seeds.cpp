@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Writes the first inputs of the BMP fuzzer, one file of each kind, into the folder that is named.
-#include "tests/platform/bmp_builder.h"
+#include "tests/platform/formats/bmp/bmp_builder.h"
 
 #include <filesystem>
 #include <fstream>

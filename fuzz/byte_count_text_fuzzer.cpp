@@ -3,7 +3,7 @@
 // Every count has a short text that begins with at most three digits, and its negative has the same after a
 // minus.
 #include "fuzz/fuzzing.h"
-#include "platform/byte_count_text.h"
+#include "system/byte_count_text.h"
 
 #include <cstring>
 

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Any file is opened and decoded as a whole or fails, by whatever decoder its first bytes choose.
+#include "formats/image_source.h"
 #include "fuzz/fuzzing.h"
-#include "platform/drawing.h"
-#include "platform/file_descriptor.h"
-#include "platform/image_source.h"
+#include "pixels/drawing.h"
+#include "system/file_descriptor.h"
 
 #include <string>
 #include <sys/mman.h>

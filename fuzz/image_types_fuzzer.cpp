@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes are of one known readable type or of none.
+#include "formats/format.h"
 #include "fuzz/fuzzing.h"
-#include "platform/image_types.h"
 
 #include <algorithm>
 

@@ -3,12 +3,12 @@
 // Whatever metadata a file carries, its picture is written whole in every format that keeps metadata. The
 // first letter of an input says what the rest is: an EXIF block (e), an XMP packet (x), IPTC records in their
 // image resource (i), or a whole file of any kind (f).
+#include "bmp/bmp_codec.h"
+#include "formats/image_source.h"
 #include "fuzz/fuzzing.h"
-#include "platform/bmp_codec.h"
-#include "platform/drawing.h"
-#include "platform/file_descriptor.h"
-#include "platform/image_encoders.h"
-#include "platform/image_source.h"
+#include "image_encoders.h"
+#include "pixels/drawing.h"
+#include "system/file_descriptor.h"
 
 #include <algorithm>
 #include <array>

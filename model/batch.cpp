@@ -3,7 +3,7 @@
 #include "model/batch.h"
 
 #include "model/main_thread_queue.h"
-#include "platform/freed_memory.h"
+#include "system/freed_memory.h"
 
 #include <exception>
 #include <new>

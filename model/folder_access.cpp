@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/folder_access.h"
 
-#include "platform/file_urls.h"
+#include "system/paths.h"
 
 #include <unordered_set>
 #include <utility>

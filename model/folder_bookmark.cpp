@@ -3,7 +3,7 @@
 #include "model/folder_bookmark.h"
 
 #include "engine/file_input_resolver.h"
-#include "platform/file_urls.h"
+#include "system/paths.h"
 
 namespace lumora {
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/main_thread_queue.h"
 
-#include "platform/file_descriptor.h"
+#include "system/file_descriptor.h"
 
 #include <QSocketNotifier>
 

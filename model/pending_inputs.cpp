@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/pending_inputs.h"
 
-#include "platform/file_urls.h"
+#include "system/paths.h"
 
 #include <utility>
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/result_text.h"
 
-#include "platform/byte_count_text.h"
+#include "system/byte_count_text.h"
 
 #include <cmath>
 #include <limits>

@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/stats_store.h"
 
-#include "platform/file_services.h"
+#include "system/atomic_file.h"
+#include "system/file_services.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

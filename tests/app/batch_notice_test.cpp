@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/batch_notice.h"
+#include "app/desktop/batch_notice.h"
 
 #include "fake_model.h"
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/branded_window.h"
+#include "app/window/branded_window.h"
 
 #include <QGuiApplication>
 #include <QMenu>

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/desktop_files.h"
-#include "app/desktop_notifications.h"
-#include "app/desktop_settings.h"
-#include "app/launcher_progress.h"
+#include "app/desktop/desktop_files.h"
+#include "app/desktop/desktop_notifications.h"
+#include "app/desktop/desktop_settings.h"
+#include "app/desktop/launcher_progress.h"
 #include "fake_desktop.h"
 #include "fake_model.h"
 #include "private_bus.h"

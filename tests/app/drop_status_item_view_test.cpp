@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/drop_status_item_view.h"
+#include "app/tray/drop_status_item_view.h"
 
+#include "system/file_uris.h"
 #include "tests/support/files.h"
 #include "tests/support/temporary_directory.h"
-#include "ui/file_uris.h"
 #include "wait_for.h"
 
 #include <QApplication>
@@ -27,7 +27,7 @@ protected:
     {
         QByteArray list;
         for (const auto& file : files)
-            list += fileUri(file) + "\r\n";
+            list += QByteArray::fromStdString(fileUri(file) + "\r\n");
         m_data.setData(QStringLiteral("text/uri-list"), list);
     }
     bool enter()

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/launch_request.h"
+#include "app/instance/launch_request.h"
 
 #include <gtest/gtest.h>
 

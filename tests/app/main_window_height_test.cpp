@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/main_window_height.h"
+#include "app/window/main_window_height.h"
 
 #include "fake_model.h"
 

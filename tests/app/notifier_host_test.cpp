@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/notifier_host.h"
+#include "app/tray/notifier_host.h"
 
 #include "private_bus.h"
 #include "wait_for.h"

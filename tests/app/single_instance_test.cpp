@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/single_instance.h"
+#include "app/instance/single_instance.h"
 
-#include "app/application_id.h"
+#include "app/instance/application_id.h"
 #include "private_bus.h"
 #include "wait_for.h"
 

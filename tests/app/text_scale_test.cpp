@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/text_scale.h"
+#include "app/desktop/text_scale.h"
 
-#include "app/desktop_settings.h"
+#include "app/desktop/desktop_settings.h"
 #include "fake_desktop.h"
 #include "private_bus.h"
-#include "ui/fonts.h"
+#include "ui/theme/fonts.h"
 #include "wait_for.h"
 
 #include <QApplication>

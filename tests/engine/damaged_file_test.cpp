@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Files of every readable format, cut off or with single bits turned: each is unreadable or gives a whole
 // picture, nothing between.
+#include "bmp/bmp_codec.h"
 #include "engine/image_optimizer.h"
-#include "platform/bmp_codec.h"
 #include "records/errors.h"
 #include "tests/support/fake_encoder.h"
 #include "tests/support/sample_images.h"

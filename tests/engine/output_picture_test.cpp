@@ -49,9 +49,9 @@ TEST_F(OutputPicture, TurnsEveryOrientationUprightInEveryFormat)
 TEST_F(OutputPicture, KeepsDepthAndModelOfAPictureThatIsNotRedrawn)
 {
     const test::SettingsDraft untouched{.resizeMode = ResizeMode::none,
-                                  .outputFormat = OutputFormat::original,
-                                  .optimizeColorForSharing = false,
-                                  .removeColorManagement = false};
+                                        .outputFormat = OutputFormat::original,
+                                        .optimizeColorForSharing = false,
+                                        .removeColorManagement = false};
     const auto deep = optimize(photo("deep.png", {.sixteenBits = true}), untouched);
     EXPECT_EQ(test::inspect(*deep.outputURL).bits, 16);
     test::save(m_in / "gray.png", test::uniformPicture(9, 9, {77}));

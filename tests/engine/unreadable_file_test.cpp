@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Files that give no picture, and that nothing is touched by then.
-#include "platform/image_source.h"
+#include "formats/image_source.h"
 #include "tests/engine/optimizer_test.h"
 
 #include <gmock/gmock.h>

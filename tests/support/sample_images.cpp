@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/support/sample_images.h"
 
-#include "platform/vips_library.h"
+#include "pixels/vips_library.h"
 
 #include <lcms2.h>
 #include <vips/vips.h>

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What a screen reader says of the two windows and where the Tab key leads in them.
 #include "tests/ui/drop_window_objects.h"
-#include "ui/drop_zone.h"
-#include "ui/preferences_view.h"
+#include "ui/dropzone/drop_zone.h"
+#include "ui/settings/preferences_view.h"
 
 #include <QAbstractButton>
 #include <QAccessible>

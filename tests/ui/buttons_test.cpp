@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/support/temporary_directory.h"
-#include "ui/button_styles.h"
-#include "ui/link_button.h"
-#include "ui/links.h"
-#include "ui/styled_button.h"
-#include "ui/tidewell_logo_mark.h"
-#include "ui/tidewell_theme.h"
+#include "ui/controls/link_button.h"
+#include "ui/controls/links.h"
+#include "ui/controls/styled_button.h"
+#include "ui/theme/button_styles.h"
+#include "ui/theme/tidewell_logo_mark.h"
+#include "ui/theme/tidewell_theme.h"
 
 #include <QDesktopServices>
 #include <QPainter>

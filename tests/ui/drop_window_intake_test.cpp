@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The roads that files take into the drop window.
+#include "system/file_uris.h"
 #include "tests/ui/open_drop_window.h"
-#include "ui/file_uris.h"
 
 #include <QClipboard>
 #include <QDragEnterEvent>
@@ -28,7 +28,7 @@ protected:
         auto data = std::make_unique<QMimeData>();
         QByteArray list;
         for (const path& file : paths)
-            list += fileUri(file) + "\r\n";
+            list += QByteArray::fromStdString(fileUri(file) + "\r\n");
         data->setData(QStringLiteral("text/uri-list"), list);
         return data;
     }
@@ -161,7 +161,8 @@ TEST_F(DropWindowIntake, TakesFilesCopiedInTheFormOfSomeFileManagers)
 {
     const path file = makeFile("a.png");
     auto* data = new QMimeData;
-    data->setData(QStringLiteral("x-special/gnome-copied-files"), "copy\n" + fileUri(file));
+    data->setData(QStringLiteral("x-special/gnome-copied-files"),
+                  QByteArray::fromStdString("copy\n" + fileUri(file)));
     QGuiApplication::clipboard()->setMimeData(data);
     view->paste();
     EXPECT_THAT(nextBatch(), testing::ElementsAre(file));

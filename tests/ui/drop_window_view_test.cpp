@@ -1,19 +1,19 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/drop_window_view.h"
+#include "ui/dropzone/drop_window_view.h"
 
 #include "tests/ui/open_drop_window.h"
-#include "ui/cancel_button.h"
-#include "ui/drop_window_footer.h"
-#include "ui/drop_zone_picture.h"
-#include "ui/fonts.h"
-#include "ui/lifetime_stats_strip.h"
-#include "ui/link_button.h"
-#include "ui/results_list_view.h"
-#include "ui/settings_chip.h"
-#include "ui/settings_chip_group.h"
-#include "ui/styled_button.h"
-#include "ui/tidewell_logo_mark.h"
+#include "ui/controls/link_button.h"
+#include "ui/controls/styled_button.h"
+#include "ui/dropzone/cancel_button.h"
+#include "ui/dropzone/drop_window_footer.h"
+#include "ui/dropzone/drop_zone_picture.h"
+#include "ui/results/results_list_view.h"
+#include "ui/settings/settings_chip.h"
+#include "ui/settings/settings_chip_group.h"
+#include "ui/statistics/lifetime_stats_strip.h"
+#include "ui/theme/fonts.h"
+#include "ui/theme/tidewell_logo_mark.h"
 
 #include <QApplication>
 #include <QLabel>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/drop_zone_picture.h"
+#include "ui/dropzone/drop_zone_picture.h"
 
-#include "ui/tidewell_theme.h"
+#include "ui/theme/tidewell_theme.h"
 
 #include <QImage>
 #include <QPainter>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/files_and_folders_dialog.h"
+#include "ui/intake/files_and_folders_dialog.h"
 
 #include "tests/app/wait_for.h"
 #include "tests/support/temporary_directory.h"

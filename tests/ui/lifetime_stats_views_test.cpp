@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/ui/model_objects.h"
-#include "ui/lifetime_stats_grid.h"
-#include "ui/lifetime_stats_strip.h"
-#include "ui/styled_label.h"
+#include "ui/controls/styled_label.h"
+#include "ui/statistics/lifetime_stats_grid.h"
+#include "ui/statistics/lifetime_stats_strip.h"
 
 #include <QCoreApplication>
 #include <QLayout>

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "tests/ui/drop_window_objects.h"
-#include "ui/drop_zone.h"
+#include "ui/dropzone/drop_zone.h"
 
 #include <QCoreApplication>
 

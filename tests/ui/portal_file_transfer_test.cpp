@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/portal_file_transfer.h"
+#include "ui/intake/portal_file_transfer.h"
 
 #include "tests/app/private_bus.h"
 #include "tests/app/wait_for.h"

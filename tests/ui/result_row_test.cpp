@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the painted rows show.
-#include "ui/result_row.h"
+#include "ui/results/result_row.h"
 
 #include "tests/ui/drop_window_objects.h"
-#include "ui/fonts.h"
-#include "ui/results_list_model.h"
-#include "ui/tidewell_theme.h"
+#include "ui/results/results_list_model.h"
+#include "ui/theme/fonts.h"
+#include "ui/theme/tidewell_theme.h"
 
 #include <QPainter>
 #include <QStyleOptionViewItem>

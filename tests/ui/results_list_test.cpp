@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/results_list.h"
+#include "ui/results/results_list.h"
 
 #include "tests/ui/results_window.h"
-#include "ui/fonts.h"
-#include "ui/results_list_model.h"
+#include "ui/results/results_list_model.h"
+#include "ui/theme/fonts.h"
 
 #include <QAbstractItemModelTester>
 #include <QApplication>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What can be done with a row.
-#include "ui/results_list_view.h"
+#include "ui/results/results_list_view.h"
 
 #include "tests/ui/results_window.h"
 

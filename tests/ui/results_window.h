@@ -4,9 +4,9 @@
 #pragma once
 
 #include "tests/ui/drop_window_objects.h"
-#include "ui/results_list.h"
-#include "ui/results_list_view.h"
-#include "ui/results_summary.h"
+#include "ui/results/results_list.h"
+#include "ui/results/results_list_view.h"
+#include "ui/results/results_summary.h"
 
 #include <QCoreApplication>
 #include <QMenu>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/scroll_bar.h"
+#include "ui/theme/scroll_bar.h"
 
 #include <QStyleOptionSlider>
 

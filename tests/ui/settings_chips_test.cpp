@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/ui/model_objects.h"
-#include "ui/settings_chip_group.h"
-#include "ui/settings_chips.h"
-#include "ui/tidewell_theme.h"
+#include "ui/settings/settings_chip_group.h"
+#include "ui/settings/settings_chips.h"
+#include "ui/theme/tidewell_theme.h"
 
 #include <QAccessible>
 #include <QHBoxLayout>

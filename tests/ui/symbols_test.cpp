@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/symbols.h"
-#include "ui/tidewell_theme.h"
+#include "ui/theme/symbols.h"
+#include "ui/theme/tidewell_theme.h"
 
 #include <QImage>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/fonts.h"
-#include "ui/tidewell_theme.h"
+#include "ui/theme/fonts.h"
+#include "ui/theme/tidewell_theme.h"
 
 #include <QApplication>
 

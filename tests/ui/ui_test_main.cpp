@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Runs the view tests without a display, with one font and one locale on every machine.
-#include "ui/fonts.h"
-#include "ui/lumora_style.h"
+#include "ui/theme/fonts.h"
+#include "ui/theme/lumora_style.h"
 
 #include <QApplication>
 #include <QLocale>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/support/temporary_directory.h"
 #include "tests/ui/gallery/gallery.h"
-#include "ui/files_and_folders_dialog.h"
+#include "ui/intake/files_and_folders_dialog.h"
 
 #include <QAbstractItemView>
 #include <QTest>

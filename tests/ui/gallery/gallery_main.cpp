@@ -3,8 +3,8 @@
 // lumora_gallery DIR: writes the pictures into the folder DIR.
 #include "tests/ui/gallery/gallery.h"
 
-#include "ui/fonts.h"
-#include "ui/lumora_style.h"
+#include "ui/theme/fonts.h"
+#include "ui/theme/lumora_style.h"
 
 #include <QApplication>
 #include <QDir>

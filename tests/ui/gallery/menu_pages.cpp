@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/ui/drop_window_objects.h"
 #include "tests/ui/gallery/gallery.h"
-#include "ui/preferences_view.h"
-#include "ui/results_list_view.h"
-#include "ui/settings_chips.h"
+#include "ui/results/results_list_view.h"
+#include "ui/settings/preferences_view.h"
+#include "ui/settings/settings_chips.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>

@@ -2,17 +2,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/ui/gallery/gallery.h"
 #include "tests/ui/model_objects.h"
-#include "ui/button_styles.h"
-#include "ui/fonts.h"
-#include "ui/lifetime_stats_strip.h"
-#include "ui/link_button.h"
-#include "ui/preferences_view.h"
-#include "ui/settings_chip.h"
-#include "ui/settings_chip_group.h"
-#include "ui/styled_button.h"
-#include "ui/surfaces.h"
-#include "ui/tidewell_logo_mark.h"
-#include "ui/tidewell_theme.h"
+#include "ui/controls/link_button.h"
+#include "ui/controls/styled_button.h"
+#include "ui/settings/preferences_view.h"
+#include "ui/settings/settings_chip.h"
+#include "ui/settings/settings_chip_group.h"
+#include "ui/statistics/lifetime_stats_strip.h"
+#include "ui/theme/button_styles.h"
+#include "ui/theme/fonts.h"
+#include "ui/theme/surfaces.h"
+#include "ui/theme/tidewell_logo_mark.h"
+#include "ui/theme/tidewell_theme.h"
 
 #include <QApplication>
 #include <QComboBox>

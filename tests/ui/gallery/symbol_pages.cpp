@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/ui/gallery/gallery.h"
-#include "ui/symbols.h"
-#include "ui/tidewell_theme.h"
+#include "ui/theme/symbols.h"
+#include "ui/theme/tidewell_theme.h"
 
 #include <QDir>
 #include <QPainter>

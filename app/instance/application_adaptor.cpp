@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/instance/application_adaptor.h"
+
+#include "app/instance/single_instance.h"
+#include "system/file_uris.h"
+
+#include <QDBusError>
+
+namespace lumora {
+namespace {
+
+QByteArray activationToken(const QVariantMap& platformData)
+{
+    const QString token = platformData.value(QStringLiteral("activation-token")).toString();
+    return (token.isEmpty() ? platformData.value(QStringLiteral("desktop-startup-id")).toString() : token)
+        .toUtf8();
+}
+
+} // namespace
+
+ApplicationAdaptor::ApplicationAdaptor(SingleInstance& instance)
+    : QDBusAbstractAdaptor(&instance), m_instance(instance)
+{
+}
+
+void ApplicationAdaptor::Activate(const QVariantMap& platform_data)
+{
+    if (!refuses()) Q_EMIT m_instance.activated(activationToken(platform_data));
+}
+
+void ApplicationAdaptor::Open(const QStringList& uris, const QVariantMap&)
+{
+    if (refuses()) return;
+    std::vector<std::filesystem::path> files;
+    for (const QString& uri : uris) {
+        if (auto path = pathFromFileUri(uri.toStdString())) files.push_back(std::move(*path));
+    }
+    Q_EMIT m_instance.opened(files);
+}
+
+void ApplicationAdaptor::ActivateAction(const QString& action_name, const QVariantList&,
+                                        const QVariantMap& platform_data)
+{
+    if (refuses()) return;
+    if (action_name == QLatin1String("preferences")) {
+        Q_EMIT m_instance.preferencesRequested(activationToken(platform_data));
+    } else {
+        m_instance.sendErrorReply(QDBusError::InvalidArgs,
+                                  QStringLiteral("There is no action of this name."));
+    }
+}
+
+bool ApplicationAdaptor::refuses()
+{
+    if (!m_instance.hasGivenUp()) return false;
+    m_instance.sendErrorReply(QDBusError::Failed, QStringLiteral("Lumora is ending."));
+    return true;
+}
+
+} // namespace lumora

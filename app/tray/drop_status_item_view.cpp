@@ -1,0 +1,145 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/tray/drop_status_item_view.h"
+
+#include "app/desktop/desktop_files.h"
+#include "app/desktop/x11.h"
+#include "app/termination.h"
+#include "engine/image_file_filter.h"
+#include "system/file_uris.h"
+#include "ui/controls/links.h"
+#include "ui/theme/tidewell_theme.h"
+
+#include <QDragEnterEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace lumora {
+namespace {
+
+constexpr QSize itemSize(30, 22);
+constexpr int symbolSide = 18;
+constexpr int highlightInset = 2;
+
+std::vector<std::filesystem::path> draggedImages(const QMimeData& data)
+{
+    auto items = pathsOfUriList(data.data(QStringLiteral("text/uri-list")).toStdString());
+    std::erase_if(items, [](const auto& item) { return !ImageFileFilter::canContainImages(item); });
+    return items;
+}
+
+} // namespace
+
+std::unique_ptr<QMenu> makeStatusMenu(const StatusItemActions& actions)
+{
+    auto menu = std::make_unique<QMenu>();
+    menu->addAction(QStringLiteral("Open Drop Window"), actions.openWindow);
+    menu->addAction(QStringLiteral("Preferences..."), actions.openPreferences);
+    menu->addAction(QStringLiteral("Tidewell Website"), [] { openLink(links::website()); });
+    menu->addSeparator();
+    QAction* quit = menu->addAction(QStringLiteral("Quit Lumora"), [] { Termination::shared().begin(); });
+    quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+    quit->setShortcutVisibleInContextMenu(true);
+    return menu;
+}
+
+Symbol statusSymbol()
+{
+    return {QStringLiteral("photo.on.rectangle.angled"), symbolSide * 0.8};
+}
+
+DropStatusItemView::DropStatusItemView(StatusItemActions actions)
+    : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint),
+      m_actions(std::move(actions)), m_symbolColor(TidewellTheme::cream())
+{
+    setAttribute(Qt::WA_TranslucentBackground);
+    setAcceptDrops(true);
+    setMinimumSize(itemSize);
+    setWindowTitle(QStringLiteral("Lumora"));
+    setAccessibleName(QStringLiteral("Lumora"));
+    setToolTip(QStringLiteral("Lumora"));
+}
+
+void DropStatusItemView::setSymbolColor(const QColor& color)
+{
+    m_symbolColor = color;
+    update();
+}
+
+QSize DropStatusItemView::sizeHint() const
+{
+    return itemSize;
+}
+
+void DropStatusItemView::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    if (m_isHighlighted) {
+        const QRect inner = rect().adjusted(highlightInset, highlightInset, -highlightInset, -highlightInset);
+        painter.fillRect(inner, QColor::fromRgbF(0.788F, 0.576F, 0.451F, 0.32F));
+    }
+    const QRectF symbol((width() - symbolSide) / 2.0, (height() - symbolSide) / 2.0, symbolSide, symbolSide);
+    statusSymbol().paint(painter, symbol, m_symbolColor);
+}
+
+void DropStatusItemView::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton || event->button() == Qt::RightButton) showMenu();
+}
+
+void DropStatusItemView::showMenu()
+{
+    QMenu* menu = makeStatusMenu(m_actions).release();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    // The menu must not outlive the actions that it calls.
+    connect(this, &QObject::destroyed, menu, &QObject::deleteLater);
+    menu->popup(positionOnScreen() + QPoint(0, height()));
+}
+
+QPoint DropStatusItemView::positionOnScreen() const
+{
+    // Inside a tray Qt does not know where its window lies.
+    if (xcb_connection_t* connection = x11::connection())
+        return x11::positionOnRoot(connection, static_cast<xcb_window_t>(winId())) / devicePixelRatioF();
+    return mapToGlobal(QPoint());
+}
+
+void DropStatusItemView::setHighlighted(bool highlighted)
+{
+    m_isHighlighted = highlighted;
+    update();
+}
+
+void DropStatusItemView::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (draggedImages(*event->mimeData()).empty()) return event->ignore();
+    setHighlighted(true);
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+}
+
+void DropStatusItemView::dragMoveEvent(QDragMoveEvent* event)
+{
+    event->setDropAction(m_isHighlighted ? Qt::CopyAction : Qt::IgnoreAction);
+    event->setAccepted(m_isHighlighted);
+}
+
+void DropStatusItemView::dragLeaveEvent(QDragLeaveEvent*)
+{
+    setHighlighted(false);
+}
+
+void DropStatusItemView::dropEvent(QDropEvent* event)
+{
+    setHighlighted(false);
+    const auto items = draggedImages(*event->mimeData());
+    if (items.empty()) return event->ignore();
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    m_actions.process(items);
+}
+
+} // namespace lumora

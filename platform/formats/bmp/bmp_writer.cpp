@@ -1,0 +1,97 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "bmp/bmp_codec.h"
+#include "bmp/little_endian.h"
+
+#include <algorithm>
+
+namespace lumora {
+namespace {
+
+using Bytes = std::vector<std::byte>;
+
+constexpr std::uint32_t fileHeaderSize = 14;
+constexpr std::uint32_t version3Size = 40;
+constexpr std::uint32_t version4Size = 108;      // the first header with a place for the alpha mask
+constexpr std::uint32_t sRGBColors = 0x73524742; // "sRGB"
+constexpr std::uint32_t greyPaletteColors = 256;
+
+struct Plan
+{
+    std::uint32_t width;
+    std::uint32_t height;
+    std::uint32_t channels;
+
+    std::uint32_t rowSize() const { return width * channels; }
+    std::uint32_t padding() const { return (4 - rowSize() % 4) % 4; }
+    std::uint32_t pixelSize() const { return (rowSize() + padding()) * height; }
+    std::uint32_t infoSize() const { return channels == 4 ? version4Size : version3Size; }
+    std::uint32_t paletteColors() const { return channels == 1 ? greyPaletteColors : 0; }
+    std::uint32_t pixelPosition() const { return fileHeaderSize + infoSize() + 4 * paletteColors(); }
+};
+
+void appendHeaders(Bytes& file, const Plan& plan)
+{
+    file.push_back(std::byte{'B'});
+    file.push_back(std::byte{'M'});
+    appendLittleEndian(file, plan.pixelPosition() + plan.pixelSize());
+    appendLittleEndian(file, std::uint32_t{0}); // reserved
+    appendLittleEndian(file, plan.pixelPosition());
+
+    appendLittleEndian(file, plan.infoSize());
+    appendLittleEndian(file, plan.width);
+    appendLittleEndian(file, plan.height);      // positive: rows from the bottom up, which every reader knows
+    appendLittleEndian(file, std::uint16_t{1}); // planes
+    appendLittleEndian(file, static_cast<std::uint16_t>(8 * plan.channels));
+    appendLittleEndian(file, std::uint32_t{plan.channels == 4 ? 3U : 0U}); // masks, or plain
+    appendLittleEndian(file, plan.pixelSize());
+    for (int axis = 0; axis < 2; ++axis)
+        appendLittleEndian(file, std::uint32_t{2835}); // 72 dots an inch, a metre
+    appendLittleEndian(file, plan.paletteColors());
+    appendLittleEndian(file, std::uint32_t{0}); // all colours are important
+}
+
+void appendMasks(Bytes& file)
+{
+    for (const std::uint32_t mask : {0x00FF0000U, 0x0000FF00U, 0x000000FFU, 0xFF000000U}) {
+        appendLittleEndian(file, mask);
+    }
+    appendLittleEndian(file, sRGBColors);
+    file.resize(fileHeaderSize + version4Size); // end points and gamma do not count for sRGB
+}
+
+void appendGreyPalette(Bytes& file)
+{
+    for (std::uint32_t grey = 0; grey < greyPaletteColors; ++grey)
+        appendLittleEndian(file, grey * 0x010101U);
+}
+
+// Stored as blue, green, red.
+void appendRow(Bytes& file, std::span<const std::byte> row, const Plan& plan)
+{
+    const std::size_t start = file.size();
+    file.insert(file.end(), row.begin(), row.end());
+    for (std::size_t at = start; plan.channels >= 3 && at < file.size(); at += plan.channels) {
+        std::swap(file[at], file[at + 2]);
+    }
+    file.resize(file.size() + plan.padding());
+}
+
+} // namespace
+
+std::vector<std::byte> encodeBmp(int width, int height, int channels, std::span<const std::byte> rows)
+{
+    const Plan plan{static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height),
+                    static_cast<std::uint32_t>(channels)};
+    Bytes file;
+    file.reserve(std::size_t{plan.pixelPosition()} + plan.pixelSize());
+    appendHeaders(file, plan);
+    if (channels == 4) appendMasks(file);
+    if (channels == 1) appendGreyPalette(file);
+    for (std::size_t y = plan.height; y-- > 0;) {
+        appendRow(file, rows.subspan(y * plan.rowSize(), plan.rowSize()), plan);
+    }
+    return file;
+}
+
+} // namespace lumora

@@ -1,0 +1,97 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A picture of few colours is written with exactly those; the image library would reserve one of the 256 for
+// transparency and mix two others. A picture of more goes through the image library, which chooses the
+// palette and dithers.
+#include "encoded_bytes.h"
+#include "gif/gif_comments.h"
+#include "indexed_pixels.h"
+
+#include <cgif.h>
+
+#include <algorithm>
+#include <optional>
+
+namespace lumora {
+namespace {
+
+constexpr int longestEdge = 65535;
+
+std::optional<IndexedPixels> exactColors(VipsImage* image)
+{
+    if (vips_image_get_width(image) > longestEdge || vips_image_get_height(image) > longestEdge)
+        return std::nullopt;
+    const auto components = componentsOf(image);
+    if (!components) return std::nullopt;
+    auto colors = indexed(components->bytes(), vips_image_get_bands(image));
+    // Pixels are shown or not, nothing between, and one colour stands for those that are not.
+    const auto isMixed = [](const PaletteColor& c) { return c.alpha != 0 && c.alpha != 255; };
+    const auto isHidden = [](const PaletteColor& c) { return c.alpha == 0; };
+    if (!colors || std::ranges::any_of(colors->palette, isMixed) ||
+        std::ranges::count_if(colors->palette, isHidden) > 1)
+        return std::nullopt;
+    return colors;
+}
+
+int appendTo(void* bytes, const std::uint8_t* data, std::size_t size)
+{
+    const auto more = std::as_bytes(std::span(data, size));
+    static_cast<Bytes*>(bytes)->insert(static_cast<Bytes*>(bytes)->end(), more.begin(), more.end());
+    return 0;
+}
+
+Result<Bytes> encodeIndexed(VipsImage* image, IndexedPixels& colors)
+{
+    std::vector<std::uint8_t> palette;
+    for (const PaletteColor& c : colors.palette)
+        palette.insert(palette.end(), {c.red, c.green, c.blue});
+    Bytes bytes;
+    CGIF_Config config{};
+    config.pGlobalPalette = palette.data();
+    config.numGlobalPaletteEntries = static_cast<std::uint16_t>(colors.palette.size());
+    config.width = static_cast<std::uint16_t>(vips_image_get_width(image));
+    config.height = static_cast<std::uint16_t>(vips_image_get_height(image));
+    config.pWriteFn = appendTo;
+    config.pContext = &bytes;
+    CGIF_FrameConfig frame{};
+    if (colors.palette.front().alpha == 0) { // the palette begins with what is not opaque
+        // The library gives only the frames of an animation the block that names the transparent index.
+        config.attrFlags = CGIF_ATTR_IS_ANIMATED | CGIF_ATTR_NO_LOOP;
+        frame.attrFlags = CGIF_FRAME_ATTR_HAS_ALPHA;
+        frame.transIndex = 0;
+    }
+    frame.pImageData = colors.indices.data();
+
+    CGIF* const gif = cgif_newgif(&config);
+    if (!gif) return Error{"not enough memory"};
+    const bool isAdded = cgif_addframe(gif, &frame) == CGIF_OK;
+    if (cgif_close(gif) != CGIF_OK || !isAdded) return Error{"the picture cannot be stored as GIF"};
+    return bytes;
+}
+
+Result<Bytes> encodeDithered(VipsImage* image)
+{
+    constexpr double fullDither = 1.0;
+    constexpr int thoroughPalette = 7;
+    constexpr int playedOnce = 1; // anything else adds a block that only an animation has
+    vips_image_set_int(image, "loop", playedOnce);
+    void* buffer = nullptr;
+    std::size_t size = 0;
+    if (vips_gifsave_buffer(image, &buffer, &size, "dither", fullDither, "effort", thoroughPalette,
+                            nullptr) != 0) {
+        return takeVipsError();
+    }
+    return takeBytes(buffer, size);
+}
+
+} // namespace
+
+Result<Bytes> encodeGif(const EncodeRequest& request)
+{
+    auto colors = exactColors(request.image);
+    auto bytes = colors ? encodeIndexed(request.image, *colors) : encodeDithered(request.image);
+    if (!bytes) return bytes.error();
+    return withGifComments(std::move(*bytes), request.metadata.comments);
+}
+
+} // namespace lumora

@@ -1,0 +1,149 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "encoded_bytes.h"
+
+#include <libheif/heif.h>
+
+#include <cstring>
+#include <memory>
+#include <utility>
+
+namespace lumora {
+namespace {
+
+template <auto Release>
+struct Releaser
+{
+    template <class T>
+    void operator()(T* object) const
+    {
+        Release(object);
+    }
+};
+using Context = std::unique_ptr<heif_context, Releaser<heif_context_free>>;
+using Encoder = std::unique_ptr<heif_encoder, Releaser<heif_encoder_release>>;
+using Picture = std::unique_ptr<heif_image, Releaser<heif_image_release>>;
+using Handle = std::unique_ptr<heif_image_handle, Releaser<heif_image_handle_release>>;
+using Options = std::unique_ptr<heif_encoding_options, Releaser<heif_encoding_options_free>>;
+
+struct Failed
+{
+    std::string description;
+};
+
+void check(const heif_error& error)
+{
+    if (error.code != heif_error_Ok) throw Failed{error.message ? error.message : ""};
+}
+
+// The encoder takes interleaved RGB or RGBA; a gray picture is widened.
+Picture pictureOf(VipsImage* image)
+{
+    const int width = vips_image_get_width(image);
+    const int height = vips_image_get_height(image);
+    const int bands = vips_image_get_bands(image);
+    const bool hasAlpha = bands == 2 || bands == 4;
+    const int channels = hasAlpha ? 4 : 3;
+    heif_image* made = nullptr;
+    check(heif_image_create(width, height, heif_colorspace_RGB,
+                            hasAlpha ? heif_chroma_interleaved_RGBA : heif_chroma_interleaved_RGB, &made));
+    Picture picture(made);
+    check(heif_image_add_plane(made, heif_channel_interleaved, width, height, 8));
+    int stride = 0;
+    std::uint8_t* rows = heif_image_get_plane(made, heif_channel_interleaved, &stride);
+
+    const auto components = componentsOf(image);
+    if (!components) throw Failed{components.error().description};
+    const std::uint8_t* from = components->bytes().data();
+    for (int y = 0; y < height; ++y) {
+        std::uint8_t* to = rows + static_cast<std::ptrdiff_t>(y) * stride;
+        for (int x = 0; x < width; ++x, from += bands, to += channels) {
+            for (int c = 0; c < 3; ++c)
+                to[c] = from[bands <= 2 ? 0 : c];
+            if (hasAlpha) to[3] = from[bands - 1];
+        }
+    }
+    return picture;
+}
+
+void attachProfile(heif_image* picture, std::string_view profile)
+{
+    if (profile.empty()) return;
+    check(heif_image_set_raw_color_profile(picture, "prof", profile.data(), profile.size()));
+}
+
+// The default search takes three times as long as this one for files of the same size and likeness; most of
+// it looks for motion, which a still picture has not. An encoder that does not know a parameter does without
+// it.
+void preferStillPictures(heif_encoder* encoder)
+{
+    using Parameter = std::pair<const char*, const char*>;
+    for (const auto& [name, value] : {Parameter{"preset", "ultrafast"}, Parameter{"x265:rdoq-level", "2"},
+                                      Parameter{"x265:psy-rd", "0"}, Parameter{"x265:psy-rdoq", "0"}}) {
+        static_cast<void>(heif_encoder_set_parameter_string(encoder, name, value));
+    }
+}
+
+Encoder encoderFor(heif_context* context, int quality)
+{
+    heif_encoder* made = nullptr;
+    check(heif_context_get_encoder_for_format(context, heif_compression_HEVC, &made));
+    Encoder encoder(made);
+    preferStillPictures(made);
+    check(heif_encoder_set_lossy_quality(made, quality));
+    check(heif_encoder_set_parameter_string(made, "chroma", quality < fullChromaQuality ? "420" : "444"));
+    return encoder;
+}
+
+void addMetadata(heif_context* context, heif_image_handle* handle, const MetadataBlobs& metadata)
+{
+    if (!metadata.exif.empty()) {
+        check(heif_context_add_exif_metadata(context, handle, metadata.exif.data(),
+                                             static_cast<int>(metadata.exif.size())));
+    }
+    if (!metadata.xmp.empty()) {
+        check(heif_context_add_XMP_metadata(context, handle, metadata.xmp.data(),
+                                            static_cast<int>(metadata.xmp.size())));
+    }
+}
+
+heif_error appendToBytes(heif_context*, const void* data, size_t size, void* bytes)
+{
+    append(*static_cast<Bytes*>(bytes), {static_cast<const char*>(data), size});
+    return {heif_error_Ok, heif_suberror_Unspecified, ""};
+}
+
+Bytes encode(const EncodeRequest& request)
+{
+    const Context context(heif_context_alloc());
+    const Picture picture = pictureOf(request.image);
+    attachProfile(picture.get(), blobOf(request.image, VIPS_META_ICC_NAME));
+    const Encoder encoder = encoderFor(context.get(), request.quality);
+    const Options options(heif_encoding_options_alloc());
+    options->save_alpha_channel = 1;
+    heif_image_handle* made = nullptr;
+    check(heif_context_encode_image(context.get(), picture.get(), encoder.get(), options.get(), &made));
+    const Handle handle(made);
+    addMetadata(context.get(), made, request.metadata);
+
+    Bytes bytes;
+    heif_writer writer{1, appendToBytes};
+    check(heif_context_write(context.get(), &writer, &bytes));
+    return bytes;
+}
+
+} // namespace
+
+bool canEncodeHeic()
+{
+    return heif_have_encoder_for_format(heif_compression_HEVC) != 0;
+}
+
+Result<Bytes> encodeHeic(const EncodeRequest& request)
+try {
+    return encode(request);
+} catch (const Failed& failure) {
+    return Error{failure.description};
+}
+
+} // namespace lumora

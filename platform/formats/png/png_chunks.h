@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The pieces that a PNG file is made of. For the codec layer only; any thread.
+#pragma once
+
+#include "encoders.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace lumora {
+
+// A zlib stream. Throws std::bad_alloc.
+std::string deflated(std::string_view data);
+// Four bytes, the most significant first.
+std::string bigEndian(std::size_t value);
+// `type` is the four letters of the chunk.
+void appendChunk(Bytes& png, std::string_view type, std::string_view data);
+
+} // namespace lumora

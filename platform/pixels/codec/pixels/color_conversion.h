@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Colours of rows to sRGB. Relative colorimetric with black point compensation: it keeps every colour that
+// sRGB has and maps the darkest ink to black. For the codec layer only. A conversion may be used by one
+// thread at a time.
+#pragma once
+
+#include "pixels/row_reader.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+
+namespace lumora {
+
+using ProfileBytes = std::span<const std::uint8_t>;
+
+// An sRGB profile made small: it travels in every output that is tagged as sRGB.
+ProfileBytes srgbProfile();
+
+// Whether the bytes are a profile that describes components of this model.
+bool describes(ProfileBytes profile, ColorModel model);
+
+class ColorConversion
+{
+public:
+    // From the profile when it describes the model; otherwise gray and rgb count as sRGB already and cmyk as
+    // the generic printing space.
+    static ColorConversion toSrgb(RowFormat format, ProfileBytes profile);
+    // The components of rgb and gray as they are.
+    static ColorConversion none(RowFormat format);
+
+    // True when components pass unchanged (a gray one becomes three equal ones).
+    bool isIdentity() const { return !m_transform; }
+
+    // Converts pixels of the format's bands, straight alpha, into four bands, straight alpha (255 when there
+    // is none).
+    void run(const std::uint8_t* from, std::uint8_t* rgba, std::size_t pixels) const;
+
+private:
+    struct TransformDelete
+    {
+        void operator()(void* transform) const;
+    };
+    using Transform = std::unique_ptr<void, TransformDelete>;
+
+    ColorConversion(RowFormat format, Transform transform);
+    void widen(const std::uint8_t* from, std::uint8_t* rgba, std::size_t pixels) const;
+
+    RowFormat m_format;
+    Transform m_transform;
+};
+
+} // namespace lumora

@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The rows of a picture as interleaved 8-bit components, decoded strip by strip as they are asked for. For
+// the codec layer only. One thread.
+#pragma once
+
+#include "pixels/image.h"
+#include "pixels/vips_library.h"
+#include "system/result.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+struct _VipsRegion;
+
+namespace lumora {
+
+// What the components of a row mean.
+enum class ColorModel { gray, rgb, cmyk };
+
+struct RowFormat
+{
+    ColorModel model;
+    bool hasAlpha; // never with cmyk
+    int bands() const
+    {
+        return (model == ColorModel::gray ? 1 : model == ColorModel::rgb ? 3 : 4) + (hasAlpha ? 1 : 0);
+    }
+};
+
+// Rows one after another in somebody else's memory, `stride` bytes from one to the next.
+struct RowSpan
+{
+    const std::uint8_t* first;
+    std::ptrdiff_t stride;
+};
+
+class RowReader
+{
+public:
+    // Pictures of other models (Lab, floating point, more bands) are brought to sRGB on the way; deeper
+    // components are reduced to 8 bits.
+    static Result<RowReader> open(const Image& image);
+
+    int width() const;  // as stored
+    int height() const; // as stored
+    RowFormat format() const { return m_format; }
+    // Whether the components are still those that the embedded profile describes.
+    bool keepsProfileSpace() const { return m_keepsProfileSpace; }
+
+    // `count` rows from row `first` on, which stay valid until the next request. Rows must be asked for from
+    // the top down.
+    Result<RowSpan> rows(int first, int count);
+    // The same, copied into `rows`, tightly packed.
+    Status read(int first, int count, std::uint8_t* rows);
+
+private:
+    RowReader(VipsImagePtr image, RowFormat format, bool keepsProfileSpace);
+
+    VipsImagePtr m_image;
+    std::unique_ptr<_VipsRegion, VipsUnref> m_region;
+    RowFormat m_format;
+    bool m_keepsProfileSpace;
+};
+
+} // namespace lumora

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Turning a picture into pixels in memory: as it is, or redrawn into a new 8-bit RGBA bitmap with
+// premultiplied alpha.
+#pragma once
+
+#include "pixels/image.h"
+#include "system/result.h"
+
+#include <cstdint>
+
+namespace lumora {
+
+enum class ColorSpace {
+    sRGB,      // converted to sRGB, sRGB profile attached
+    deviceRGB, // sRGB colours without a profile
+    own,       // the picture's own RGB space with its profile; pictures that are not RGB count as deviceRGB
+};
+
+struct DrawRequest
+{
+    std::int64_t width; // of the upright result, at least 1
+    std::int64_t height;
+    ColorSpace colorSpace;
+};
+
+// Draws the whole picture, upright, into a bitmap of the requested size: Lanczos-3 reduction in the picture's
+// own encoding of its components, then the colour conversion at the small size. The result is opaque-tested
+// by no one: it always has four bands. Fails when the codec reports the data as truncated or damaged. Decodes
+// a pending picture, which can be done once.
+Result<Image> draw(const Image& image, const DrawRequest& request);
+
+// The upright picture in memory with its own depth, colour model and profile. Returns an image in memory as
+// it is.
+Result<Image> decode(const Image& image);
+
+} // namespace lumora

@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A picture: either decoded pixels in memory or the promise of an opened file, whose rows are decoded once,
+// in order, when they are first needed. The promise lets decoding, scaling and colour conversion run as one
+// pass over strips, so that memory follows the size of the result and not of the file. A value that shares
+// its pixels.
+#pragma once
+
+#include "system/result.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+struct _VipsImage;
+
+namespace lumora {
+
+// The EXIF numbering: 1 upright, 2 to 4 mirrored or turned by 180 degrees, 5 to 8 with the axes swapped.
+using Orientation = int;
+
+// Opens the picture again at 1/divisor of its size. The result is a new reference.
+using ReducedDecoding = std::function<Result<_VipsImage*>(int divisor)>;
+
+class Image
+{
+public:
+    // Takes over one reference to `pixels`. `alphaIsPremultiplied` says how colours stand to the last band's
+    // alpha.
+    Image(_VipsImage* pixels, Orientation pendingOrientation, bool inMemory, bool alphaIsPremultiplied);
+
+    // Pixels of the upright picture.
+    std::int64_t width() const;
+    std::int64_t height() const;
+
+    // The turn that the stored pixels still need; 1 for every image in memory.
+    Orientation pendingOrientation() const { return m_orientation; }
+    bool isInMemory() const { return m_inMemory; }
+    bool alphaIsPremultiplied() const { return m_alphaIsPremultiplied; }
+
+    // Lets a picture that is not decoded yet be decoded at a half, a quarter or an eighth of its size: faster
+    // by far, and where a much smaller picture is wanted no worse.
+    Image withReducedDecoding(ReducedDecoding decoding) const;
+    // The picture at 1/divisor of its size, rounded up; the picture itself when it cannot. `divisor` is 2, 4
+    // or 8.
+    Result<Image> reduced(int divisor) const;
+
+    // The same picture with another pending turn.
+    Image withPendingOrientation(Orientation orientation) const;
+    // The same picture without an embedded colour profile; its colours count as sRGB from then on.
+    Image withoutProfile() const;
+
+    // For the codec layer: bands, format, interpretation and the attached profile are those of the picture.
+    _VipsImage* pixels() const { return m_pixels.get(); }
+
+    friend bool operator==(const Image&, const Image&) = default;
+
+private:
+    std::shared_ptr<_VipsImage> m_pixels;
+    std::shared_ptr<const ReducedDecoding> m_reducedDecoding;
+    Orientation m_orientation;
+    bool m_inMemory;
+    bool m_alphaIsPremultiplied;
+};
+
+} // namespace lumora

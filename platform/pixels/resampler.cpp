@@ -1,0 +1,135 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "resampler.h"
+
+#include "planes.h"
+#include "zimg_graph.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace lumora {
+namespace {
+
+constexpr double kernelRadius = 3.0;
+// Source rows narrowed at once.
+constexpr int stripHeight = 64;
+// Output rows a band: enough that computing the band's kernel costs nothing beside running it.
+constexpr int bandHeight = 64;
+
+// The source rows that a band of output rows reaches, and the place of the band among them.
+struct BandWindow
+{
+    int firstRow;
+    int rowCount;
+    double top; // of the band, measured from firstRow
+    double height;
+};
+
+BandWindow windowOf(int firstOutput, int outputCount, const SourceShape& from, int outputHeight)
+{
+    const double scale = from.height / outputHeight;
+    const double margin = kernelRadius * std::max(scale, 1.0) + 2.0;
+    const double top = firstOutput * scale;
+    const double bottom = (firstOutput + outputCount) * scale;
+    const int first = std::max(0, static_cast<int>(std::floor(top - margin)));
+    const int last = std::min(from.rows.height, static_cast<int>(std::ceil(bottom + margin)));
+    return {first, last - first, top - first, bottom - top};
+}
+
+int tallestWindow(const SourceShape& from, int outputHeight)
+{
+    const double scale = from.height / outputHeight;
+    const double rows = bandHeight * scale + 2 * (kernelRadius * std::max(scale, 1.0) + 3.0);
+    return std::min(from.rows.height, static_cast<int>(std::ceil(rows)));
+}
+
+// The source's rows at the output's width. Narrowing them first, strip by strip with one and the same kernel,
+// leaves little to hold and to compute for each band. 16 bits between the two steps keep the second one
+// exact.
+class NarrowedRows
+{
+public:
+    static Result<NarrowedRows> create(const RowProvider& source, const SourceShape& from, PixelSize to,
+                                       int bands)
+    {
+        auto graph = ZimgGraph::build({from.rows.width, stripHeight, 1}, {from.width, 0.0, stripHeight},
+                                      {to.width, stripHeight, 2}, bands);
+        if (!graph) return graph.error();
+        return NarrowedRows(source, from, to, bands, std::move(*graph));
+    }
+
+    // Brings [first, first + count) in; what lies above is given up.
+    Status load(int first, int count)
+    {
+        if (const int above = first - m_first; above > 0) {
+            m_rows.moveToTop(above, m_next - first);
+            m_first = first;
+        }
+        while (m_next < first + count) {
+            const int strip = std::min(stripHeight, m_height - m_next);
+            const auto rows = m_source(m_next, strip);
+            if (!rows) return rows.error();
+            m_strip.deinterleave(rows->first, rows->stride, strip);
+            if (auto status = m_graph.run(m_strip, 0, m_rows, m_next - m_first); !status) return status;
+            m_next += strip;
+        }
+        return Done{};
+    }
+
+    // Damage below the last row that the kernel reaches still makes the file unreadable.
+    Status readRemainder()
+    {
+        for (; m_next < m_height; ++m_next) {
+            if (const auto row = m_source(m_next, 1); !row) return row.error();
+        }
+        return Done{};
+    }
+
+    // Begins with the row that was loaded first.
+    const Planes& planes() const { return m_rows; }
+
+private:
+    NarrowedRows(const RowProvider& source, const SourceShape& from, PixelSize to, int bands, ZimgGraph graph)
+        : m_source(source), m_height(from.rows.height), m_graph(std::move(graph)),
+          m_strip(from.rows.width, stripHeight, bands, 1),
+          m_rows(to.width, tallestWindow(from, to.height) + stripHeight, bands, 2)
+    {
+    }
+
+    const RowProvider& m_source;
+    int m_height;
+    ZimgGraph m_graph;
+    Planes m_strip;
+    Planes m_rows;
+    int m_first = 0; // the source row at the top of m_rows
+    int m_next = 0;  // the source row to be read next
+};
+
+} // namespace
+
+Status resample(const RowProvider& source, const SourceShape& from, PixelSize to, int bands,
+                const RowConsumer& sink)
+{
+    auto rows = NarrowedRows::create(source, from, to, bands);
+    if (!rows) return rows.error();
+    Planes target(to.width, bandHeight, bands, 1);
+    std::vector<std::uint8_t> packed(static_cast<std::size_t>(to.width) * bandHeight *
+                                     static_cast<std::size_t>(bands));
+    for (int top = 0; top < to.height; top += bandHeight) {
+        const int count = std::min(bandHeight, to.height - top);
+        const BandWindow window = windowOf(top, count, from, to.height);
+        if (auto status = rows->load(window.firstRow, window.rowCount); !status) return status;
+        const auto graph = ZimgGraph::build({to.width, window.rowCount, 2},
+                                            {static_cast<double>(to.width), window.top, window.height},
+                                            {to.width, count, 1}, bands);
+        if (!graph) return graph.error();
+        if (auto status = graph->run(rows->planes(), 0, target, 0); !status) return status;
+        target.interleave(count, packed.data());
+        sink(top, count, packed.data());
+    }
+    return rows->readRemainder();
+}
+
+} // namespace lumora

@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Operations on rows of 8-bit RGBA. For the codec layer only.
+#pragma once
+
+#include "pixels/image.h"
+#include "resampler.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+namespace lumora {
+
+// Colours times alpha, rounded, for the last of `bands` components; and back (a transparent pixel becomes
+// black).
+void premultiply(std::uint8_t* pixels, std::size_t count, int bands);
+void unpremultiply(std::uint8_t* pixels, std::size_t count, int bands);
+
+struct UnmapBytes
+{
+    std::size_t bytes = 0;
+
+    void operator()(std::uint8_t* memory) const;
+};
+
+// Room for one picture, zeroed. Pages of their own, which go back to the system at once: bitmaps of ever
+// other sizes on the heap would leave gaps there that grow with the number of files.
+using RgbaBytes = std::unique_ptr<std::uint8_t[], UnmapBytes>;
+RgbaBytes allocateRgba(PixelSize size);
+
+// RGBA pixels of the stored size turned upright.
+RgbaBytes turnedUpright(RgbaBytes rgba, PixelSize stored, Orientation orientation);
+
+} // namespace lumora

@@ -1,0 +1,137 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "pixels/row_reader.h"
+
+#include <vips/vips.h>
+
+#include <algorithm>
+#include <cstring>
+#include <optional>
+
+namespace lumora {
+namespace {
+
+// Rows fetched from the decoder at once; a multiple of every codec's block height.
+constexpr int stripHeight = 64;
+
+std::optional<ColorModel> modelOf(const VipsImage* image)
+{
+    switch (vips_image_guess_interpretation(image)) {
+    case VIPS_INTERPRETATION_B_W:
+    case VIPS_INTERPRETATION_GREY16:
+        return ColorModel::gray;
+    case VIPS_INTERPRETATION_sRGB:
+    case VIPS_INTERPRETATION_RGB:
+    case VIPS_INTERPRETATION_RGB16:
+        return ColorModel::rgb;
+    case VIPS_INTERPRETATION_CMYK:
+        return ColorModel::cmyk;
+    default:
+        return std::nullopt;
+    }
+}
+
+// Runs one library operation `operation(in, &out)` on an owned image.
+template <class Operation>
+Result<VipsImagePtr> applied(const VipsImagePtr& in, Operation operation)
+{
+    VipsImage* out = nullptr;
+    if (operation(in.get(), &out) != 0) return takeVipsError();
+    return VipsImagePtr(out);
+}
+
+VipsImagePtr newReference(VipsImage* image)
+{
+    g_object_ref(image);
+    return VipsImagePtr(image);
+}
+
+Result<VipsImagePtr> inKnownModel(VipsImagePtr image)
+{
+    const bool isInteger = vips_image_get_format(image.get()) == VIPS_FORMAT_UCHAR ||
+                           vips_image_get_format(image.get()) == VIPS_FORMAT_USHORT;
+    if (modelOf(image.get()) && isInteger) return image;
+    return applied(image, [](VipsImage* in, VipsImage** out) {
+        return vips_colourspace(in, out, VIPS_INTERPRETATION_sRGB, nullptr);
+    });
+}
+
+// Shifting is the exact inverse of the widening that made most 16-bit files.
+Result<VipsImagePtr> inEightBits(VipsImagePtr image)
+{
+    if (vips_image_get_format(image.get()) == VIPS_FORMAT_UCHAR) return image;
+    const bool isDeep = vips_image_get_format(image.get()) == VIPS_FORMAT_USHORT;
+    return applied(image, [isDeep](VipsImage* in, VipsImage** out) {
+        return vips_cast(in, out, VIPS_FORMAT_UCHAR, "shift", isDeep, nullptr);
+    });
+}
+
+Result<VipsImagePtr> withBands(VipsImagePtr image, int bands)
+{
+    if (vips_image_get_bands(image.get()) == bands) return image;
+    return applied(image, [bands](VipsImage* in, VipsImage** out) {
+        return vips_extract_band(in, out, 0, "n", bands, nullptr);
+    });
+}
+
+} // namespace
+
+RowReader::RowReader(VipsImagePtr image, RowFormat format, bool keepsProfileSpace)
+    : m_image(std::move(image)), m_region(vips_region_new(m_image.get())), m_format(format),
+      m_keepsProfileSpace(keepsProfileSpace)
+{
+}
+
+Result<RowReader> RowReader::open(const Image& image)
+{
+    ensureVipsReady();
+    auto known = inKnownModel(newReference(image.pixels()));
+    if (!known) return known.error();
+    const bool keepsProfileSpace = known->get() == image.pixels();
+
+    const ColorModel model = modelOf(known->get()).value_or(ColorModel::rgb);
+    RowFormat format{model, false};
+    // Extra bands beyond one alpha carry no picture; neither does the alpha of an ink separation.
+    const int bands = vips_image_get_bands(known->get());
+    if (bands < format.bands()) return Error{"unexpected number of components"};
+    format.hasAlpha = model != ColorModel::cmyk && bands > format.bands();
+
+    auto narrow = withBands(std::move(*known), format.bands());
+    if (!narrow) return narrow.error();
+    auto eightBit = inEightBits(std::move(*narrow));
+    if (!eightBit) return eightBit.error();
+    return RowReader(std::move(*eightBit), format, keepsProfileSpace);
+}
+
+int RowReader::width() const
+{
+    return vips_image_get_width(m_image.get());
+}
+
+int RowReader::height() const
+{
+    return vips_image_get_height(m_image.get());
+}
+
+Result<RowSpan> RowReader::rows(int first, int count)
+{
+    const VipsRect strip{0, first, width(), count};
+    if (vips_region_prepare(m_region.get(), &strip) != 0) return takeVipsError();
+    const std::ptrdiff_t stride = m_region->bpl;
+    return RowSpan{m_region->data + (first - m_region->valid.top) * stride, stride};
+}
+
+Status RowReader::read(int first, int count, std::uint8_t* rows)
+{
+    const auto rowBytes = static_cast<std::size_t>(width()) * static_cast<std::size_t>(m_format.bands());
+    for (int top = first; top < first + count; top += stripHeight) {
+        const int height = std::min(stripHeight, first + count - top);
+        const auto strip = this->rows(top, height);
+        if (!strip) return strip.error();
+        for (int y = 0; y < height; ++y, rows += rowBytes)
+            std::memcpy(rows, strip->first + y * strip->stride, rowBytes);
+    }
+    return Done{};
+}
+
+} // namespace lumora

@@ -1,0 +1,116 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "pixels/vips_library.h"
+
+#include <gmodule.h>
+#include <vips/vips.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <string>
+
+namespace lumora {
+namespace {
+
+// The library looks for its modules below the folder of this variable and sets it itself when it is missing.
+// While this object lives the variable names no folder; then it is as it was, for the programs that Lumora
+// starts.
+class WithoutModules
+{
+public:
+    WithoutModules()
+    {
+        if (const char* value = std::getenv(variable)) m_before = value;
+        g_setenv(variable, "/nonexistent", TRUE);
+    }
+    ~WithoutModules()
+    {
+        if (m_before) {
+            g_setenv(variable, m_before->c_str(), TRUE);
+        } else {
+            g_unsetenv(variable);
+        }
+    }
+    WithoutModules(const WithoutModules&) = delete;
+    WithoutModules& operator=(const WithoutModules&) = delete;
+
+private:
+    static constexpr const char* variable = "VIPSHOME";
+    std::optional<std::string> m_before;
+};
+
+bool start()
+{
+    const WithoutModules withoutModules;
+    if (VIPS_INIT("lumora") != 0) {
+        std::fputs("lumora: the image library could not be started\n", stderr);
+        std::abort();
+    }
+    vips_concurrency_set(1);
+    vips_cache_set_max(0);
+
+    vips_operation_block_set("VipsForeign", TRUE);
+    for (const char* allowed :
+         {"VipsForeignLoadJpeg", "VipsForeignLoadPng", "VipsForeignLoadNsgif", "VipsForeignLoadTiff",
+          "VipsForeignLoadWebp", "VipsForeignSaveJpeg", "VipsForeignSaveTiff", "VipsForeignSaveCgif"}) {
+        vips_operation_block_set(allowed, FALSE);
+    }
+
+    // Warnings about odd metadata are no business of a terminal.
+    g_log_set_handler(
+        "VIPS", G_LOG_LEVEL_MASK, [](const gchar*, GLogLevelFlags, const gchar*, gpointer) {}, nullptr);
+    return true;
+}
+
+bool startHeif()
+{
+    ensureVipsReady();
+    const std::string module = std::string(LUMORA_VIPS_LIBRARY_DIRECTORY "/vips-modules-") +
+                               std::to_string(vips_version(0)) + "." + std::to_string(vips_version(1)) +
+                               "/vips-heif.so";
+    // Where the reader is built in there is no module to open.
+    if (g_type_from_name("VipsForeignLoadHeif") == 0) g_module_open(module.c_str(), G_MODULE_BIND_LAZY);
+    vips_operation_block_set("VipsForeignLoadHeif", FALSE);
+    return true;
+}
+
+} // namespace
+
+void ensureVipsReady()
+{
+    static const bool started = start();
+    static_cast<void>(started);
+}
+
+void ensureHeifReady()
+{
+    static const bool started = startHeif();
+    static_cast<void>(started);
+}
+
+Error takeVipsError()
+{
+    const char* text = vips_error_buffer();
+    Error error{text ? text : ""};
+    vips_error_clear();
+    while (!error.description.empty() && error.description.back() == '\n')
+        error.description.pop_back();
+    return error;
+}
+
+void VipsUnref::operator()(void* object) const
+{
+    g_object_unref(object);
+}
+
+std::string_view blobOf(VipsImage* image, const char* field)
+{
+    const void* data = nullptr;
+    std::size_t size = 0;
+    if (!vips_image_get_typeof(image, field) || vips_image_get_blob(image, field, &data, &size) != 0)
+        return {};
+    return {static_cast<const char*>(data), size};
+}
+
+} // namespace lumora

@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "system/atomic_file.h"
+#include "file_errors.h"
+#include "records/uuid.h"
+
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <fcntl.h>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace lumora {
+namespace {
+
+constexpr std::string_view draftPrefix = ".lumora-";
+
+} // namespace
+
+// A name of its own, not one made from the target's, which may already be as long as the file system allows.
+Result<AtomicFile> AtomicFile::create(const std::filesystem::path& target)
+{
+    std::filesystem::path draft =
+        target.parent_path() / (std::string(draftPrefix) + Uuid::random().toString());
+    FileDescriptor descriptor(::open(draft.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+    if (!descriptor.isOpen()) return fileError(target, "written", errno);
+    return AtomicFile(target, std::move(draft), std::move(descriptor));
+}
+
+AtomicFile::AtomicFile(std::filesystem::path target, std::filesystem::path draft, FileDescriptor descriptor)
+    : m_target(std::move(target)), m_draft(std::move(draft)), m_descriptor(std::move(descriptor))
+{
+}
+
+AtomicFile::AtomicFile(AtomicFile&& other) noexcept
+    : m_target(std::move(other.m_target)), m_draft(std::exchange(other.m_draft, {})),
+      m_descriptor(std::move(other.m_descriptor))
+{
+}
+
+AtomicFile::~AtomicFile()
+{
+    if (!m_draft.empty()) ::unlink(m_draft.c_str());
+}
+
+Status AtomicFile::append(std::span<const std::byte> bytes)
+{
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(m_descriptor.get(), bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) return fileError(m_target, "written", errno);
+        bytes = bytes.subspan(static_cast<std::size_t>(written));
+    }
+    return Done{};
+}
+
+Status AtomicFile::commit()
+{
+    if (!m_descriptor.close()) return fileError(m_target, "written", errno);
+    if (std::rename(m_draft.c_str(), m_target.c_str()) != 0) return fileError(m_target, "written", errno);
+    m_draft.clear();
+    return Done{};
+}
+
+void removeStaleDrafts(const std::filesystem::path& folder)
+{
+    const auto oldest = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::error_code unknown;
+        if (!entry->path().filename().native().starts_with(draftPrefix)) continue;
+        if (!std::filesystem::is_regular_file(entry->symlink_status(unknown))) continue;
+        if (entry->last_write_time(unknown) < oldest && !unknown)
+            std::filesystem::remove(entry->path(), unknown);
+    }
+}
+
+Status writeFileAtomically(const std::filesystem::path& url, std::span<const std::byte> bytes)
+{
+    Result<AtomicFile> file = AtomicFile::create(url);
+    if (!file) return file.error();
+    if (Status appended = file->append(bytes); !appended) return appended;
+    return file->commit();
+}
+
+} // namespace lumora

@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "file_errors.h"
+
+#include <string>
+#include <system_error>
+
+namespace lumora {
+
+Error fileError(const std::filesystem::path& url, std::string_view done, int code)
+{
+    const std::string name = url.has_filename() ? url.filename().native() : url.native();
+    return {name + " could not be " + std::string(done) + ": " + std::generic_category().message(code)};
+}
+
+} // namespace lumora

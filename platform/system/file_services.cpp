@@ -1,0 +1,104 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "system/file_services.h"
+
+#include "file_errors.h"
+#include "system/file_descriptor.h"
+
+#include <array>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/sendfile.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace lumora {
+namespace {
+
+std::optional<struct stat> statusOf(const std::filesystem::path& url)
+{
+    struct stat status;
+    if (::stat(url.c_str(), &status) != 0) return std::nullopt;
+    return status;
+}
+
+// 0, or the errno of the transfer that failed.
+int transfer(int from, int to)
+{
+    constexpr std::size_t atOnce = std::size_t{1} << 30U;
+    for (;;) {
+        const ssize_t sent = ::sendfile(to, from, nullptr, atOnce);
+        if (sent == 0) return 0;
+        if (sent < 0 && errno != EINTR) return errno;
+    }
+}
+
+} // namespace
+
+std::int64_t fileSize(const std::filesystem::path& url)
+{
+    const auto status = statusOf(url);
+    return status && S_ISREG(status->st_mode) ? std::int64_t{status->st_size} : 0;
+}
+
+bool fileExists(const std::filesystem::path& url)
+{
+    struct stat status;
+    return ::lstat(url.c_str(), &status) == 0;
+}
+
+bool isExecutableFile(const std::filesystem::path& url)
+{
+    const auto status = statusOf(url);
+    return status && S_ISREG(status->st_mode) && ::access(url.c_str(), X_OK) == 0;
+}
+
+Status removeFile(const std::filesystem::path& url)
+{
+    if (::unlink(url.c_str()) != 0) return fileError(url, "removed", errno);
+    return Done{};
+}
+
+Status copyFile(const std::filesystem::path& from, const std::filesystem::path& to)
+{
+    // Without waiting for a writer, should the source be a pipe: that fails by its kind below.
+    const FileDescriptor source(::open(from.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!source.isOpen()) return fileError(from, "copied", errno);
+    struct stat status;
+    if (::fstat(source.get(), &status) != 0) return fileError(from, "copied", errno);
+    if (!S_ISREG(status.st_mode)) return fileError(from, "copied", S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
+
+    FileDescriptor target(
+        ::open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, status.st_mode & 0777U));
+    if (!target.isOpen()) return fileError(to, "written", errno);
+    int failure = transfer(source.get(), target.get());
+    if (!target.close() && failure == 0) failure = errno;
+    if (failure == 0) return Done{};
+    ::unlink(to.c_str());
+    return fileError(to, "written", failure);
+}
+
+std::optional<timespec> modificationDate(const std::filesystem::path& url)
+{
+    const auto status = statusOf(url);
+    if (!status) return std::nullopt;
+    return status->st_mtim;
+}
+
+Status setModificationDate(const std::filesystem::path& url, timespec date)
+{
+    const std::array<timespec, 2> times{timespec{0, UTIME_OMIT}, date};
+    if (::utimensat(AT_FDCWD, url.c_str(), times.data(), 0) != 0) return fileError(url, "dated", errno);
+    return Done{};
+}
+
+std::filesystem::path temporaryDirectory()
+{
+    std::error_code error;
+    const std::filesystem::path named = std::filesystem::temp_directory_path(error);
+    if (error) return "/tmp";
+    const std::filesystem::path absolute = std::filesystem::absolute(named, error);
+    return error ? std::filesystem::path("/tmp") : absolute;
+}
+
+} // namespace lumora

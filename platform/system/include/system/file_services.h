@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The file operations of the program, on paths as bytes. Every failure carries a sentence that names the file
+// and the system's reason. Stateless; safe on any thread.
+#pragma once
+
+#include "system/result.h"
+
+#include <cstdint>
+#include <ctime>
+#include <filesystem>
+#include <optional>
+
+namespace lumora {
+
+// Bytes of the regular file that the path leads to (links are followed); 0 when it cannot be told.
+std::int64_t fileSize(const std::filesystem::path& url);
+
+// True when the path is taken: by anything, a link that leads nowhere included, since a new file cannot be
+// made there.
+bool fileExists(const std::filesystem::path& url);
+
+// A regular file, links followed, that this user may run.
+bool isExecutableFile(const std::filesystem::path& url);
+
+// Removes one file, or a link and not what it leads to. A folder is refused, whatever it holds.
+Status removeFile(const std::filesystem::path& url);
+
+// Copies the bytes and the permissions of a regular file. The target must not exist: a file that appeared
+// meanwhile is kept and the copy fails. A copy that fails part-way leaves no target.
+Status copyFile(const std::filesystem::path& from, const std::filesystem::path& to);
+
+// The time of the last change of content, links followed; absent when it cannot be read.
+std::optional<timespec> modificationDate(const std::filesystem::path& url);
+// Changes that time alone.
+Status setModificationDate(const std::filesystem::path& url, timespec date);
+
+// The user's folder for short-lived files, absolute: what TMPDIR names when that is a folder, else /tmp.
+std::filesystem::path temporaryDirectory();
+
+} // namespace lumora

@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "system/regular_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+namespace lumora {
+
+Result<FileDescriptor> openRegularFile(const std::filesystem::path& url)
+{
+    FileDescriptor file(open(url.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    struct stat status = {};
+    if (!file.isOpen() || fstat(file.get(), &status) != 0) return Error{std::strerror(errno)};
+    if (!S_ISREG(status.st_mode)) return Error{"not a file"};
+    return file;
+}
+
+Result<std::vector<std::byte>> readAll(int descriptor, std::size_t most)
+{
+    struct stat status = {};
+    if (fstat(descriptor, &status) != 0) return Error{std::strerror(errno)};
+    if (static_cast<std::size_t>(status.st_size) > most) return Error{"too large a file"};
+    std::vector<std::byte> bytes(static_cast<std::size_t>(status.st_size));
+    std::size_t filled = 0;
+    while (filled < bytes.size()) {
+        const ssize_t count =
+            pread(descriptor, bytes.data() + filled, bytes.size() - filled, static_cast<off_t>(filled));
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return Error{std::strerror(errno)};
+        if (count == 0) break;
+        filled += static_cast<std::size_t>(count);
+    }
+    bytes.resize(filled);
+    return bytes;
+}
+
+} // namespace lumora

@@ -1,0 +1,102 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "formats/format.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+
+namespace lumora {
+namespace {
+
+using namespace std::string_literals;
+
+std::string sniff(std::string_view bytes)
+{
+    const ImageType* type = sniffImageType(std::as_bytes(std::span(bytes)));
+    return type ? std::string(type->identifier) : "none";
+}
+
+struct Sniffed
+{
+    const char* name;
+    std::string head;
+    std::string_view identifier;
+};
+
+void PrintTo(const Sniffed& c, std::ostream* out)
+{
+    *out << c.name;
+}
+
+// A box of the type "ftyp" with a major brand and more brands.
+std::string ftyp(std::string_view major, std::string_view compatible)
+{
+    return "\0\0\0"s + static_cast<char>(16 + compatible.size()) + "ftyp" + std::string(major) + "\0\0\0\0"s +
+           std::string(compatible);
+}
+
+class Sniffing : public testing::TestWithParam<Sniffed>
+{
+};
+
+TEST_P(Sniffing, DecidesByTheFirstBytes)
+{
+    EXPECT_EQ(sniff(GetParam().head), GetParam().identifier);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , Sniffing,
+    testing::Values(
+        Sniffed{"Jpeg", "\xFF\xD8\xFF\xE0"s, "public.jpeg"},
+        Sniffed{"Png", "\x89PNG\r\n\x1A\n"s, "public.png"}, Sniffed{"Gif87", "GIF87a"s, "com.compuserve.gif"},
+        Sniffed{"Gif89", "GIF89a"s, "com.compuserve.gif"},
+        Sniffed{"TiffLittleEndian", "II*\0"s, "public.tiff"},
+        Sniffed{"TiffBigEndian", "MM\0*"s, "public.tiff"},
+        Sniffed{"BigTiffLittleEndian", "II+\0"s, "public.tiff"},
+        Sniffed{"BigTiffBigEndian", "MM\0+"s, "public.tiff"},
+        Sniffed{"WebP", "RIFF\1\2\3\4WEBPVP8 "s, "org.webmproject.webp"},
+        Sniffed{"Bmp", "BM\x46\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0"s, "com.microsoft.bmp"},
+        Sniffed{"Heic", ftyp("heic", "mif1heic"), "public.heic"},
+        Sniffed{"HeicUnderTheGeneralBrand", ftyp("mif1", "mif1heic"), "public.heic"},
+        Sniffed{"Heif", ftyp("mif1", "mif1"), "public.heif"},
+        Sniffed{"Avif", ftyp("avif", "mif1miaf"), "public.avif"},
+        Sniffed{"AvifUnderTheGeneralBrand", ftyp("mif1", "miafavif"), "public.avif"},
+        Sniffed{"BrandAfterTheBox", ftyp("mif1", "mif1") + "heic", "public.heif"},
+        Sniffed{"MinorVersionIsNoBrand", "\0\0\0\x14"s + "ftypmif1" + "heic" + "miaf", "public.heif"},
+        Sniffed{"OtherMedia", ftyp("isom", "isommp42"), "none"}, Sniffed{"Empty", "", "none"},
+        Sniffed{"OneByte", "\xFF"s, "none"},
+        Sniffed{"Text", "BM is how this text begins, no picture"s, "none"},
+        Sniffed{"OtherRiff", "RIFF\1\2\3\4WAVEfmt "s, "none"},
+        Sniffed{"RiffCutOff", "RIFF\1\2\3\4WEB"s, "none"}, Sniffed{"PngCutOff", "\x89PNG\r\n\x1A"s, "none"},
+        Sniffed{"Pdf", "%PDF-1.7"s, "none"},
+        Sniffed{"Svg", "<svg xmlns='http://www.w3.org/2000/svg'/>"s, "none"},
+        Sniffed{"Exr", "\x76\x2F\x31\x01\2\0\0\0"s, "none"}, Sniffed{"Script", "#!/bin/sh\n"s, "none"},
+        Sniffed{"Photoshop", "8BPS\0\1"s, "none"}, Sniffed{"Jpeg2000", "\0\0\0\x0CjP  \r\n\x87\n"s, "none"}),
+    [](const auto& test) { return test.param.name; });
+
+TEST(ImageTypes, AreKnownByTheirIdentifiers)
+{
+    std::set<std::string_view> identifiers;
+    for (const ImageType& type : imageTypes()) {
+        EXPECT_EQ(imageTypeWithIdentifier(type.identifier), &type);
+        EXPECT_TRUE(identifiers.insert(type.identifier).second) << type.identifier;
+        EXPECT_FALSE(type.preferredExtension.empty() || type.preferredExtension.starts_with('.'));
+    }
+    EXPECT_EQ(imageTypeWithIdentifier("com.adobe.pdf"), nullptr);
+    EXPECT_EQ(imageTypeWithIdentifier(""), nullptr);
+}
+
+TEST(ImageTypes, AreWrittenWhenAnEncoderIsBuiltIn)
+{
+    const std::set<std::string_view> writable{"public.jpeg", "public.png",        "com.compuserve.gif",
+                                              "public.tiff", "com.microsoft.bmp", "public.heic"};
+    for (const ImageType& type : imageTypes()) {
+        EXPECT_TRUE(type.readable) << type.identifier;
+        EXPECT_EQ(type.writable, writable.contains(type.identifier)) << type.identifier;
+    }
+}
+
+} // namespace
+} // namespace lumora

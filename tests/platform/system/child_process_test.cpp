@@ -1,0 +1,213 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "system/child_process.h"
+
+#include "tests/support/files.h"
+#include "tests/support/temporary_directory.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <fcntl.h>
+#include <sstream>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+
+namespace lumora {
+namespace {
+
+using test::TemporaryDirectory;
+
+Result<ProcessOutcome> runScript(std::string script, std::vector<std::string> arguments = {},
+                                 std::stop_token kill = {})
+{
+    std::vector<std::string> all{"-c", std::move(script), "script"};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    return runProcess("/bin/sh", all, std::move(kill));
+}
+
+TEST(RunProcess, ReportsExitStatusAndStandardError)
+{
+    const auto outcome = runScript("echo oops >&2; exit 3");
+    ASSERT_TRUE(outcome);
+    EXPECT_EQ(outcome->exitStatus, 3);
+    EXPECT_EQ(outcome->standardError, "oops\n");
+}
+
+TEST(RunProcess, HandsArgumentsOverUnchanged)
+{
+    const auto outcome = runScript("printf '<%s>' \"$@\" >&2", {"a b", "", "$(echo no)", "-x", "\xFF\n'\""});
+    ASSERT_TRUE(outcome);
+    EXPECT_EQ(outcome->exitStatus, 0);
+    EXPECT_EQ(outcome->standardError, "<a b><><$(echo no)><-x><\xFF\n'\">");
+}
+
+TEST(RunProcess, IsNotStalledByALotOfStandardError)
+{
+    const auto outcome = runScript("head -c 1000000 /dev/zero | tr '\\0' e >&2; exit 1");
+    ASSERT_TRUE(outcome);
+    EXPECT_EQ(outcome->exitStatus, 1);
+    EXPECT_EQ(outcome->standardError, std::string(1'000'000, 'e'));
+}
+
+TEST(RunProcess, KeepsABoundedPartOfEndlessStandardError)
+{
+    const auto outcome = runScript("head -c 20000000 /dev/zero >&2");
+    ASSERT_TRUE(outcome);
+    EXPECT_EQ(outcome->exitStatus, 0);
+    EXPECT_EQ(outcome->standardError.size(), std::size_t{16} << 20U);
+}
+
+TEST(RunProcess, WaitsForAProcessThatClosesItsStandardError)
+{
+    const TemporaryDirectory folder;
+    const auto outcome = runScript("exec 2>&-; : > \"$1\"; exit 4", {(folder / "done").native()});
+    ASSERT_TRUE(outcome);
+    EXPECT_EQ(outcome->exitStatus, 4);
+    EXPECT_TRUE(std::filesystem::exists(folder / "done"));
+}
+
+TEST(RunProcess, DoesNotWaitForGrandchildrenThatHoldStandardError)
+{
+    const TemporaryDirectory folder;
+    ASSERT_EQ(mkfifo((folder / "release").c_str(), 0600), 0);
+    const auto outcome =
+        runScript("echo early >&2; cat \"$1\" >&2 & exit 0", {(folder / "release").native()});
+    ASSERT_TRUE(outcome);
+    EXPECT_EQ(outcome->standardError, "early\n");
+    const std::ofstream release(folder / "release"); // lets the grandchild go
+}
+
+TEST(RunProcess, ReportsASignalAsAShellDoes)
+{
+    const auto outcome = runScript("kill -TERM $$");
+    ASSERT_TRUE(outcome);
+    EXPECT_EQ(outcome->exitStatus, 128 + SIGTERM);
+}
+
+TEST(RunProcess, LeadsAProcessGroupOfItsOwn)
+{
+    const auto outcome = runScript("echo $$ $(ps -o pgid= -p $$) >&2");
+    ASSERT_TRUE(outcome);
+    std::istringstream words(outcome->standardError);
+    pid_t process = 0;
+    pid_t group = 0;
+    words >> process >> group;
+    EXPECT_GT(process, 0);
+    EXPECT_EQ(process, group);
+}
+
+TEST(RunProcess, StartsWithDefaultSignals)
+{
+    sigset_t blocked;
+    sigemptyset(&blocked);
+    sigaddset(&blocked, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &blocked, nullptr);
+    const auto before = std::signal(SIGPIPE, SIG_IGN);
+    const auto outcome =
+        runScript("sed -n 's/^Sig\\(Blk\\|Ign\\):/0x/p' /proc/self/status | tr -d '\\t' >&2");
+    std::signal(SIGPIPE, before);
+    pthread_sigmask(SIG_UNBLOCK, &blocked, nullptr);
+    ASSERT_TRUE(outcome);
+    std::istringstream masks(outcome->standardError);
+    std::uint64_t blockedThere = 1;
+    std::uint64_t ignoredThere = 1;
+    masks >> std::hex >> blockedThere >> ignoredThere;
+    EXPECT_EQ(blockedThere, 0U) << outcome->standardError;
+    EXPECT_EQ(ignoredThere & (std::uint64_t{1} << (SIGPIPE - 1)), 0U) << outcome->standardError;
+}
+
+TEST(RunProcess, HandsNoOtherDescriptorDown)
+{
+    const TemporaryDirectory folder;
+    const int leaked = ::open((folder / "leaked").c_str(), O_CREAT | O_RDWR, 0600); // without close-on-exec
+    ASSERT_GE(leaked, 3);
+    const auto outcome = runScript("ls -l /proc/$$/fd >&2");
+    ::close(leaked);
+    ASSERT_TRUE(outcome);
+    EXPECT_EQ(outcome->standardError.find("leaked"), std::string::npos) << outcome->standardError;
+}
+
+// The pipe ends when the last process of the group is gone; one that was spared would speak up first.
+TEST(RunProcess, KillsTheWholeGroupOnAStop)
+{
+    const TemporaryDirectory folder;
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    std::stop_source kill;
+    std::string ready;
+    std::string spared;
+    std::jthread reader([&] {
+        std::ifstream pipe(folder / "pipe");
+        std::getline(pipe, ready);
+        kill.request_stop();
+        std::getline(pipe, spared);
+    });
+    const auto outcome = runScript("(echo ready; sleep 20; echo spared) > \"$1\" & wait",
+                                   {(folder / "pipe").native()}, kill.get_token());
+    reader.join();
+    ASSERT_TRUE(outcome);
+    EXPECT_EQ(outcome->exitStatus, 128 + SIGKILL);
+    EXPECT_EQ(ready, "ready");
+    EXPECT_EQ(spared, "");
+}
+
+TEST(RunProcess, IsKilledAtOnceWhenTheStopCameFirst)
+{
+    std::stop_source kill;
+    kill.request_stop();
+    const auto outcome = runScript("sleep 1000", {}, kill.get_token());
+    ASSERT_TRUE(outcome);
+    EXPECT_EQ(outcome->exitStatus, 128 + SIGKILL);
+}
+
+TEST(RunProcess, TakesALateStopWithoutHarm)
+{
+    std::stop_source kill;
+    const auto outcome = runScript("exit 0", {}, kill.get_token());
+    kill.request_stop();
+    ASSERT_TRUE(outcome);
+    EXPECT_EQ(outcome->exitStatus, 0);
+}
+
+struct LaunchFailure
+{
+    const char* name;
+    std::optional<std::string_view> content;
+    std::filesystem::perms permissions;
+    std::string_view reason;
+};
+
+void PrintTo(const LaunchFailure& c, std::ostream* out)
+{
+    *out << c.name;
+}
+
+class RunProcessLaunch : public testing::TestWithParam<LaunchFailure>
+{
+};
+
+TEST_P(RunProcessLaunch, FailsWithTheSystemsReason)
+{
+    const TemporaryDirectory folder;
+    if (GetParam().content) {
+        test::writeFile(folder / "tool", *GetParam().content);
+        std::filesystem::permissions(folder / "tool", GetParam().permissions);
+    }
+    const auto outcome = runProcess(folder / "tool", {});
+    ASSERT_FALSE(outcome);
+    EXPECT_EQ(outcome.error().description, GetParam().reason);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , RunProcessLaunch,
+    testing::Values(LaunchFailure{"Missing", std::nullopt, {}, "No such file or directory"},
+                    LaunchFailure{"NotExecutable", "x", std::filesystem::perms::owner_read,
+                                  "Permission denied"},
+                    LaunchFailure{"NotAProgram", "x", std::filesystem::perms::owner_all, "Exec format error"},
+                    LaunchFailure{"MissingInterpreter", "#!/no/such/interpreter\n",
+                                  std::filesystem::perms::owner_all, "No such file or directory"}),
+    [](const auto& test) { return test.param.name; });
+
+} // namespace
+} // namespace lumora

@@ -1,0 +1,291 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "system/atomic_file.h"
+#include "system/file_services.h"
+#include "tests/support/files.h"
+#include "tests/support/temporary_directory.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace lumora {
+namespace {
+
+using test::readFile;
+using test::TemporaryDirectory;
+using test::writeFile;
+
+// Every file that this process writes fails beyond the limit, as on a full disk; it works for root as well.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &m_before); }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+private:
+    rlimit m_before{};
+};
+
+std::size_t entryCount(const std::filesystem::path& folder)
+{
+    return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder), {}));
+}
+
+std::span<const std::byte> bytesOf(std::string_view text)
+{
+    return std::as_bytes(std::span(text));
+}
+
+TEST(FileSize, IsThatOfTheFileThePathLeadsTo)
+{
+    const TemporaryDirectory folder;
+    writeFile(folder / "five", "12345");
+    std::filesystem::create_symlink("five", folder / "link");
+    EXPECT_EQ(fileSize(folder / "five"), 5);
+    EXPECT_EQ(fileSize(folder / "link"), 5);
+}
+
+TEST(FileSize, IsZeroForAMissingFileAndForAFolder)
+{
+    const TemporaryDirectory folder;
+    EXPECT_EQ(fileSize(folder / "missing"), 0);
+    EXPECT_EQ(fileSize(folder.path()), 0);
+}
+
+TEST(FileExists, CountsEverythingThatTakesThePath)
+{
+    const TemporaryDirectory folder;
+    writeFile(folder / "file", "");
+    std::filesystem::create_symlink("nowhere", folder / "dangling");
+    EXPECT_TRUE(fileExists(folder / "file"));
+    EXPECT_TRUE(fileExists(folder / "dangling"));
+    EXPECT_TRUE(fileExists(folder.path()));
+    EXPECT_FALSE(fileExists(folder / "nowhere"));
+}
+
+TEST(IsExecutableFile, WantsARegularFileWithTheRightToRunIt)
+{
+    const TemporaryDirectory folder;
+    writeFile(folder / "tool", "");
+    EXPECT_FALSE(isExecutableFile(folder / "tool"));
+    std::filesystem::permissions(folder / "tool", std::filesystem::perms::owner_all);
+    std::filesystem::create_symlink("tool", folder / "link");
+    EXPECT_TRUE(isExecutableFile(folder / "tool"));
+    EXPECT_TRUE(isExecutableFile(folder / "link"));
+    EXPECT_FALSE(isExecutableFile(folder.path()));
+    EXPECT_FALSE(isExecutableFile(folder / "missing"));
+}
+
+TEST(RemoveFile, RemovesALinkAndNotItsTarget)
+{
+    const TemporaryDirectory folder;
+    writeFile(folder / "file", "kept");
+    std::filesystem::create_symlink("file", folder / "link");
+    EXPECT_TRUE(removeFile(folder / "link"));
+    EXPECT_FALSE(fileExists(folder / "link"));
+    EXPECT_EQ(readFile(folder / "file"), "kept");
+}
+
+TEST(RemoveFile, SaysWhichFileAndWhy)
+{
+    const TemporaryDirectory folder;
+    const Status removed = removeFile(folder / "my photo \xFF.webp");
+    ASSERT_FALSE(removed);
+    EXPECT_EQ(removed.error().description,
+              "my photo \xFF.webp could not be removed: No such file or directory");
+}
+
+TEST(RemoveFile, RefusesAFolderWithAllItHolds)
+{
+    const TemporaryDirectory folder;
+    std::filesystem::create_directory(folder / "a.webp");
+    writeFile(folder / "a.webp" / "inside", "kept");
+    const Status removed = removeFile(folder / "a.webp");
+    ASSERT_FALSE(removed);
+    EXPECT_EQ(removed.error().description, "a.webp could not be removed: Is a directory");
+    EXPECT_EQ(readFile(folder / "a.webp" / "inside"), "kept");
+}
+
+TEST(CopyFile, CopiesBytesAndPermissions)
+{
+    const TemporaryDirectory folder;
+    const std::string content(3'000'000, 'x');
+    writeFile(folder / "from", content);
+    std::filesystem::permissions(folder / "from", std::filesystem::perms::owner_read);
+    ASSERT_TRUE(copyFile(folder / "from", folder / "to"));
+    EXPECT_EQ(readFile(folder / "to"), content);
+    EXPECT_EQ(std::filesystem::status(folder / "to").permissions(), std::filesystem::perms::owner_read);
+}
+
+TEST(CopyFile, KeepsAnExistingTarget)
+{
+    const TemporaryDirectory folder;
+    writeFile(folder / "from", "new");
+    writeFile(folder / "to", "old");
+    const Status copied = copyFile(folder / "from", folder / "to");
+    ASSERT_FALSE(copied);
+    EXPECT_EQ(copied.error().description, "to could not be written: File exists");
+    EXPECT_EQ(readFile(folder / "to"), "old");
+}
+
+TEST(CopyFile, RefusesWhatIsNotAFile)
+{
+    const TemporaryDirectory folder;
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    EXPECT_FALSE(copyFile(folder / "pipe", folder / "to"));
+    EXPECT_FALSE(copyFile(folder.path(), folder / "to"));
+    const Status missing = copyFile(folder / "missing", folder / "to");
+    ASSERT_FALSE(missing);
+    EXPECT_EQ(missing.error().description, "missing could not be copied: No such file or directory");
+    EXPECT_FALSE(fileExists(folder / "to"));
+}
+
+TEST(CopyFile, LeavesNoTargetWhenTheDiskIsFull)
+{
+    const TemporaryDirectory folder;
+    writeFile(folder / "from", std::string(100'000, 'x'));
+    {
+        const FileSizeLimit full(50'000);
+        const Status copied = copyFile(folder / "from", folder / "to");
+        ASSERT_FALSE(copied);
+        EXPECT_EQ(copied.error().description, "to could not be written: File too large");
+    }
+    EXPECT_FALSE(fileExists(folder / "to"));
+}
+
+TEST(ModificationDate, IsCarriedOverToTheNanosecond)
+{
+    const TemporaryDirectory folder;
+    writeFile(folder / "file", "");
+    const timespec date{1'234'567'890, 123'456'789};
+    ASSERT_TRUE(setModificationDate(folder / "file", date));
+    const auto read = modificationDate(folder / "file");
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->tv_sec, date.tv_sec);
+    EXPECT_EQ(read->tv_nsec, date.tv_nsec);
+}
+
+TEST(ModificationDate, ChangesAlone)
+{
+    const TemporaryDirectory folder;
+    writeFile(folder / "file", "");
+    struct stat before;
+    ASSERT_EQ(::stat((folder / "file").c_str(), &before), 0);
+    ASSERT_TRUE(setModificationDate(folder / "file", {1, 0}));
+    struct stat after;
+    ASSERT_EQ(::stat((folder / "file").c_str(), &after), 0);
+    EXPECT_EQ(after.st_atim.tv_sec, before.st_atim.tv_sec);
+    EXPECT_EQ(after.st_atim.tv_nsec, before.st_atim.tv_nsec);
+    EXPECT_EQ(after.st_mode, before.st_mode);
+}
+
+TEST(ModificationDate, IsAbsentForAMissingFile)
+{
+    const TemporaryDirectory folder;
+    EXPECT_FALSE(modificationDate(folder / "missing"));
+    const Status dated = setModificationDate(folder / "missing", {1, 0});
+    ASSERT_FALSE(dated);
+    EXPECT_EQ(dated.error().description, "missing could not be dated: No such file or directory");
+}
+
+TEST(TemporaryDirectoryService, FollowsTheEnvironmentWhileItNamesAFolder)
+{
+    const TemporaryDirectory folder;
+    const char* before = std::getenv("TMPDIR");
+    const std::string restored = before ? before : "";
+    setenv("TMPDIR", folder.path().c_str(), 1);
+    EXPECT_EQ(temporaryDirectory(), folder.path());
+    setenv("TMPDIR", (folder / "missing").c_str(), 1);
+    EXPECT_EQ(temporaryDirectory(), "/tmp");
+    before ? setenv("TMPDIR", restored.c_str(), 1) : unsetenv("TMPDIR");
+}
+
+TEST(AtomicFile, AppearsOnlyWhenCommitted)
+{
+    const TemporaryDirectory folder;
+    writeFile(folder / "target", "old");
+    Result<AtomicFile> file = AtomicFile::create(folder / "target");
+    ASSERT_TRUE(file);
+    ASSERT_TRUE(file->append(bytesOf("new ")));
+    ASSERT_TRUE(file->append(bytesOf("content")));
+    EXPECT_EQ(readFile(folder / "target"), "old");
+    ASSERT_TRUE(file->commit());
+    EXPECT_EQ(readFile(folder / "target"), "new content");
+    EXPECT_EQ(entryCount(folder.path()), 1U);
+}
+
+TEST(AtomicFile, LeavesNothingWhenDropped)
+{
+    const TemporaryDirectory folder;
+    {
+        Result<AtomicFile> file = AtomicFile::create(folder / "target");
+        ASSERT_TRUE(file);
+        ASSERT_TRUE(file->append(bytesOf("half")));
+    }
+    EXPECT_EQ(entryCount(folder.path()), 0U);
+}
+
+TEST(AtomicFile, TakesTheLongestNameThereIs)
+{
+    const TemporaryDirectory folder;
+    const std::string name = std::string(250, 'n') + ".webp";
+    ASSERT_TRUE(writeFileAtomically(folder / name, bytesOf("content")));
+    EXPECT_EQ(readFile(folder / name), "content");
+}
+
+TEST(AtomicFile, GivesTheFileThePermissionsOfANewOne)
+{
+    const TemporaryDirectory folder;
+    const mode_t before = umask(027);
+    ASSERT_TRUE(writeFileAtomically(folder / "target", {}));
+    umask(before);
+    struct stat status;
+    ASSERT_EQ(::stat((folder / "target").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777U, 0640U);
+}
+
+TEST(AtomicFile, FailsInAMissingFolder)
+{
+    const TemporaryDirectory folder;
+    const Result<AtomicFile> file = AtomicFile::create(folder / "missing" / "a.ppm");
+    ASSERT_FALSE(file);
+    EXPECT_EQ(file.error().description, "a.ppm could not be written: No such file or directory");
+}
+
+TEST(AtomicFile, KeepsTheOldFileWhenTheDiskIsFull)
+{
+    const TemporaryDirectory folder;
+    writeFile(folder / "target", "old");
+    {
+        const FileSizeLimit full(50'000);
+        const Status written = writeFileAtomically(folder / "target", bytesOf(std::string(100'000, 'x')));
+        ASSERT_FALSE(written);
+        EXPECT_EQ(written.error().description, "target could not be written: File too large");
+    }
+    EXPECT_EQ(readFile(folder / "target"), "old");
+    EXPECT_EQ(entryCount(folder.path()), 1U);
+}
+
+TEST(AtomicFile, DoesNotReplaceAFolder)
+{
+    const TemporaryDirectory folder;
+    std::filesystem::create_directory(folder / "target");
+    EXPECT_FALSE(writeFileAtomically(folder / "target", bytesOf("x")));
+    EXPECT_TRUE(std::filesystem::is_directory(folder / "target"));
+    EXPECT_EQ(entryCount(folder.path()), 1U);
+}
+
+} // namespace
+} // namespace lumora

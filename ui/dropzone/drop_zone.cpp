@@ -1,0 +1,165 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/dropzone/drop_zone.h"
+
+#include "model/processing_model.h"
+#include "ui/dropzone/cancel_button.h"
+#include "ui/dropzone/drop_zone_picture.h"
+#include "ui/intake/dropped_files.h"
+
+#include <QDragEnterEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyle>
+
+namespace lumora {
+namespace {
+
+constexpr int cancelMargin = 8;
+constexpr int turnMilliseconds = 4000;
+
+} // namespace
+
+DropZone::DropZone(ProcessingModel& processing, std::function<bool()> reducesMotion, QWidget* parent)
+    : QAbstractButton(parent), m_processing(processing), m_reducesMotion(std::move(reducesMotion)),
+      m_cancel(new CancelButton(this))
+{
+    setAcceptDrops(true);
+    setFocusPolicy(Qt::TabFocus);
+    setAttribute(Qt::WA_Hover);
+    setCursor(Qt::PointingHandCursor);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    setAccessibleName(QStringLiteral("Choose images"));
+    m_turning.setStartValue(0.0);
+    m_turning.setEndValue(360.0);
+    m_turning.setDuration(turnMilliseconds);
+    m_turning.setLoopCount(-1);
+    connect(&m_turning, &QVariantAnimation::valueChanged, this, [this] { update(); });
+    connect(m_cancel, &QAbstractButton::clicked, &processing, &ProcessingModel::cancel);
+    connect(&processing, &ProcessingModel::isProcessingChanged, this, &DropZone::refresh);
+    connect(&processing, &ProcessingModel::statusTextChanged, this, &DropZone::refresh);
+    connect(&processing, &ProcessingModel::progressChanged, this, [this] { update(); });
+    refresh();
+}
+
+QString DropZone::iconName() const
+{
+    return m_processing.isProcessing() ? QStringLiteral("arrow.triangle.2.circlepath")
+                                       : QStringLiteral("square.and.arrow.down");
+}
+
+double DropZone::progress() const
+{
+    if (m_processing.totalCount() == 0) return 0;
+    return static_cast<double>(m_processing.completedCount()) / m_processing.totalCount();
+}
+
+QSize DropZone::sizeHint() const
+{
+    return {400, usualHeight};
+}
+
+QSize DropZone::minimumSizeHint() const
+{
+    return {0, DropZonePicture::leastHeight()};
+}
+
+void DropZone::refresh()
+{
+    m_cancel->setVisible(m_processing.isProcessing());
+    setAccessibleDescription(m_processing.statusText() + QStringLiteral(". ") + DropZonePicture::hint());
+    turnIfAsked();
+    update();
+}
+
+void DropZone::turnIfAsked()
+{
+    const bool turns = m_processing.isProcessing() && isVisible() && !m_reducesMotion();
+    if (turns == isTurning()) return;
+    if (turns) {
+        m_turning.start();
+    } else {
+        m_turning.stop();
+    }
+}
+
+bool DropZone::event(QEvent* event)
+{
+    const bool done = QAbstractButton::event(event);
+    const QEvent::Type type = event->type();
+    if (type == QEvent::Show || type == QEvent::Hide) turnIfAsked();
+    if (type == QEvent::ApplicationFontChange) updateGeometry();
+    if (type == QEvent::ApplicationFontChange || type == QEvent::LayoutDirectionChange) placeCancel();
+    return done;
+}
+
+void DropZone::setTargeted(bool targeted)
+{
+    m_isTargeted = targeted;
+    update();
+}
+
+void DropZone::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!offersFiles(*event->mimeData())) return;
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    setTargeted(true);
+}
+
+void DropZone::dragMoveEvent(QDragMoveEvent* event)
+{
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+}
+
+void DropZone::dragLeaveEvent(QDragLeaveEvent*)
+{
+    setTargeted(false);
+}
+
+void DropZone::dropEvent(QDropEvent* event)
+{
+    setTargeted(false);
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    Q_EMIT dropped(*event->mimeData());
+}
+
+void DropZone::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return click();
+    QAbstractButton::keyPressEvent(event);
+}
+
+void DropZone::resizeEvent(QResizeEvent* event)
+{
+    QAbstractButton::resizeEvent(event);
+    placeCancel();
+}
+
+void DropZone::placeCancel()
+{
+    const QSize size = m_cancel->sizeHint();
+    const QRect corner(width() - size.width() - cancelMargin, cancelMargin, size.width(), size.height());
+    m_cancel->setGeometry(style()->visualRect(layoutDirection(), rect(), corner));
+}
+
+void DropZone::paintEvent(QPaintEvent*)
+{
+    DropZonePicture picture;
+    picture.area = rect();
+    picture.direction = layoutDirection();
+    picture.iconName = iconName();
+    if (isTurning()) picture.iconTurn = m_turning.currentValue().toDouble();
+    picture.status = m_processing.statusText();
+    if (m_processing.isProcessing()) picture.progress = progress();
+    picture.targeted = m_isTargeted;
+    picture.hovered = underMouse();
+    picture.pressed = isDown();
+    picture.focused = hasFocus();
+    QPainter painter(this);
+    picture.paint(painter);
+}
+
+} // namespace lumora

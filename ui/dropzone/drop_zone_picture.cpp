@@ -1,0 +1,136 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/dropzone/drop_zone_picture.h"
+
+#include "ui/theme/surfaces.h"
+#include "ui/theme/symbols.h"
+#include "ui/theme/tidewell_theme.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <algorithm>
+
+namespace lumora {
+namespace {
+
+using fonts::TextStyle;
+
+constexpr double cornerRadius = 8;
+constexpr double dashedLineWidth = 2;
+constexpr int pictureSize = 44;
+constexpr int usualPadding = 16;
+constexpr int usualSpacing = 14;
+constexpr int leastSpacing = 4;
+constexpr int leastPadding = 8;
+constexpr double progressHeight = 3;
+
+int iconHeight()
+{
+    return fonts::scaled(pictureSize);
+}
+
+int textHeight()
+{
+    return fonts::lineHeight(TextStyle::headline) + leastSpacing + fonts::lineHeight(TextStyle::subheadline);
+}
+
+} // namespace
+
+int DropZonePicture::leastHeight()
+{
+    return iconHeight() + leastSpacing + textHeight() + 2 * leastPadding;
+}
+
+QString DropZonePicture::hint()
+{
+    return QStringLiteral("Drop image files or folders here, or onto the Lumora Dock icon.");
+}
+
+void DropZonePicture::paint(QPainter& painter) const
+{
+    painter.setRenderHint(QPainter::Antialiasing);
+    paintField(painter);
+    paintContent(painter);
+    if (progress) paintProgress(painter);
+    if (focused)
+        paintFocusRing(painter, QRectF(area).adjusted(3, 3, -3, -3), cornerRadius - 3,
+                       TidewellTheme::copperBright());
+}
+
+void DropZonePicture::paintField(QPainter& painter) const
+{
+    using namespace TidewellTheme;
+    const QColor fill = targeted ? withOpacity(copper(), 0.2) : withOpacity(leatherRaised(), 0.9);
+    paintRounded(painter, area, cornerRadius, fill, Qt::transparent);
+    if (hovered && !targeted)
+        paintRounded(painter, area, cornerRadius, withOpacity(cream(), pressed ? 0.06 : 0.03),
+                     Qt::transparent);
+    QPen dashes(targeted ? copperBright() : withOpacity(cream(), 0.18), dashedLineWidth, Qt::CustomDashLine,
+                Qt::FlatCap);
+    // In units of the line's width: 8 on, 6 off.
+    dashes.setDashPattern({8 / dashedLineWidth, 6 / dashedLineWidth});
+    painter.setPen(dashes);
+    painter.setBrush(Qt::NoBrush);
+    const double half = dashedLineWidth / 2;
+    painter.drawRoundedRect(QRectF(area).adjusted(half, half, -half, -half), cornerRadius - half,
+                            cornerRadius - half);
+}
+
+void DropZonePicture::paintProgress(QPainter& painter) const
+{
+    QPainterPath shape;
+    shape.addRoundedRect(area, cornerRadius, cornerRadius);
+    painter.save();
+    painter.setClipPath(shape);
+    QRectF line(area.left(), area.bottom() + 1 - progressHeight, area.width() * *progress, progressHeight);
+    if (direction == Qt::RightToLeft) line.moveRight(area.right() + 1);
+    painter.fillRect(line, TidewellTheme::copper());
+    painter.restore();
+}
+
+void DropZonePicture::paintContent(QPainter& painter) const
+{
+    const bool withIcon = area.height() >= leastHeight();
+    const bool withHint = area.height() >= textHeight() + 2 * leastPadding;
+    const int gaps = (withIcon ? 1 : 0) + (withHint ? 1 : 0);
+    int content = fonts::lineHeight(TextStyle::headline);
+    if (withIcon) content += iconHeight();
+    if (withHint) content += fonts::lineHeight(TextStyle::subheadline);
+    // Where the zone is lower than usual its gaps give way first; icon and texts keep their size.
+    const int spare = area.height() - content - 2 * usualPadding;
+    const int spacing = gaps == 0 ? 0 : std::clamp(spare / gaps, leastSpacing, usualSpacing);
+
+    int top = area.top() + (area.height() - content - gaps * spacing) / 2;
+    if (withIcon) {
+        paintIcon(painter, QRectF(area.center().x() - iconHeight() / 2, top, iconHeight(), iconHeight()));
+        top += iconHeight() + spacing;
+    }
+    painter.setPen(TidewellTheme::cream());
+    paintLine(painter, top, TextStyle::headline, status);
+    top += fonts::lineHeight(TextStyle::headline) + spacing;
+    painter.setPen(TidewellTheme::creamMuted());
+    if (withHint) paintLine(painter, top, TextStyle::subheadline, hint());
+}
+
+void DropZonePicture::paintLine(QPainter& painter, int top, TextStyle style, const QString& text) const
+{
+    const QRect line(area.left() + usualPadding, top, area.width() - 2 * usualPadding,
+                     fonts::lineHeight(style));
+    painter.setFont(fonts::font(style));
+    painter.drawText(line, Qt::AlignCenter | Qt::TextDontClip,
+                     painter.fontMetrics().elidedText(text, Qt::ElideRight, line.width()));
+}
+
+void DropZonePicture::paintIcon(QPainter& painter, const QRectF& place) const
+{
+    painter.save();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.translate(place.center());
+    painter.rotate(iconTurn);
+    Symbol{iconName, pictureSize, QFont::Normal, true}.paint(painter, place.translated(-place.center()),
+                                                             TidewellTheme::copper());
+    painter.restore();
+}
+
+} // namespace lumora

@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/intake/files_and_folders_dialog.h"
+
+#include <QAbstractItemView>
+#include <QFile>
+#include <QLineEdit>
+#include <QStandardPaths>
+
+namespace lumora {
+namespace {
+
+QString imageFilter()
+{
+    return QStringLiteral(
+        "Images and folders (*.jpg *.jpeg *.png *.gif *.tif *.tiff *.bmp *.heic *.heif *.webp)");
+}
+
+QAbstractItemView* entries(const QFileDialog& dialog)
+{
+    return dialog.findChild<QAbstractItemView*>(QStringLiteral("listView"));
+}
+
+} // namespace
+
+FilesAndFoldersDialog::FilesAndFoldersDialog(QWidget* parent)
+    : QFileDialog(parent, QStringLiteral("Choose Images or Folders"),
+                  QStandardPaths::writableLocation(QStandardPaths::PicturesLocation), imageFilter())
+{
+    setOption(DontUseNativeDialog);
+    setOption(HideNameFilterDetails);
+    setFileMode(ExistingFiles);
+    if (QAbstractItemView* view = entries(*this)) {
+        connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+                &FilesAndFoldersDialog::nameSelection);
+    }
+    connect(this, &QFileDialog::directoryEntered, this, [this] { findChild<QLineEdit*>()->clear(); });
+}
+
+// The base class leaves selected folders out of the field of names, and what is not named there is not
+// chosen.
+void FilesAndFoldersDialog::nameSelection()
+{
+    QStringList names;
+    for (const QModelIndex& index : entries(*this)->selectionModel()->selectedRows())
+        names << index.data().toString();
+    if (names.isEmpty()) return;
+    const QString separator = QStringLiteral("\" \"");
+    findChild<QLineEdit*>()->setText(names.size() == 1 ? names.first() : u'"' + names.join(separator) + u'"');
+}
+
+// The base class enters a folder instead of choosing it.
+void FilesAndFoldersDialog::accept()
+{
+    const QStringList files = selectedFiles();
+    for (const QString& file : files) {
+        if (!QFile::exists(file)) return QFileDialog::accept();
+    }
+    if (files.isEmpty()) return;
+    QDialog::accept();
+    Q_EMIT filesSelected(files);
+}
+
+void chooseFilesAndFolders(QWidget* parent, ChosenFiles chosen)
+{
+    auto* dialog = new FilesAndFoldersDialog(parent);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    QObject::connect(dialog, &QFileDialog::filesSelected, parent,
+                     [chosen = std::move(chosen)](const QStringList& files) {
+                         std::vector<std::filesystem::path> paths;
+                         for (const QString& file : files)
+                             paths.emplace_back(QFile::encodeName(file).toStdString());
+                         chosen(std::move(paths));
+                     });
+    dialog->open();
+}
+
+} // namespace lumora

@@ -1,0 +1,153 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/results/result_row.h"
+
+#include "ui/controls/figures.h"
+#include "ui/results/results_list_model.h"
+#include "ui/theme/fonts.h"
+#include "ui/theme/surfaces.h"
+#include "ui/theme/symbols.h"
+#include "ui/theme/tidewell_theme.h"
+
+#include <QPainter>
+#include <QStyle>
+
+namespace lumora {
+namespace {
+
+using fonts::TextStyle;
+
+constexpr int designHeight = 58;
+constexpr int sidePadding = 10;
+constexpr int lineSpacing = 2;
+constexpr int columnSpacing = 8;
+constexpr int buttonSide = 28;
+constexpr double symbolSize = 13;
+
+int buttonExtent()
+{
+    return fonts::scaled(buttonSide);
+}
+
+Symbol statusSymbol(bool success)
+{
+    return {success ? QStringLiteral("checkmark.circle.fill")
+                    : QStringLiteral("exclamationmark.triangle.fill"),
+            symbolSize};
+}
+
+} // namespace
+
+int ResultRow::height()
+{
+    return fonts::scaled(designHeight);
+}
+
+ResultRow::ResultRow(const QModelIndex& index, const QStyleOptionViewItem& option)
+    : m_option(option), m_name(index.data().toString()),
+      m_message(index.data(ResultsListModel::MessageRole).toString().simplified()),
+      m_isSuccess(index.data(ResultsListModel::IsSuccessRole).toBool()),
+      m_hasOutput(index.data(ResultsListModel::HasOutputRole).toBool()),
+      m_isLast(index.row() == index.model()->rowCount() - 1)
+{
+    if (m_isSuccess) m_metricsText = index.data(ResultsListModel::MetricsTextRole).toString();
+}
+
+QRect ResultRow::mirrored(const QRect& area) const
+{
+    return QStyle::visualRect(m_option.direction, m_option.rect, area);
+}
+
+QRect ResultRow::revealButton() const
+{
+    if (!m_hasOutput) return {};
+    const int side = buttonExtent();
+    const QRect& row = m_option.rect;
+    return mirrored({row.right() + 1 - sidePadding - side, row.center().y() - side / 2, side, side});
+}
+
+QRect ResultRow::textColumn() const
+{
+    const int leading = sidePadding + statusSymbol(m_isSuccess).extent() + columnSpacing;
+    const int trailing = sidePadding + (m_hasOutput ? buttonExtent() + columnSpacing : 0);
+    return m_option.rect.adjusted(leading, 0, -trailing, 0);
+}
+
+void ResultRow::paint(QPainter& painter, bool revealHovered) const
+{
+    paintGround(painter);
+    const Symbol status = statusSymbol(m_isSuccess);
+    const QRect icon(m_option.rect.left() + sidePadding, m_option.rect.top(), status.extent(),
+                     m_option.rect.height());
+    status.paint(painter, mirrored(icon), m_isSuccess ? TidewellTheme::sage() : TidewellTheme::copper());
+    paintTexts(painter);
+    if (!m_hasOutput) return;
+    if (revealHovered)
+        paintRounded(painter, revealButton(), 6, TidewellTheme::withOpacity(TidewellTheme::cream(), 0.12),
+                     Qt::transparent);
+    Symbol{QStringLiteral("magnifyingglass"), symbolSize}.paint(
+        painter, revealButton(), revealHovered ? TidewellTheme::copperBright() : TidewellTheme::copper());
+}
+
+void ResultRow::paintGround(QPainter& painter) const
+{
+    const auto cream = [](double opacity) {
+        return TidewellTheme::withOpacity(TidewellTheme::cream(), opacity);
+    };
+    const bool selected = m_option.state.testFlag(QStyle::State_Selected);
+    if (selected)
+        painter.fillRect(m_option.rect, cream(0.1));
+    else if (m_option.state.testFlag(QStyle::State_MouseOver))
+        painter.fillRect(m_option.rect, cream(0.05));
+    if (!m_isLast) painter.fillRect(m_option.rect.adjusted(0, m_option.rect.height() - 1, 0, 0), cream(0.1));
+    if (m_option.state.testFlag(QStyle::State_HasFocus))
+        paintFocusRing(painter, m_option.rect.adjusted(1, 1, -1, -2), 7, TidewellTheme::copperBright());
+}
+
+void ResultRow::paintTexts(QPainter& painter) const
+{
+    const QRect column = textColumn();
+    int height = fonts::lineHeight(TextStyle::body) + lineSpacing + fonts::lineHeight(TextStyle::caption);
+    if (m_isSuccess) height += lineSpacing + fonts::lineHeight(TextStyle::caption2);
+    int top = column.top() + (column.height() - height) / 2;
+    const auto nextLine = [&](TextStyle style) {
+        const QRect line(column.left(), top, column.width(), fonts::lineHeight(style));
+        top += line.height() + lineSpacing;
+        painter.setFont(fonts::font(style));
+        return mirrored(line);
+    };
+    painter.setPen(TidewellTheme::cream());
+    paintText(painter, nextLine(TextStyle::body), m_name, Qt::ElideMiddle);
+    painter.setPen(TidewellTheme::creamMuted());
+    paintText(painter, nextLine(TextStyle::caption), m_message, Qt::ElideRight);
+    if (!m_isSuccess) return;
+    painter.setPen(TidewellTheme::creamSubtle());
+    paintMetrics(painter, nextLine(TextStyle::caption2));
+}
+
+// The edge follows the window's direction, not that of the text.
+Qt::Alignment ResultRow::edge() const
+{
+    return m_option.direction == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
+}
+
+void ResultRow::paintText(QPainter& painter, const QRect& line, const QString& text,
+                          Qt::TextElideMode mode) const
+{
+    painter.setFont(fonts::shapedFor(text, painter.font()));
+    const auto place = static_cast<int>(edge() | Qt::AlignAbsolute | Qt::AlignVCenter);
+    painter.drawText(line, place | Qt::TextDontClip | Qt::TextSingleLine,
+                     painter.fontMetrics().elidedText(text, mode, line.width()));
+}
+
+void ResultRow::paintMetrics(QPainter& painter, const QRect& line) const
+{
+    const QFontMetricsF metrics(painter.font());
+    const double width = figuresWidth(metrics, m_metricsText);
+    if (width > line.width()) return paintText(painter, line, m_metricsText, Qt::ElideRight);
+    const double left = edge() == Qt::AlignRight ? line.right() + 1 - width : line.left();
+    const double baseline = line.top() + (line.height() + metrics.ascent() - metrics.descent()) / 2;
+    drawFigures(painter, {left, baseline}, m_metricsText);
+}
+
+} // namespace lumora

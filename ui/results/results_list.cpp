@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/results/results_list.h"
+
+#include "ui/results/results_list_model.h"
+#include "ui/results/results_list_view.h"
+#include "ui/results/results_summary.h"
+#include "ui/theme/surfaces.h"
+#include "ui/theme/tidewell_theme.h"
+
+#include <QEvent>
+#include <QPainter>
+#include <QVBoxLayout>
+
+namespace lumora {
+namespace {
+
+constexpr int spacing = 10;
+constexpr double cornerRadius = 8;
+
+} // namespace
+
+ResultsList::ResultsList(const ProcessingModel& processing, FileBrowser fileBrowser, QWidget* parent)
+    : QWidget(parent), m_model(new ResultsListModel(processing, this)),
+      m_summary(new ResultsSummary(processing)), m_view(new ResultsListView(*m_model, std::move(fileBrowser)))
+{
+    auto* stack = new QVBoxLayout(this);
+    stack->setContentsMargins(0, 0, 0, 0);
+    stack->setSpacing(spacing);
+    stack->addWidget(m_summary);
+    stack->addWidget(m_view);
+    connect(m_model, &QAbstractItemModel::rowsInserted, this, &ResultsList::refresh);
+    refresh();
+}
+
+QSize ResultsList::minimumSizeHint() const
+{
+    return {0, m_summary->sizeHint().height() + spacing + m_view->rowHeight()};
+}
+
+void ResultsList::refresh()
+{
+    m_view->setMaximumHeight(m_view->listHeight());
+    m_view->updateGeometry();
+    const bool empty = m_model->rowCount() == 0;
+    if (isHidden() != empty) setVisible(!empty);
+    updateGeometry();
+}
+
+bool ResultsList::event(QEvent* event)
+{
+    if (event->type() == QEvent::ApplicationFontChange) refresh();
+    return QWidget::event(event);
+}
+
+void ResultsList::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    paintRounded(painter, m_view->geometry(), cornerRadius,
+                 TidewellTheme::withOpacity(TidewellTheme::leatherRaised(), 0.82),
+                 TidewellTheme::withOpacity(TidewellTheme::cream(), 0.16));
+}
+
+} // namespace lumora

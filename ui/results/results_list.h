@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The outcome of the files so far: totals above up to eight rows, beyond which the rows scroll. Hidden while
+// there is no result.
+#pragma once
+
+#include "ui/results/file_browser.h"
+
+#include <QWidget>
+
+namespace lumora {
+
+class ProcessingModel;
+class ResultsListModel;
+class ResultsListView;
+class ResultsSummary;
+
+class ResultsList : public QWidget
+{
+    Q_OBJECT
+
+public:
+    // The model must outlive the list.
+    ResultsList(const ProcessingModel& processing, FileBrowser fileBrowser, QWidget* parent = nullptr);
+
+    // The totals and one row.
+    QSize minimumSizeHint() const override;
+
+protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void refresh();
+
+    ResultsListModel* m_model;
+    ResultsSummary* m_summary;
+    ResultsListView* m_view;
+};
+
+} // namespace lumora

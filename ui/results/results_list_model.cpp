@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/results/results_list_model.h"
+
+#include "model/processing_model.h"
+#include "model/result_text.h"
+#include "records/processing_result.h"
+#include "system/file_uris.h"
+#include "ui/controls/path_text.h"
+
+#include <QLocale>
+#include <QMimeData>
+
+namespace lumora {
+namespace {
+
+constexpr QLatin1String uriListType("text/uri-list");
+
+QString metricsLine(const ProcessingResult& result)
+{
+    return metricsText(result, QLocale());
+}
+
+// Markup in a name or message must show as itself, and a path must not be wrapped at its blanks.
+QString toolTip(const ProcessingResult& result)
+{
+    QStringList lines{pathText(result.sourceURL)};
+    if (result.outputURL && *result.outputURL != result.sourceURL) lines << pathText(*result.outputURL);
+    lines << QString::fromStdString(result.message);
+    return QStringLiteral("<p style=\"white-space:pre\">%1</p>").arg(lines.join(u'\n').toHtmlEscaped());
+}
+
+// What the icon says to the eye comes first.
+QString spokenOutcome(const ProcessingResult& result)
+{
+    const QString message = QString::fromStdString(result.message);
+    if (!result.isSuccess) return QStringLiteral("Failed: %1").arg(message);
+    return QStringLiteral("Succeeded: %1, %2").arg(message, metricsLine(result));
+}
+
+} // namespace
+
+ResultsListModel::ResultsListModel(const ProcessingModel& processing, QObject* parent)
+    : QAbstractListModel(parent), m_processing(processing), m_rowCount(processing.resultCount())
+{
+    connect(&processing, &ProcessingModel::resultInserted, this, &ResultsListModel::insertNewest);
+}
+
+const ProcessingResult& ResultsListModel::result(const QModelIndex& index) const
+{
+    // While views hear of a coming row, the processing model has it already.
+    return m_processing.resultAt(index.row() + m_processing.resultCount() - m_rowCount);
+}
+
+int ResultsListModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : m_rowCount;
+}
+
+QVariant ResultsListModel::data(const QModelIndex& index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
+    const ProcessingResult& row = result(index);
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::AccessibleTextRole:
+        return fileNameText(row.sourceURL);
+    case Qt::AccessibleDescriptionRole:
+        return spokenOutcome(row);
+    case Qt::ToolTipRole:
+        return toolTip(row);
+    case OriginalBytesRole:
+        return QVariant::fromValue<qlonglong>(row.originalBytes);
+    case OutputBytesRole:
+        return QVariant::fromValue<qlonglong>(row.outputBytes);
+    case MessageRole:
+        return QString::fromStdString(row.message);
+    case IsSuccessRole:
+        return row.isSuccess;
+    case HasOutputRole:
+        return row.outputURL.has_value();
+    case MetricsTextRole:
+        return metricsLine(row);
+    default:
+        return {};
+    }
+}
+
+Qt::ItemFlags ResultsListModel::flags(const QModelIndex& index) const
+{
+    if (!index.isValid()) return Qt::NoItemFlags;
+    Qt::ItemFlags flags = QAbstractListModel::flags(index) | Qt::ItemNeverHasChildren;
+    flags.setFlag(Qt::ItemIsDragEnabled, result(index).outputURL.has_value());
+    return flags;
+}
+
+QStringList ResultsListModel::mimeTypes() const
+{
+    return {uriListType};
+}
+
+QMimeData* ResultsListModel::mimeData(const QModelIndexList& indexes) const
+{
+    QByteArray uris;
+    for (const QModelIndex& index : indexes) {
+        if (const auto& output = result(index).outputURL)
+            uris += QByteArray::fromStdString(fileUri(*output) + "\r\n");
+    }
+    if (uris.isEmpty()) return nullptr;
+    auto* data = new QMimeData;
+    data->setData(uriListType, uris);
+    return data;
+}
+
+void ResultsListModel::insertNewest()
+{
+    beginInsertRows({}, 0, 0);
+    ++m_rowCount;
+    endInsertRows();
+}
+
+} // namespace lumora
