@@ -48,7 +48,7 @@ AboutPanel::AboutPanel(QWidget* parent) : QDialog(parent)
     icon->setPixmap(QApplication::windowIcon().pixmap(iconSide));
     layout->addWidget(icon);
     layout->addWidget(label(QStringLiteral("Lumora"), fonts::TextStyle::title2, this));
-    layout->addWidget(label(PreferencesView::appVersionText(mainBundleURL()), fonts::TextStyle::body, this));
+    layout->addWidget(label(PreferencesView::appVersionText(mainBundlePath()), fonts::TextStyle::body, this));
     layout->addWidget(label(QStringLiteral("Optimizes images on this computer.\n\u00A9 2026 Tidewell\n"
                                            "Licence: GPL-3.0-or-later"),
                             fonts::TextStyle::body, this));

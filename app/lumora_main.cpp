@@ -113,7 +113,7 @@ int main(int argc, char** argv)
         std::cout << helpText;
         return 0;
     case LaunchArguments::Kind::version:
-        std::cout << "lumora " << PreferencesView::appVersionText(mainBundleURL()).toStdString() << '\n';
+        std::cout << "lumora " << PreferencesView::appVersionText(mainBundlePath()).toStdString() << '\n';
         return 0;
     case LaunchArguments::Kind::launch:
         break;

@@ -4,23 +4,24 @@
 
 namespace lumora::ImageOptimizer {
 
-ImageProperties destinationProperties(const OptimizerSettings& settings,
-                                      const ImageProperties& sourceProperties, bool includeCompression)
+DestinationProperties destinationProperties(const OptimizerSettings& settings, const Metadata& sourceMetadata,
+                                            bool includeCompression)
 {
-    ImageProperties properties = settings.removeMetadata ? ImageProperties{} : sourceProperties;
+    DestinationProperties properties;
+    if (!settings.removeMetadata) properties.metadata = sourceMetadata;
     if (includeCompression && settings.outputFormat != OutputFormat::png) {
-        properties[PropertyKey::lossyCompressionQuality] =
+        properties.lossyCompressionQuality =
             settings.usesLossyCompression() ? settings.normalizedQuality() : 1.0;
     }
     if (settings.removeMetadata) {
-        for (const PropertyKey key : metadataKeys)
-            properties.erase(key);
+        for (const MetadataGroup group : metadataKeys)
+            properties.metadata.remove(group);
     }
     // The pixels stand upright already; a tag would turn them a second time.
-    properties.erase(PropertyKey::orientation);
+    properties.metadata.orientation.reset();
     if (settings.removeColorManagement) {
-        properties.erase(PropertyKey::colorModel);
-        properties.erase(PropertyKey::profileName);
+        properties.metadata.colorModel.clear();
+        properties.metadata.profileName.clear();
     }
     return properties;
 }

@@ -3,6 +3,7 @@
 // Which properties of the source travel into the output, and the quality it is encoded with.
 #pragma once
 
+#include "formats/image_destination.h"
 #include "metadata/metadata.h"
 #include "records/optimizer_settings.h"
 
@@ -11,12 +12,12 @@
 namespace lumora::ImageOptimizer {
 
 // The groups that "remove metadata" strips, in a fixed order.
-inline constexpr std::array metadataKeys{PropertyKey::exif, PropertyKey::gps, PropertyKey::tiff,
-                                         PropertyKey::iptc, PropertyKey::png, PropertyKey::jfif,
-                                         PropertyKey::gif};
+inline constexpr std::array metadataKeys{MetadataGroup::exif, MetadataGroup::gps, MetadataGroup::tiff,
+                                         MetadataGroup::iptc, MetadataGroup::png, MetadataGroup::jfif,
+                                         MetadataGroup::gif};
 
-ImageProperties destinationProperties(const OptimizerSettings& settings,
-                                      const ImageProperties& sourceProperties = {},
-                                      bool includeCompression = true);
+DestinationProperties destinationProperties(const OptimizerSettings& settings,
+                                            const Metadata& sourceMetadata = {},
+                                            bool includeCompression = true);
 
 } // namespace lumora::ImageOptimizer

@@ -4,21 +4,15 @@
 
 #include "engine/extension_list.h"
 #include "engine/file_input_resolver.h"
+#include "formats/format.h"
 
-#include <array>
-#include <string_view>
+#include <algorithm>
 
 namespace lumora::ImageFileFilter {
-namespace {
-
-constexpr std::array<std::string_view, 10> supportedExtensions{"jpg",  "jpeg", "png",  "gif",  "tif",
-                                                               "tiff", "bmp",  "heic", "heif", "webp"};
-
-} // namespace
-
-bool isImage(const std::filesystem::path& url)
+bool isImage(const std::filesystem::path& path)
 {
-    return hasExtension(url, supportedExtensions);
+    return std::ranges::any_of(
+        formats(), [&path](const Format* format) { return hasExtension(path, format->extensions); });
 }
 
 bool canContainImages(const std::filesystem::path& url)

@@ -86,7 +86,7 @@ void encodeWithPlatform(const Job& job, const ImageSource& source, const Image& 
         outputUTI(source.typeIdentifier(), job.settings, ImageDestination::writableTypeIdentifiers());
     auto destination = ImageDestination::create(output, type);
     if (!destination) throw ImageOptimizerError::cannotCreateDestination(output);
-    destination->addImage(image, destinationProperties(job.settings, source.properties()));
+    destination->addImage(image, destinationProperties(job.settings, source.metadata()));
     if (!destination->finalize()) throw ImageOptimizerError::cannotFinalize(output);
 }
 
@@ -94,8 +94,7 @@ void encode(const Job& job, const ImageSource& source, const Image& image,
             const std::filesystem::path& output)
 {
     if (isWebP(job.settings.outputFormat)) {
-        encodeWebPWithCWebP(image, output, job.settings, source.properties(),
-                            {job.services.bundleURL, job.services.killEncoders});
+        encodeWebPWithCWebP(image, output, job.settings, source.metadata(), job.services.stop);
     } else {
         encodeWithPlatform(job, source, image, output);
     }

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/optimizer_services.h"
 
-#include "system/bundle.h"
 #include "system/trash.h"
 
 namespace lumora {
@@ -12,8 +11,7 @@ OptimizerServices OptimizerServices::system()
     return {
         .confirmOverwrite = [](const std::filesystem::path&) { return false; },
         .moveToTrash = [](const std::filesystem::path& url) { return lumora::moveToTrash(url); },
-        .bundleURL = mainBundleURL(),
-        .killEncoders = {},
+        .stop = {},
     };
 }
 

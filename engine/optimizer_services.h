@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the optimizer takes from outside besides the file system: the question to the user, the Trash, the
-// place of the bundled encoder, and the order to give up. Each is replaceable in tests. A value; its
+// What the optimizer takes from outside besides the file system: the question to the user, the Trash, and the
+// order to give up. Each is replaceable in tests. A value; its
 // functions are called from the worker's thread.
 #pragma once
 
@@ -21,13 +21,10 @@ struct OptimizerServices
     std::function<bool(const std::filesystem::path&)> confirmOverwrite;
     // Moves a file to the user's Trash.
     std::function<Status(const std::filesystem::path&)> moveToTrash;
-    // The application directory that holds Contents/MacOS/cwebp.
-    std::filesystem::path bundleURL;
-    // Once stopped, a running encoder is killed and its file fails.
-    std::stop_token killEncoders;
+    // Once requested, a file in work fails as soon as it can.
+    std::stop_token stop;
 
-    // The services of this machine: skip, the desktop's Trash, the directory of the running program, never
-    // stopped.
+    // The services of this machine: skip, the desktop's Trash, never stopped.
     static OptimizerServices system();
 };
 

@@ -93,8 +93,8 @@ std::string outputExtension(const std::filesystem::path& source, const std::opti
 {
     if (const auto fixed = fileExtension(settings.outputFormat)) return std::string(*fixed);
     if (sourceType) {
-        if (const ImageType* type = imageTypeWithIdentifier(*sourceType))
-            return std::string(type->preferredExtension);
+        if (const Format* format = formatWithIdentifier(*sourceType))
+            return std::string(format->preferredExtension);
     }
     const std::string own = pathExtension(source);
     return own.empty() ? std::string(lastResortExtension) : own;

@@ -1,11 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// WebP by the external encoder `cwebp`: the picture goes to it as a temporary binary PPM file and comes back
-// as a temporary WebP file. Blocks its thread until the encoder ends, without a time limit.
+// WebP by the external encoder: what it is asked for, and what its failures are called.
 #pragma once
 
-#include "metadata/metadata.h"
-#include "pixels/image.h"
+#include "formats/image_destination.h"
 #include "records/optimizer_settings.h"
 
 #include <filesystem>
@@ -17,26 +15,19 @@
 
 namespace lumora::ImageOptimizer {
 
-// The encoder to run: what LUMORA_CWEBP_PATH names when that is executable, else Contents/MacOS/cwebp of the
-// bundle. Looked up anew for every file.
-std::optional<std::filesystem::path> bundledCWebPExecutableURL(const std::filesystem::path& bundleURL);
+// The encoder of the running program, see findCwebp.
+std::optional<std::filesystem::path> bundledCWebPExecutableURL();
 
 // The value of the encoder's -metadata option.
 std::string_view webPMetadataArgument(const OptimizerSettings& settings);
 
-std::vector<std::string> cwebpArguments(const OptimizerSettings& settings, const std::filesystem::path& ppm,
-                                        const std::filesystem::path& webp);
+// The encoder's arguments but for the two files. A quality that is no integer of 64 bits ends the program.
+std::vector<std::string> cwebpOptions(const OptimizerSettings& settings);
 
-struct WebPEncoding
-{
-    std::filesystem::path bundleURL;
-    std::stop_token kill; // ends a running encoder
-};
-
-// Encodes to the output URL, where no file may be. The source's properties change nothing yet: the PPM file
-// cannot carry them. Leaves no temporary file on any way out. Throws ImageOptimizerError.
+// Encodes to the output path, where no file may be. The source's metadata changes nothing yet: the PPM file
+// cannot carry it. Blocks its thread until the encoder ends; a stop kills it. Throws ImageOptimizerError.
 void encodeWebPWithCWebP(const Image& image, const std::filesystem::path& output,
-                         const OptimizerSettings& settings, const ImageProperties& sourceProperties,
-                         const WebPEncoding& encoding);
+                         const OptimizerSettings& settings, const Metadata& sourceMetadata,
+                         const std::stop_token& stop);
 
 } // namespace lumora::ImageOptimizer

@@ -10,9 +10,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     const auto bytes = std::as_bytes(std::span(data, size));
     const auto head = bytes.first(std::min(size, lumora::sniffLength));
-    const lumora::ImageType* type = lumora::sniffImageType(head);
-    if (!type) return 0;
-    lumora::fuzz::require(type->readable);
-    lumora::fuzz::require(lumora::imageTypeWithIdentifier(type->identifier) == type);
+    const lumora::Format* format = lumora::formatOfContent(head);
+    if (!format) return 0;
+    lumora::fuzz::require(format->reader != nullptr);
+    lumora::fuzz::require(lumora::formatWithIdentifier(format->identifier) == format);
     return 0;
 }

@@ -4,9 +4,9 @@
 // first letter of an input says what the rest is: an EXIF block (e), an XMP packet (x), IPTC records in their
 // image resource (i), or a whole file of any kind (f).
 #include "bmp/bmp_codec.h"
+#include "encoding.h"
 #include "formats/image_source.h"
 #include "fuzz/fuzzing.h"
-#include "image_encoders.h"
 #include "pixels/drawing.h"
 #include "system/file_descriptor.h"
 
@@ -47,7 +47,7 @@ Bytes makePlainJpeg()
     const MemoryFile bmp(lumora::encodeBmp(edge, edge, 1, gray));
     const auto source = lumora::ImageSource::open(bmp.path());
     require(static_cast<bool>(source));
-    const auto jpeg = lumora::encodeImage("public.jpeg", source->image(), 50, {});
+    const auto jpeg = lumora::encodeImage(lumora::jpegFormat, source->image(), 50, {});
     require(static_cast<bool>(jpeg));
     return *jpeg;
 }
@@ -81,10 +81,10 @@ Bytes fileOf(std::byte kind, std::span<const std::byte> block)
     }
 }
 
-void checkWriting(const lumora::Image& picture, const lumora::ImageProperties& properties)
+void checkWriting(const lumora::Image& picture, const lumora::Metadata& metadata)
 {
-    for (const char* type : {"public.jpeg", "public.png", "public.tiff"}) {
-        const auto bytes = lumora::encodeImage(type, picture, 80, properties);
+    for (const lumora::Format* format : {&lumora::jpegFormat, &lumora::pngFormat, &lumora::tiffFormat}) {
+        const auto bytes = lumora::encodeImage(*format, picture, 80, metadata);
         require(static_cast<bool>(bytes));
         const MemoryFile file(*bytes);
         const auto again = lumora::ImageSource::open(file.path());
@@ -104,6 +104,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto source = lumora::ImageSource::open(file.path());
     if (!source || source->image().width() * source->image().height() > mostPixels) return 0;
     const auto picture = lumora::decode(source->image());
-    if (picture) checkWriting(*picture, source->properties());
+    if (picture) checkWriting(*picture, source->metadata());
     return 0;
 }

@@ -68,7 +68,7 @@ void Batch::cancel()
 ProcessingResult Batch::optimize(const std::filesystem::path& file) const
 {
     OptimizerServices services = m_context.services.optimizerServices;
-    services.killEncoders = m_kill.get_token();
+    services.stop = m_kill.get_token();
     services.confirmOverwrite = [this](const std::filesystem::path& output) {
         return m_context.prompter.confirm(output, m_kill.get_token());
     };

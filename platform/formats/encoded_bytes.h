@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Small helpers of the encoders. For the codec layer only.
+// Small helpers of the encoders. Any thread.
 #pragma once
 
-#include "encoders.h"
+#include "format_io.h"
 #include "pixels/vips_library.h"
 
 #include <vips/vips.h>

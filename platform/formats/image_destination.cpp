@@ -2,12 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formats/image_destination.h"
 
-#include "image_encoders.h"
+#include "encoding.h"
 #include "system/atomic_file.h"
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 #include <utility>
 
 namespace lumora {
@@ -15,11 +14,15 @@ namespace {
 
 constexpr double defaultQuality = 0.82;
 
-int encoderQuality(const ImageProperties& properties)
+int encoderQuality(const DestinationProperties& properties)
 {
-    const auto found = properties.find(PropertyKey::lossyCompressionQuality);
-    const double share = found == properties.end() ? defaultQuality : std::get<double>(found->second);
+    const double share = properties.lossyCompressionQuality.value_or(defaultQuality);
     return std::clamp(static_cast<int>(std::lround(share * 100)), 1, 100);
+}
+
+bool isWritable(const Format* format)
+{
+    return format && format->writtenBy() == WrittenBy::codec && format->canBeWritten();
 }
 
 } // namespace
@@ -27,25 +30,28 @@ int encoderQuality(const ImageProperties& properties)
 struct ImageDestination::State
 {
     AtomicFile file;
-    std::string typeIdentifier;
+    const Format& format;
     std::optional<Image> image;
-    ImageProperties properties;
+    DestinationProperties properties;
 };
 
 std::vector<std::string> ImageDestination::writableTypeIdentifiers()
 {
-    return encodableTypeIdentifiers();
+    std::vector<std::string> identifiers;
+    for (const Format* format : formats()) {
+        if (isWritable(format)) identifiers.emplace_back(format->identifier);
+    }
+    return identifiers;
 }
 
-Result<ImageDestination> ImageDestination::create(const std::filesystem::path& url,
+Result<ImageDestination> ImageDestination::create(const std::filesystem::path& path,
                                                   std::string_view typeIdentifier)
 {
-    if (std::ranges::count(writableTypeIdentifiers(), typeIdentifier) == 0)
-        return Error{"not a writable type"};
-    auto file = AtomicFile::create(url);
+    const Format* const format = formatWithIdentifier(typeIdentifier);
+    if (!isWritable(format)) return Error{"not a writable type"};
+    auto file = AtomicFile::create(path);
     if (!file) return file.error();
-    return ImageDestination(
-        std::unique_ptr<State>(new State{std::move(*file), std::string(typeIdentifier), std::nullopt, {}}));
+    return ImageDestination(std::unique_ptr<State>(new State{std::move(*file), *format, std::nullopt, {}}));
 }
 
 ImageDestination::ImageDestination(std::unique_ptr<State> state) : m_state(std::move(state)) {}
@@ -53,7 +59,7 @@ ImageDestination::ImageDestination(ImageDestination&&) noexcept = default;
 ImageDestination& ImageDestination::operator=(ImageDestination&&) noexcept = default;
 ImageDestination::~ImageDestination() = default;
 
-void ImageDestination::addImage(const Image& image, const ImageProperties& properties)
+void ImageDestination::addImage(const Image& image, const DestinationProperties& properties)
 {
     m_state->image = image;
     m_state->properties = properties;
@@ -62,8 +68,8 @@ void ImageDestination::addImage(const Image& image, const ImageProperties& prope
 Status ImageDestination::finalize()
 {
     if (!m_state->image) return Error{"no picture was added"};
-    const auto bytes = encodeImage(m_state->typeIdentifier, *m_state->image,
-                                   encoderQuality(m_state->properties), m_state->properties);
+    const auto bytes = encodeImage(m_state->format, *m_state->image, encoderQuality(m_state->properties),
+                                   m_state->properties.metadata);
     if (!bytes) return bytes.error();
     if (auto status = m_state->file.append(*bytes); !status) return status;
     return m_state->file.commit();

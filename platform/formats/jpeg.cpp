@@ -1,8 +1,14 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "encoded_bytes.h"
+#include "format_io.h"
+#include "metadata/reading.h"
+#include "metadata/resolution.h"
+#include "vips_density.h"
+#include "vips_loading.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <string>
 
@@ -46,7 +52,7 @@ void appendJfif(Bytes& jpeg, const Resolution& resolution)
 }
 
 // Replaces the blocks that the image library makes up by the picture's own metadata.
-Bytes withSegments(const Bytes& jpeg, const MetadataBlobs& metadata, bool isInk)
+Bytes withSegments(const Bytes& jpeg, const EncodeRequest& request, bool isInk)
 {
     Bytes result(jpeg.begin(), jpeg.begin() + startOfImage);
     std::size_t at = startOfImage;
@@ -55,18 +61,17 @@ Bytes withSegments(const Bytes& jpeg, const MetadataBlobs& metadata, bool isInk)
     };
     while (isSegment(std::byte{0xE0}) || isSegment(std::byte{0xE1}))
         at += lengthAt(jpeg, at);
-    if (!isInk) appendJfif(result, metadata.resolution);
-    appendSegment(result, 0xE1, "Exif\0\0"sv, metadata.exif);
-    appendSegment(result, 0xE1, "http://ns.adobe.com/xap/1.0/\0"sv, metadata.xmp);
-    appendSegment(result, 0xED, "Photoshop 3.0\0"sv, metadata.iptc);
+    if (!isInk) appendJfif(result, resolutionOf(request.metadata));
+    appendSegment(result, 0xE1, "Exif\0\0"sv, exifBlock(request.metadata, request.facts));
+    appendSegment(result, 0xE1, "http://ns.adobe.com/xap/1.0/\0"sv,
+                  xmpPacket(request.metadata, request.facts));
+    appendSegment(result, 0xED, "Photoshop 3.0\0"sv, iptcBlock(request.metadata));
     result.insert(result.end(), jpeg.begin() + static_cast<std::ptrdiff_t>(std::min(at, jpeg.size())),
                   jpeg.end());
     return result;
 }
 
-} // namespace
-
-Result<Bytes> encodeJpeg(const EncodeRequest& request)
+Result<Bytes> encode(const EncodeRequest& request)
 {
     void* buffer = nullptr;
     std::size_t size = 0;
@@ -77,7 +82,54 @@ Result<Bytes> encodeJpeg(const EncodeRequest& request)
         return takeVipsError();
     }
     const bool isInk = vips_image_get_bands(request.image) == 4;
-    return withSegments(takeBytes(buffer, size), request.metadata, isInk);
+    return withSegments(takeBytes(buffer, size), request, isInk);
 }
+
+Result<VipsImagePtr> load(int descriptor)
+{
+    return loadStrictly(vips_jpegload_source, descriptor);
+}
+
+Result<VipsImagePtr> loadReduced(int divisor, int descriptor)
+{
+    const std::unique_ptr<VipsSource, VipsUnref> source(vips_source_new_from_descriptor(descriptor));
+    VipsImage* image = nullptr;
+    if (!source ||
+        vips_jpegload_source(source.get(), &image, "shrink", divisor, "access", VIPS_ACCESS_SEQUENTIAL,
+                             "fail_on", VIPS_FAIL_ON_ERROR, nullptr) != 0) {
+        return takeVipsError();
+    }
+    return VipsImagePtr(image);
+}
+
+void describe(int descriptor, VipsImage* image, Metadata& metadata)
+{
+    metadata.jfifDensity = densityOf(image);
+    readContainer(descriptor, metadata);
+}
+
+bool begins(std::string_view head)
+{
+    return head.starts_with("\xFF\xD8\xFF"sv);
+}
+
+constexpr std::array extensions{"jpg"sv, "jpeg"sv};
+constexpr std::array mimeTypes{"image/jpeg"sv};
+constexpr StorageLimits limits{
+    .holdsGray = true, .holdsInk = true, .profiles = ProfileStorage::any, .longestEdge = 65500};
+constexpr FormatReader reader{
+    .load = load, .describe = describe, .loadReduced = loadReduced, .operation = "VipsForeignLoadJpeg"};
+constexpr FormatWriter writer{.encode = encode, .operation = "VipsForeignSaveJpeg"};
+
+} // namespace
+
+constinit const Format jpegFormat{.identifier = "public.jpeg",
+                                  .preferredExtension = "jpeg",
+                                  .extensions = extensions,
+                                  .mimeTypes = mimeTypes,
+                                  .begins = begins,
+                                  .limits = limits,
+                                  .reader = &reader,
+                                  .writer = &writer};
 
 } // namespace lumora

@@ -1,14 +1,20 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "bmp/bmp_codec.h"
 #include "encoded_bytes.h"
+#include "format_io.h"
+#include "metadata/reading.h"
+#include "metadata/resolution.h"
 #include "pixels/stored_form.h"
+#include "vips_loading.h"
 
 #include <algorithm>
-#include <span>
+#include <array>
+#include <string_view>
 
 namespace lumora {
 namespace {
+
+using namespace std::string_view_literals;
 
 VipsImagePtr withResolution(VipsImage* image, const Resolution& resolution)
 {
@@ -63,35 +69,66 @@ Result<Bytes> smallestBlackAndWhite(VipsImage* image)
     return writing->size() <= picture->size() ? writing : picture;
 }
 
-} // namespace
-
-Result<Bytes> encodeTiff(const EncodeRequest& request)
+Result<Bytes> encode(const EncodeRequest& request)
 {
-    const VipsImagePtr image = withResolution(request.image, request.metadata.resolution);
+    const VipsImagePtr image = withResolution(request.image, resolutionOf(request.metadata));
     if (!image) return takeVipsError();
     auto bytes = request.keepsModel && isBlackAndWhite(image.get()) ? smallestBlackAndWhite(image.get())
                                                                     : codedTiff(image.get(), {});
     if (!bytes) return bytes.error();
-    return withTiffMetadata(std::move(*bytes), request.metadata);
+    return withTiffMetadata(std::move(*bytes), request.metadata, request.facts);
 }
 
-Result<Bytes> encodeBmpFile(const EncodeRequest& request)
+Result<VipsImagePtr> load(int descriptor)
 {
-    VipsImage* wide = nullptr;
-    const int bands = vips_image_get_bands(request.image);
-    // Gray with alpha has no form of its own there.
-    if (bands == 2) {
-        if (vips_colourspace(request.image, &wide, VIPS_INTERPRETATION_sRGB, nullptr) != 0)
-            return takeVipsError();
-    } else {
-        wide = request.image;
-        g_object_ref(wide);
-    }
-    const VipsImagePtr image(wide);
-    const auto rows = componentsOf(wide);
-    if (!rows) return rows.error();
-    return encodeBmp(vips_image_get_width(wide), vips_image_get_height(wide), vips_image_get_bands(wide),
-                     std::as_bytes(rows->bytes()));
+    return loadStrictly(vips_tiffload_source, descriptor);
 }
+
+// The image library widens the components of a grey picture without saying so.
+void noteGrayForm(VipsImage* image, const MetadataFields& fields)
+{
+    if (vips_image_get_bands(image) != 1 || vips_image_get_format(image) != VIPS_FORMAT_UCHAR) return;
+    if (fields.empty()) return;
+    int bits = 1; // what the field means when it is absent
+    for (const MetadataField& field : fields) {
+        if (field.key == "Exif.Image.BitsPerSample" && !field.bytes.empty())
+            bits = static_cast<unsigned char>(field.bytes.front());
+    }
+    noteGrayBits(image, bits);
+}
+
+void describe(int descriptor, VipsImage* image, Metadata& metadata)
+{
+    readContainer(descriptor, metadata);
+    noteGrayForm(image, metadata.tiff);
+}
+
+bool begins(std::string_view head)
+{
+    return std::ranges::any_of(std::array{"II*\0"sv, "MM\0*"sv, "II+\0"sv, "MM\0+"sv},
+                               [head](std::string_view magic) { return head.starts_with(magic); });
+}
+
+constexpr std::array extensions{"tif"sv, "tiff"sv};
+constexpr std::array mimeTypes{"image/tiff"sv};
+constexpr StorageLimits limits{.holdsSixteenBits = true,
+                               .holdsGray = true,
+                               .holdsInk = true,
+                               .holdsAlpha = true,
+                               .holdsAnyModel = true,
+                               .profiles = ProfileStorage::any};
+constexpr FormatReader reader{.load = load, .describe = describe, .operation = "VipsForeignLoadTiff"};
+constexpr FormatWriter writer{.encode = encode, .operation = "VipsForeignSaveTiff"};
+
+} // namespace
+
+constinit const Format tiffFormat{.identifier = "public.tiff",
+                                  .preferredExtension = "tiff",
+                                  .extensions = extensions,
+                                  .mimeTypes = mimeTypes,
+                                  .begins = begins,
+                                  .limits = limits,
+                                  .reader = &reader,
+                                  .writer = &writer};
 
 } // namespace lumora

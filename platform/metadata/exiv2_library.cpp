@@ -29,12 +29,12 @@ constexpr std::uint16_t fieldTypeOf(Exiv2::TypeId type)
                                    : static_cast<std::uint16_t>(Exiv2::undefined);
 }
 
-void readInto(Exiv2::Value& value, const MetadataEntry& entry)
+void readInto(Exiv2::Value& value, const MetadataField& field)
 {
-    value.read(bytesOf(entry.bytes), static_cast<long>(entry.bytes.size()), Exiv2::littleEndian);
+    value.read(bytesOf(field.bytes), static_cast<long>(field.bytes.size()), Exiv2::littleEndian);
 }
 
-MetadataEntry entryWithKey(std::string key, const Exiv2::Metadatum& datum)
+MetadataField fieldWithKey(std::string key, const Exiv2::Metadatum& datum)
 {
     Exiv2::DataBuf buffer(datum.size());
     datum.copy(buffer.pData_, Exiv2::littleEndian);
@@ -59,32 +59,32 @@ void ensureExiv2Ready()
     static_cast<void>(started);
 }
 
-MetadataEntry entryOf(const Exiv2::Exifdatum& datum)
+MetadataField fieldOf(const Exiv2::Exifdatum& datum)
 {
-    return entryWithKey(unambiguousKey(datum), datum);
+    return fieldWithKey(unambiguousKey(datum), datum);
 }
 
-MetadataEntry entryOf(const Exiv2::Iptcdatum& datum)
+MetadataField fieldOf(const Exiv2::Iptcdatum& datum)
 {
-    return entryWithKey(datum.key(), datum);
+    return fieldWithKey(datum.key(), datum);
 }
 
-void addEntry(Exiv2::ExifData& data, const MetadataEntry& entry)
+void addField(Exiv2::ExifData& data, const MetadataField& field)
 {
-    const Exiv2::ExifKey key(entry.key);
+    const Exiv2::ExifKey key(field.key);
     // A remark's letters may be of two bytes, whose order follows that of the file.
-    const bool isRemark = key.defaultTypeId() == Exiv2::comment && entry.type == Exiv2::undefined;
+    const bool isRemark = key.defaultTypeId() == Exiv2::comment && field.type == Exiv2::undefined;
     const auto value =
-        Exiv2::Value::create(isRemark ? Exiv2::comment : static_cast<Exiv2::TypeId>(entry.type));
-    readInto(*value, entry);
+        Exiv2::Value::create(isRemark ? Exiv2::comment : static_cast<Exiv2::TypeId>(field.type));
+    readInto(*value, field);
     data.add(key, value.get());
 }
 
-void addEntry(Exiv2::IptcData& data, const MetadataEntry& entry)
+void addField(Exiv2::IptcData& data, const MetadataField& field)
 {
-    const Exiv2::IptcKey key(entry.key);
+    const Exiv2::IptcKey key(field.key);
     const auto value = Exiv2::Value::create(Exiv2::IptcDataSets::dataSetType(key.tag(), key.record()));
-    readInto(*value, entry);
+    readInto(*value, field);
     data.add(key, value.get());
 }
 

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The metadata library's start-up and the way between its values and MetadataEntry. For the metadata code
-// only.
+// The metadata library's start-up and the way between its values and MetadataField.
 #pragma once
 
 #include "metadata/metadata.h"
@@ -16,11 +15,21 @@ namespace lumora {
 // Starts the XMP toolkit once, with a lock, because files are handled on several threads; silences the log.
 void ensureExiv2Ready();
 
-MetadataEntry entryOf(const Exiv2::Exifdatum& datum);
-MetadataEntry entryOf(const Exiv2::Iptcdatum& datum);
+MetadataField fieldOf(const Exiv2::Exifdatum& datum);
+MetadataField fieldOf(const Exiv2::Iptcdatum& datum);
 // Throws Exiv2::Error for an unknown key.
-void addEntry(Exiv2::ExifData& data, const MetadataEntry& entry);
-void addEntry(Exiv2::IptcData& data, const MetadataEntry& entry);
+void addField(Exiv2::ExifData& data, const MetadataField& field);
+void addField(Exiv2::IptcData& data, const MetadataField& field);
+
+// A field that cannot be written costs only itself.
+template <class Data>
+void addIfSound(Data& data, const MetadataField& field)
+{
+    try {
+        addField(data, field);
+    } catch (const Exiv2::Error&) {
+    }
+}
 
 inline const Exiv2::byte* bytesOf(std::string_view text)
 {

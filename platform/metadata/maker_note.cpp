@@ -17,7 +17,7 @@ const Exiv2::ExifKey& noteKey()
     return key;
 }
 
-// Also the library's own entries of where the note lay and in which byte order.
+// Also the library's own fields of where the note lay and in which byte order.
 bool belongsToNote(const Exiv2::Exifdatum& datum)
 {
     const std::string group = datum.groupName();
@@ -35,7 +35,7 @@ bool isSelfContained(const Exiv2::ExifData& data)
     constexpr std::array beginnings{"Apple iOS\0"sv, "HDRP"sv};
     const auto note = data.findKey(noteKey());
     if (note == data.end()) return true;
-    const std::string bytes = entryOf(*note).bytes;
+    const std::string bytes = fieldOf(*note).bytes;
     return std::ranges::any_of(beginnings, [&](auto start) { return bytes.starts_with(start); });
 }
 
@@ -65,8 +65,8 @@ std::vector<std::pair<std::string, std::string>> fieldsOf(const Exiv2::ExifData&
     std::vector<std::pair<std::string, std::string>> fields;
     for (const auto& datum : data) {
         if (isField(datum)) {
-            MetadataEntry entry = entryOf(datum);
-            fields.emplace_back(std::move(entry.key), std::move(entry.bytes));
+            MetadataField field = fieldOf(datum);
+            fields.emplace_back(std::move(field.key), std::move(field.bytes));
         }
     }
     std::ranges::sort(fields);

@@ -3,7 +3,7 @@
 // The private block in which a camera keeps its own fields. Its inner offsets often count from the start of
 // the whole EXIF block, so a copy of its bytes at another place is garbage: notes that the metadata library
 // knows are written anew from their fields, notes known to need nothing around them are copied, and all
-// others are left out. For the metadata code only; any thread. Throws Exiv2::Error and standard exceptions.
+// others are left out. Any thread. Throws Exiv2::Error and standard exceptions.
 #pragma once
 
 #include "exiv2_library.h"

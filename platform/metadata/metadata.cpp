@@ -4,16 +4,32 @@
 
 namespace lumora {
 
-const MetadataGroup& groupOf(const ImageProperties& properties, PropertyKey key)
+void Metadata::remove(MetadataGroup group)
 {
-    static const MetadataGroup none;
-    const auto found = properties.find(key);
-    return found == properties.end() ? none : std::get<MetadataGroup>(found->second);
-}
-
-MetadataGroup& groupIn(ImageProperties& properties, PropertyKey key)
-{
-    return std::get<MetadataGroup>(properties.try_emplace(key, MetadataGroup{}).first->second);
+    switch (group) {
+    case MetadataGroup::exif:
+        exif.clear();
+        return;
+    case MetadataGroup::gps:
+        gps.clear();
+        return;
+    case MetadataGroup::tiff:
+        tiff.clear();
+        return;
+    case MetadataGroup::iptc:
+        iptc.clear();
+        return;
+    case MetadataGroup::png:
+        pngTexts.clear();
+        pngDensity = {};
+        return;
+    case MetadataGroup::jfif:
+        jfifDensity = {};
+        return;
+    case MetadataGroup::gif:
+        gifComments.clear();
+        return;
+    }
 }
 
 } // namespace lumora

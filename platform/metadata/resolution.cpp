@@ -3,18 +3,13 @@
 #include "metadata/resolution.h"
 
 #include "exiv2_library.h"
-#include "metadata_keys.h"
 
-#include <vips/vips.h>
-
-#include <array>
 #include <cmath>
-#include <cstring>
 
 namespace lumora {
 namespace {
 
-constexpr double millimetresInInch = 25.4;
+constexpr double centimetresInInch = 2.54;
 
 bool isPlausible(const Resolution& resolution)
 {
@@ -23,22 +18,11 @@ bool isPlausible(const Resolution& resolution)
     return fits(resolution.x) && fits(resolution.y);
 }
 
-Resolution densityIn(const ImageProperties& properties, PropertyKey group, std::string_view key)
-{
-    for (const MetadataEntry& entry : groupOf(properties, group)) {
-        std::array<double, 2> dots{};
-        if (entry.key != key || entry.bytes.size() != sizeof dots) continue;
-        std::memcpy(dots.data(), entry.bytes.data(), sizeof dots);
-        return {dots[0], dots[1]};
-    }
-    return {};
-}
-
-Resolution exifResolution(const ImageProperties& properties)
-{
+Resolution exifResolution(const Metadata& metadata)
+try {
     Exiv2::ExifData data;
-    for (const MetadataEntry& entry : groupOf(properties, PropertyKey::tiff)) {
-        if (entry.key.find("Resolution") != std::string::npos) addEntry(data, entry);
+    for (const MetadataField& field : metadata.tiff) {
+        if (field.key.find("Resolution") != std::string::npos) addIfSound(data, field);
     }
     const auto number = [&](const char* key, double otherwise) {
         const auto found = data.findKey(Exiv2::ExifKey(key));
@@ -46,33 +30,18 @@ Resolution exifResolution(const ImageProperties& properties)
     };
     constexpr double inches = 2;
     constexpr double centimetres = 3;
-    const double scale =
-        number("Exif.Image.ResolutionUnit", inches) == centimetres ? millimetresInInch / 10 : 1;
+    const double scale = number("Exif.Image.ResolutionUnit", inches) == centimetres ? centimetresInInch : 1;
     return {number("Exif.Image.XResolution", 0) * scale, number("Exif.Image.YResolution", 0) * scale};
+} catch (const Exiv2::Error&) {
+    return {};
 }
 
 } // namespace
 
-void addDensity(ImageProperties& properties, VipsImage* header, std::string_view typeIdentifier)
-{
-    const bool isPng = typeIdentifier == "public.png";
-    // One dot a millimetre is what the library says of a picture that says nothing.
-    const std::array<double, 2> perMillimetre{vips_image_get_xres(header), vips_image_get_yres(header)};
-    if ((!isPng && typeIdentifier != "public.jpeg") || perMillimetre == std::array{1.0, 1.0}) return;
-
-    const std::array<double, 2> dots{perMillimetre[0] * millimetresInInch,
-                                     perMillimetre[1] * millimetresInInch};
-    MetadataEntry entry{std::string(isPng ? metadata::pngDensity : metadata::jfifDensity), Exiv2::tiffDouble,
-                        std::string(sizeof dots, '\0')};
-    std::memcpy(entry.bytes.data(), dots.data(), sizeof dots);
-    groupIn(properties, isPng ? PropertyKey::png : PropertyKey::jfif).push_back(std::move(entry));
-}
-
-Resolution resolutionOf(const ImageProperties& properties)
+Resolution resolutionOf(const Metadata& metadata)
 {
     for (const Resolution& resolution :
-         {densityIn(properties, PropertyKey::png, metadata::pngDensity), exifResolution(properties),
-          densityIn(properties, PropertyKey::jfif, metadata::jfifDensity)}) {
+         {metadata.pngDensity, exifResolution(metadata), metadata.jfifDensity}) {
         if (isPlausible(resolution)) return resolution;
     }
     return {};

@@ -1,10 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// An XMP packet brought to agree with the picture that it will travel with. For the metadata code only; any
-// thread.
+// An XMP packet brought to agree with the picture that it will travel with. Any thread.
 #pragma once
 
-#include "metadata/metadata_blocks.h"
+#include "metadata/blocks.h"
 
 #include <string>
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pixels/storable_image.h"
 
+#include "pixels/color_conversion.h"
 #include "pixels/color_profile.h"
 #include "pixels/drawing.h"
 #include "pixels/row_reader.h"
@@ -133,13 +134,30 @@ void dropMetadata(VipsImage* image)
     g_strfreev(fields);
 }
 
+bool holdsProfileOf(const StorageLimits& limits, VipsImage* image)
+{
+    const auto profile = attachedProfile(image);
+    if (profile.empty() || limits.profiles == ProfileStorage::any) return true;
+    return limits.profiles == ProfileStorage::rgbOnly && describes(profile, ColorModel::rgb);
+}
+
+// In sRGB; tagged so where the picture was tagged and that can be held.
+Result<Image> inSrgb(const Image& image, const StorageLimits& limits)
+{
+    auto bitmap = draw(image, {image.width(), image.height(), ColorSpace::sRGB});
+    if (!bitmap) return bitmap.error();
+    const bool isTagged = vips_image_get_typeof(image.pixels(), VIPS_META_ICC_NAME) != 0;
+    return isTagged && limits.profiles != ProfileStorage::none ? *bitmap : bitmap->withoutProfile();
+}
+
 } // namespace
 
 Result<VipsImagePtr> storableImage(const Image& image, const StorageLimits& limits)
 {
     ensureVipsReady();
-    if (image.alphaIsPremultiplied()) return compactBitmap(image, limits.holdsAlpha);
-    if (holds(limits, image.pixels())) {
+    const bool holdsProfile = holdsProfileOf(limits, image.pixels());
+    if (image.alphaIsPremultiplied() && holdsProfile) return compactBitmap(image, limits.holdsAlpha);
+    if (!image.alphaIsPremultiplied() && holdsProfile && holds(limits, image.pixels())) {
         VipsImage* copy = nullptr;
         if (vips_copy(image.pixels(), &copy, "xres", dotsPerMillimetre, "yres", dotsPerMillimetre, nullptr) !=
             0)
@@ -147,10 +165,9 @@ Result<VipsImagePtr> storableImage(const Image& image, const StorageLimits& limi
         dropMetadata(copy);
         return VipsImagePtr(copy);
     }
-    auto bitmap = draw(image, {image.width(), image.height(), ColorSpace::sRGB});
+    auto bitmap = inSrgb(image, limits);
     if (!bitmap) return bitmap.error();
-    const bool isTagged = vips_image_get_typeof(image.pixels(), VIPS_META_ICC_NAME) != 0;
-    return compactBitmap(isTagged ? *bitmap : bitmap->withoutProfile(), limits.holdsAlpha);
+    return compactBitmap(*bitmap, limits.holdsAlpha);
 }
 
 } // namespace lumora

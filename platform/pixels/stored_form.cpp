@@ -4,10 +4,6 @@
 
 #include <vips/vips.h>
 
-#include <unistd.h>
-
-#include <array>
-
 namespace lumora {
 namespace {
 
@@ -35,26 +31,8 @@ bool isStoredFormField(std::string_view field)
     return field == paletteField || field == grayField;
 }
 
-void noteFormOfPng(VipsImage* image, int descriptor)
+void noteGrayBits(VipsImage* image, int bits)
 {
-    constexpr off_t depthPosition = 24; // in the header chunk, then the colour type
-    constexpr std::uint8_t gray = 0;
-    std::array<std::uint8_t, 2> depthAndType{};
-    if (pread(descriptor, depthAndType.data(), depthAndType.size(), depthPosition) == 2 &&
-        depthAndType[1] == gray)
-        vips_image_set_int(image, grayField, depthAndType[0]);
-}
-
-void noteFormOfTiff(VipsImage* image, const ImageProperties& properties)
-{
-    if (vips_image_get_bands(image) != 1 || vips_image_get_format(image) != VIPS_FORMAT_UCHAR) return;
-    const MetadataGroup& tiff = groupOf(properties, PropertyKey::tiff);
-    if (tiff.empty()) return;
-    int bits = 1; // what the field means when it is absent
-    for (const MetadataEntry& entry : tiff) {
-        if (entry.key == "Exif.Image.BitsPerSample" && !entry.bytes.empty())
-            bits = static_cast<unsigned char>(entry.bytes.front());
-    }
     vips_image_set_int(image, grayField, bits);
 }
 

@@ -51,11 +51,6 @@ bool start()
     vips_cache_set_max(0);
 
     vips_operation_block_set("VipsForeign", TRUE);
-    for (const char* allowed :
-         {"VipsForeignLoadJpeg", "VipsForeignLoadPng", "VipsForeignLoadNsgif", "VipsForeignLoadTiff",
-          "VipsForeignLoadWebp", "VipsForeignSaveJpeg", "VipsForeignSaveTiff", "VipsForeignSaveCgif"}) {
-        vips_operation_block_set(allowed, FALSE);
-    }
 
     // Warnings about odd metadata are no business of a terminal.
     g_log_set_handler(
@@ -71,7 +66,7 @@ bool startHeif()
                                "/vips-heif.so";
     // Where the reader is built in there is no module to open.
     if (g_type_from_name("VipsForeignLoadHeif") == 0) g_module_open(module.c_str(), G_MODULE_BIND_LAZY);
-    vips_operation_block_set("VipsForeignLoadHeif", FALSE);
+    allowOperation("VipsForeignLoadHeif");
     return true;
 }
 
@@ -81,6 +76,11 @@ void ensureVipsReady()
 {
     static const bool started = start();
     static_cast<void>(started);
+}
+
+void allowOperation(const char* name)
+{
+    vips_operation_block_set(name, FALSE);
 }
 
 void ensureHeifReady()

@@ -49,7 +49,7 @@ void readText(GMarkupParseContext*, const char* text, gsize length, void* data, 
 
 } // namespace
 
-std::filesystem::path mainBundleURL()
+std::filesystem::path mainBundlePath()
 {
     std::error_code error;
     const std::filesystem::path programs =

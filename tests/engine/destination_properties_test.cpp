@@ -16,60 +16,57 @@ using ImageOptimizer::metadataKeys;
 using test::settings;
 using test::SettingsDraft;
 
-ImageProperties cameraProperties()
+Metadata cameraMetadata()
 {
-    ImageProperties properties;
-    for (const PropertyKey key : metadataKeys)
-        properties[key] = MetadataGroup{{"some.entry", 2, "value"}};
-    properties[PropertyKey::xmp] = std::string("<x:xmpmeta/>");
-    properties[PropertyKey::orientation] = std::int64_t{6};
-    properties[PropertyKey::colorModel] = std::string("RGB");
-    properties[PropertyKey::profileName] = std::string("Display P3");
-    properties[PropertyKey::pixelWidth] = std::int64_t{6000};
-    return properties;
-}
-
-double qualityOf(const ImageProperties& properties)
-{
-    return std::get<double>(properties.at(PropertyKey::lossyCompressionQuality));
+    const MetadataFields fields{{"some.field", 2, "value"}};
+    return {.exif = fields,
+            .gps = fields,
+            .tiff = fields,
+            .iptc = fields,
+            .pngTexts = {{"Title", "a title"}},
+            .pngDensity = {300, 300},
+            .jfifDensity = {72, 72},
+            .gifComments = {"a remark"},
+            .xmp = "<x:xmpmeta/>",
+            .orientation = 6,
+            .colorModel = "RGB",
+            .profileName = "Display P3"};
 }
 
 TEST(DestinationProperties, HoldAtMostTheQualityWhenMetadataGoes)
 {
     const auto properties =
-        destinationProperties(settings({.outputFormat = OutputFormat::jpeg}), cameraProperties());
-    EXPECT_EQ(properties, (ImageProperties{{PropertyKey::lossyCompressionQuality, 0.82}}));
+        destinationProperties(settings({.outputFormat = OutputFormat::jpeg}), cameraMetadata());
+    EXPECT_EQ(properties, (DestinationProperties{{}, 0.82}));
 }
 
 TEST(DestinationProperties, CarryEverythingButTheOrientationWhenMetadataStays)
 {
-    auto expected = cameraProperties();
-    expected.erase(PropertyKey::orientation);
-    expected[PropertyKey::lossyCompressionQuality] = 0.82;
+    DestinationProperties expected{cameraMetadata(), 0.82};
+    expected.metadata.orientation.reset();
     EXPECT_EQ(destinationProperties(settings({.outputFormat = OutputFormat::jpeg,
                                               .removeColorManagement = false,
                                               .removeMetadata = false}),
-                                    cameraProperties()),
+                                    cameraMetadata()),
               expected);
 }
 
 TEST(DestinationProperties, LoseColourModelAndProfileNameWithColourManagement)
 {
-    auto expected = cameraProperties();
-    for (const auto key : {PropertyKey::orientation, PropertyKey::colorModel, PropertyKey::profileName}) {
-        expected.erase(key);
-    }
-    expected[PropertyKey::lossyCompressionQuality] = 0.82;
+    DestinationProperties expected{cameraMetadata(), 0.82};
+    expected.metadata.orientation.reset();
+    expected.metadata.colorModel.clear();
+    expected.metadata.profileName.clear();
     EXPECT_EQ(destinationProperties(settings({.outputFormat = OutputFormat::heic, .removeMetadata = false}),
-                                    cameraProperties()),
+                                    cameraMetadata()),
               expected);
 }
 
 TEST(DestinationProperties, OfPngNeverNameAQuality)
 {
     for (const double quality : {1.0, 82.0, 100.0}) {
-        EXPECT_TRUE(
-            destinationProperties(settings({.outputFormat = OutputFormat::png, .quality = quality})).empty());
+        EXPECT_EQ(destinationProperties(settings({.outputFormat = OutputFormat::png, .quality = quality})),
+                  DestinationProperties{});
     }
 }
 
@@ -77,14 +74,14 @@ TEST(DestinationProperties, OfASourceWithoutAnyAreTheQualityAlone)
 {
     EXPECT_EQ(
         destinationProperties(settings({.outputFormat = OutputFormat::original, .removeMetadata = false})),
-        (ImageProperties{{PropertyKey::lossyCompressionQuality, 0.82}}));
+        (DestinationProperties{{}, 0.82}));
 }
 
 TEST(DestinationProperties, MapQualityIntoItsRange)
 {
     const auto mapped = [](double quality) {
-        return qualityOf(
-            destinationProperties(settings({.outputFormat = OutputFormat::jpeg, .quality = quality})));
+        return *destinationProperties(settings({.outputFormat = OutputFormat::jpeg, .quality = quality}))
+                    .lossyCompressionQuality;
     };
     EXPECT_DOUBLE_EQ(mapped(82), 0.82);
     EXPECT_DOUBLE_EQ(mapped(0), 0.01);
@@ -95,14 +92,28 @@ TEST(DestinationProperties, MapQualityIntoItsRange)
 
 TEST(DestinationProperties, NameFullQualityForALosslessFormatOtherThanPng)
 {
-    EXPECT_DOUBLE_EQ(qualityOf(destinationProperties(
-                         settings({.outputFormat = OutputFormat::webpLossless, .quality = 30}))),
-                     1.0);
+    EXPECT_EQ(destinationProperties(settings({.outputFormat = OutputFormat::webpLossless, .quality = 30})),
+              (DestinationProperties{{}, 1.0}));
 }
 
 TEST(DestinationProperties, LeaveTheQualityOutWhenCompressionIsNotAskedFor)
 {
-    EXPECT_TRUE(destinationProperties(settings({.outputFormat = OutputFormat::jpeg}), {}, false).empty());
+    EXPECT_EQ(destinationProperties(settings({.outputFormat = OutputFormat::jpeg}), {}, false),
+              DestinationProperties{});
+}
+
+TEST(DestinationProperties, LoseEachOfTheSevenGroupsOnItsOwn)
+{
+    Metadata metadata = cameraMetadata();
+    for (const MetadataGroup group : metadataKeys) {
+        const Metadata before = metadata;
+        metadata.remove(group);
+        EXPECT_NE(metadata, before) << static_cast<int>(group);
+    }
+    EXPECT_EQ(
+        metadata,
+        (Metadata{
+            .xmp = "<x:xmpmeta/>", .orientation = 6, .colorModel = "RGB", .profileName = "Display P3"}));
 }
 
 } // namespace

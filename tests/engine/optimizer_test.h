@@ -21,7 +21,6 @@ protected:
     {
         installReal();
         m_services = OptimizerServices::system();
-        m_services.bundleURL = m_bundle;
         m_services.moveToTrash = [this](const std::filesystem::path& url) -> Status {
             std::filesystem::rename(url, m_trash / url.filename());
             return Done{};

@@ -29,7 +29,6 @@ protected:
     ProcessingServices services() const
     {
         auto services = ProcessingServices::system();
-        services.optimizerServices.bundleURL = m_bundle;
         services.debounce = std::chrono::milliseconds(0);
         services.workers = 2;
         return services;

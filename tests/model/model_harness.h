@@ -119,7 +119,7 @@ protected:
             m_qualities.push_back(settings.quality);
         }
         const std::string name = file.filename().string();
-        if (!m_gate.pass(name, services.killEncoders)) throw PlatformError("killed");
+        if (!m_gate.pass(name, services.stop)) throw PlatformError("killed");
         if (name.starts_with("bad")) throw ImageOptimizerError::unreadableImage();
         return {file, file, 100, 60, "Saved", true};
     }

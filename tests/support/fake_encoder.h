@@ -22,7 +22,7 @@ protected:
     {
         std::filesystem::create_directories(m_bundle / "Contents" / "MacOS");
         std::filesystem::create_directories(m_temporary);
-        unsetenv("LUMORA_CWEBP_PATH");
+        setOverride(bundled());
         setenv("TMPDIR", m_temporary.c_str(), 1);
     }
     ~EncoderTest() override
@@ -36,20 +36,19 @@ protected:
     {
         return writeScript(m_folder / name, body, interpreter);
     }
-    void installBundled(const std::string& body)
-    {
-        writeScript(m_bundle / "Contents" / "MacOS" / "cwebp", body, "#!/bin/sh");
-    }
+    void installBundled(const std::string& body) { writeScript(bundled(), body, "#!/bin/sh"); }
     // The distribution's own encoder.
     void installReal()
     {
-        std::filesystem::remove(m_bundle / "Contents" / "MacOS" / "cwebp");
-        std::filesystem::create_symlink("/usr/bin/cwebp", m_bundle / "Contents" / "MacOS" / "cwebp");
+        std::filesystem::remove(bundled());
+        std::filesystem::create_symlink("/usr/bin/cwebp", bundled());
     }
     void setOverride(const std::filesystem::path& encoder)
     {
         setenv("LUMORA_CWEBP_PATH", encoder.c_str(), 1);
     }
+
+    std::filesystem::path bundled() const { return m_bundle / "Contents" / "MacOS" / "cwebp"; }
 
     TemporaryDirectory m_folder;
     std::filesystem::path m_bundle = m_folder / "Bundle";

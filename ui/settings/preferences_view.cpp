@@ -102,7 +102,7 @@ QWidget* PreferencesView::makeHeader()
     row->addLayout(titles);
     row->addStretch();
     row->addWidget(new StyledLabel(
-        appVersionText(mainBundleURL()),
+        appVersionText(mainBundlePath()),
         [] { return fonts::font(fonts::TextStyle::caption2, QFont::DemiBold); }, creamMuted()));
     return header;
 }

@@ -11,7 +11,7 @@
 
 namespace lumora {
 
-TidewellLogoMark::TidewellLogoMark(QWidget* parent) : TidewellLogoMark(mainBundleURL(), parent) {}
+TidewellLogoMark::TidewellLogoMark(QWidget* parent) : TidewellLogoMark(mainBundlePath(), parent) {}
 
 TidewellLogoMark::TidewellLogoMark(const std::filesystem::path& bundle, QWidget* parent) : QWidget(parent)
 {

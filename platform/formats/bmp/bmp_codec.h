@@ -64,7 +64,8 @@ Result<std::vector<std::byte>> decodeBmp(std::span<const std::byte> file);
 
 // An uncompressed file. Channels: 1 grey (8 bits with a palette), 3 RGB (24 bits), 4 RGBA, alpha not
 // premultiplied (32 bits with masks). Rows from top to bottom, tightly packed: width x height x channels
-// bytes. At most maximumDecodedPixels.
-std::vector<std::byte> encodeBmp(int width, int height, int channels, std::span<const std::byte> rows);
+// bytes. At most maximumDecodedPixels. A profile of RGB colours is embedded; empty for none.
+std::vector<std::byte> encodeBmp(int width, int height, int channels, std::span<const std::byte> rows,
+                                 std::span<const std::byte> profile = {});
 
 } // namespace lumora

@@ -3,7 +3,7 @@
 #include "bmp/bmp_layout.h"
 
 #include "bmp/little_endian.h"
-#include "formats/image_source.h"
+#include "formats/format.h"
 
 #include <algorithm>
 #include <bit>

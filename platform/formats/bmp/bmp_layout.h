@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the header of a BMP file says of the rest, checked. For the BMP reader only.
+// What the header of a BMP file says of the rest, checked.
 #pragma once
 
 #include "bmp/bmp_codec.h"

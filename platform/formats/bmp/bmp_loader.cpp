@@ -3,7 +3,7 @@
 #include "bmp/bmp_loader.h"
 
 #include "bmp/bmp_codec.h"
-#include "formats/image_source.h"
+#include "formats/format.h"
 #include "system/regular_file.h"
 
 #include <vips/vips.h>

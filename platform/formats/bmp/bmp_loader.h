@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The BMP reader as a lazy picture of the image library. For the codec layer only; any thread.
+// The BMP reader as a lazy picture of the image library. Any thread.
 #pragma once
 
 #include "pixels/vips_library.h"

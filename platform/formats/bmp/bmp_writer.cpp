@@ -12,8 +12,10 @@ using Bytes = std::vector<std::byte>;
 
 constexpr std::uint32_t fileHeaderSize = 14;
 constexpr std::uint32_t version3Size = 40;
-constexpr std::uint32_t version4Size = 108;      // the first header with a place for the alpha mask
-constexpr std::uint32_t sRGBColors = 0x73524742; // "sRGB"
+constexpr std::uint32_t version4Size = 108;           // the first header with a place for the alpha mask
+constexpr std::uint32_t version5Size = 124;           // the first one with a place for a colour profile
+constexpr std::uint32_t sRGBColors = 0x73524742;      // "sRGB"
+constexpr std::uint32_t embeddedProfile = 0x4D424544; // "MBED"
 constexpr std::uint32_t greyPaletteColors = 256;
 
 struct Plan
@@ -21,20 +23,26 @@ struct Plan
     std::uint32_t width;
     std::uint32_t height;
     std::uint32_t channels;
+    std::uint32_t profileSize;
 
     std::uint32_t rowSize() const { return width * channels; }
     std::uint32_t padding() const { return (4 - rowSize() % 4) % 4; }
     std::uint32_t pixelSize() const { return (rowSize() + padding()) * height; }
-    std::uint32_t infoSize() const { return channels == 4 ? version4Size : version3Size; }
+    std::uint32_t infoSize() const
+    {
+        if (profileSize > 0) return version5Size;
+        return channels == 4 ? version4Size : version3Size;
+    }
     std::uint32_t paletteColors() const { return channels == 1 ? greyPaletteColors : 0; }
     std::uint32_t pixelPosition() const { return fileHeaderSize + infoSize() + 4 * paletteColors(); }
+    std::uint32_t profilePosition() const { return pixelPosition() + pixelSize(); }
 };
 
 void appendHeaders(Bytes& file, const Plan& plan)
 {
     file.push_back(std::byte{'B'});
     file.push_back(std::byte{'M'});
-    appendLittleEndian(file, plan.pixelPosition() + plan.pixelSize());
+    appendLittleEndian(file, plan.profilePosition() + plan.profileSize);
     appendLittleEndian(file, std::uint32_t{0}); // reserved
     appendLittleEndian(file, plan.pixelPosition());
 
@@ -51,13 +59,20 @@ void appendHeaders(Bytes& file, const Plan& plan)
     appendLittleEndian(file, std::uint32_t{0}); // all colours are important
 }
 
-void appendMasks(Bytes& file)
+// What the headers from version 4 on add. End points and gamma count for neither kind of colours.
+void appendColors(Bytes& file, const Plan& plan)
 {
     for (const std::uint32_t mask : {0x00FF0000U, 0x0000FF00U, 0x000000FFU, 0xFF000000U}) {
-        appendLittleEndian(file, mask);
+        appendLittleEndian(file, plan.channels == 4 ? mask : 0U);
     }
-    appendLittleEndian(file, sRGBColors);
-    file.resize(fileHeaderSize + version4Size); // end points and gamma do not count for sRGB
+    appendLittleEndian(file, plan.profileSize > 0 ? embeddedProfile : sRGBColors);
+    file.resize(fileHeaderSize + version4Size);
+    if (plan.profileSize == 0) return;
+    constexpr std::uint32_t perceptual = 4;
+    appendLittleEndian(file, perceptual);
+    appendLittleEndian(file, plan.profilePosition() - fileHeaderSize);
+    appendLittleEndian(file, plan.profileSize);
+    appendLittleEndian(file, std::uint32_t{0}); // reserved
 }
 
 void appendGreyPalette(Bytes& file)
@@ -79,18 +94,20 @@ void appendRow(Bytes& file, std::span<const std::byte> row, const Plan& plan)
 
 } // namespace
 
-std::vector<std::byte> encodeBmp(int width, int height, int channels, std::span<const std::byte> rows)
+std::vector<std::byte> encodeBmp(int width, int height, int channels, std::span<const std::byte> rows,
+                                 std::span<const std::byte> profile)
 {
     const Plan plan{static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height),
-                    static_cast<std::uint32_t>(channels)};
+                    static_cast<std::uint32_t>(channels), static_cast<std::uint32_t>(profile.size())};
     Bytes file;
-    file.reserve(std::size_t{plan.pixelPosition()} + plan.pixelSize());
+    file.reserve(std::size_t{plan.profilePosition()} + profile.size());
     appendHeaders(file, plan);
-    if (channels == 4) appendMasks(file);
+    if (plan.infoSize() >= version4Size) appendColors(file, plan);
     if (channels == 1) appendGreyPalette(file);
     for (std::size_t y = plan.height; y-- > 0;) {
         appendRow(file, rows.subspan(y * plan.rowSize(), plan.rowSize()), plan);
     }
+    file.insert(file.end(), profile.begin(), profile.end());
     return file;
 }
 

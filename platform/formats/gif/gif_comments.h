@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The remarks in a GIF file, which the image library neither reads nor writes. For the metadata code and the
-// GIF encoder only; any thread.
+// The remarks in a GIF file, which the image library neither reads nor writes. Any thread.
 #pragma once
 
 #include <cstddef>

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The pieces that a PNG file is made of. For the codec layer only; any thread.
+// The pieces that a PNG file is made of. Any thread.
 #pragma once
 
-#include "encoders.h"
+#include "format_io.h"
 
 #include <cstddef>
 #include <string>

@@ -3,6 +3,8 @@
 // A PNG writer of our own, because the size of the file is what people come for: the exact colours go into a
 // palette when they are few, both filtering strategies are tried, and libdeflate compresses better than zlib
 // in less time.
+#include "png/png_encoder.h"
+
 #include "encoded_bytes.h"
 #include "indexed_pixels.h"
 #include "pixels/stored_form.h"
@@ -157,7 +159,7 @@ void appendPalette(Bytes& png, const std::vector<PaletteColor>& palette)
     if (!alphas.empty()) appendChunk(png, "tRNS", alphas);
 }
 
-Bytes fileOf(const Layout& layout, std::string_view profile, const MetadataBlobs& metadata)
+Bytes fileOf(const Layout& layout, const EncodeRequest& request)
 {
     const auto signature = std::as_bytes(std::span("\x89PNG\r\n\x1A\n"sv));
     Bytes png(signature.begin(), signature.end());
@@ -166,9 +168,10 @@ Bytes fileOf(const Layout& layout, std::string_view profile, const MetadataBlobs
     header += static_cast<char>(layout.colorType);
     header += "\0\0\0"sv; // deflate, five filters, not interlaced
     appendChunk(png, "IHDR", header);
+    const std::string_view profile = blobOf(request.image, VIPS_META_ICC_NAME);
     if (!profile.empty()) appendChunk(png, "iCCP", std::string("ICC profile\0\0"sv) + deflated(profile));
     if (!layout.palette.empty()) appendPalette(png, layout.palette);
-    appendPngMetadata(png, metadata);
+    appendPngMetadata(png, request.metadata, request.facts);
     appendChunk(png, "IDAT", smallestData(layout));
     appendChunk(png, "IEND", {});
     return png;
@@ -186,7 +189,7 @@ Result<Bytes> encodePng(const EncodeRequest& request)
     }
     const Layout direct = directLayout(request.image, std::move(rows));
     const auto compact = compactLayout(direct, storedForm(request.image), request.keepsModel);
-    return fileOf(compact ? *compact : direct, blobOf(request.image, VIPS_META_ICC_NAME), request.metadata);
+    return fileOf(compact ? *compact : direct, request);
 }
 
 } // namespace lumora

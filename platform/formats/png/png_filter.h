@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The row filters of PNG. For the codec layer only.
+// The row filters of PNG. Any thread.
 #pragma once
 
 #include <cstddef>

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "png/png_metadata.h"
 
+#include "metadata/resolution.h"
 #include "png/png_chunks.h"
 
 #include <algorithm>
@@ -37,32 +38,37 @@ void appendDensity(Bytes& png, const Resolution& resolution)
         appendChunk(png, "pHYs", perMetre(resolution.x) + perMetre(resolution.y) + '\1');
 }
 
-void appendText(Bytes& png, const std::string& keyword, const std::string& text)
+// XMP and what some programs store as hexadecimal text.
+bool isWrittenOnItsOwn(const std::string& keyword)
 {
-    const bool isAscii = std::ranges::all_of(text, [](unsigned char c) { return c < 0x80; });
+    return keyword.starts_with("XML:") || keyword.starts_with("Raw profile type ");
+}
+
+void appendText(Bytes& png, const PngText& text)
+{
+    const bool isAscii = std::ranges::all_of(text.text, [](unsigned char c) { return c < 0x80; });
     if (isAscii) {
-        appendChunk(png, "tEXt", keyword + '\0' + text);
+        appendChunk(png, "tEXt", text.keyword + '\0' + text.text);
     } else {
         // Not compressed, of no stated language, the keyword not translated.
-        appendChunk(png, "iTXt", keyword + std::string("\0\0\0\0\0"sv) + text);
+        appendChunk(png, "iTXt", text.keyword + std::string("\0\0\0\0\0"sv) + text.text);
     }
 }
 
 } // namespace
 
-void appendPngMetadata(Bytes& png, const MetadataBlobs& metadata)
+void appendPngMetadata(Bytes& png, const Metadata& metadata, const PictureFacts& facts)
 {
-    appendDensity(png, metadata.resolution);
-    if (!metadata.exif.empty()) appendChunk(png, "eXIf", metadata.exif);
-    if (!metadata.xmp.empty()) {
-        appendChunk(png, "iTXt", std::string("XML:com.adobe.xmp\0\0\0\0\0"sv) + metadata.xmp);
+    appendDensity(png, resolutionOf(metadata));
+    if (const std::string exif = exifBlock(metadata, facts); !exif.empty()) appendChunk(png, "eXIf", exif);
+    if (const std::string xmp = xmpPacket(metadata, facts); !xmp.empty())
+        appendChunk(png, "iTXt", std::string("XML:com.adobe.xmp\0\0\0\0\0"sv) + xmp);
+    if (const std::string iptc = iptcBlock(metadata); !iptc.empty()) {
+        appendChunk(png, "zTXt", std::string("Raw profile type iptc\0\0"sv) + deflated(rawProfileText(iptc)));
     }
-    if (!metadata.iptc.empty()) {
-        appendChunk(png, "zTXt",
-                    std::string("Raw profile type iptc\0\0"sv) + deflated(rawProfileText(metadata.iptc)));
+    for (const PngText& text : metadata.pngTexts) {
+        if (!isWrittenOnItsOwn(text.keyword)) appendText(png, text);
     }
-    for (const auto& [keyword, text] : metadata.texts)
-        appendText(png, keyword, text);
 }
 
 } // namespace lumora

@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The chunks of a PNG that hold metadata. For the codec layer only; any thread.
+// The chunks of a PNG that hold metadata. Any thread; throws std::bad_alloc.
 #pragma once
 
-#include "encoders.h"
+#include "format_io.h"
 
 namespace lumora {
 
 // They stand before the picture's data.
-void appendPngMetadata(Bytes& png, const MetadataBlobs& metadata);
+void appendPngMetadata(Bytes& png, const Metadata& metadata, const PictureFacts& facts);
 
 } // namespace lumora

@@ -3,7 +3,6 @@
 #include "png/png_texts.h"
 
 #include "png/png_chunk_reader.h"
-#include "system/regular_file.h"
 #include "system/utf8.h"
 
 #include <libdeflate.h>
@@ -103,18 +102,16 @@ bool readAt(int descriptor, std::size_t offset, char* to, std::size_t size)
 
 } // namespace
 
-std::vector<PngText> readPngTexts(const std::filesystem::path& file)
+std::vector<PngText> readPngTexts(int descriptor)
 {
     std::vector<PngText> texts;
-    const auto png = openRegularFile(file);
-    if (!png) return texts;
     std::size_t total = 0;
-    auto chunk = pngChunkAt(png->get(), firstPngChunk);
-    for (; chunk && chunk->type != "IEND" && total < mostText; chunk = pngChunkAt(png->get(), chunk->end())) {
+    auto chunk = pngChunkAt(descriptor, firstPngChunk);
+    for (; chunk && chunk->type != "IEND" && total < mostText; chunk = pngChunkAt(descriptor, chunk->end())) {
         const bool isText = chunk->type == "tEXt" || chunk->type == "zTXt" || chunk->type == "iTXt";
         if (!isText || chunk->length > longestText) continue;
         std::string data(chunk->length, '\0');
-        if (!readAt(png->get(), chunk->dataAt, data.data(), data.size())) break;
+        if (!readAt(descriptor, chunk->dataAt, data.data(), data.size())) break;
         total += addText(texts, chunk->type, data);
     }
     return texts;

@@ -35,7 +35,7 @@ protected:
         const auto file = m_folder / ("out" + std::to_string(++m_count));
         auto destination = ImageDestination::create(file, type);
         EXPECT_TRUE(destination);
-        destination->addImage(image, {{PropertyKey::lossyCompressionQuality, quality}});
+        destination->addImage(image, {{}, quality});
         EXPECT_TRUE(destination->finalize());
         return file;
     }
@@ -137,6 +137,53 @@ TEST_F(Destination, GivesAGifTheExactColoursWhereItCan)
     const auto gif = test::load(written(redrawn(holed), "com.compuserve.gif"));
     EXPECT_THAT(gif.at(0, 0), testing::ElementsAre(200, 40, 40, 255));
     EXPECT_EQ(gif.at(1, 0)[3], 0);
+}
+
+TEST_F(Destination, EmbedsAProfileInABmpAndConvertsForAGifThatCannotHoldOne)
+{
+    test::save(m_folder / "wide.png", test::uniformPicture(8, 8, {230, 60, 40}), {.profile = "p3"});
+    const auto wide = ImageSource::open(m_folder / "wide.png");
+    ASSERT_TRUE(wide);
+    const auto image = decode(wide->image());
+    ASSERT_TRUE(image);
+    const auto inSrgb = draw(*image, {8, 8, ColorSpace::sRGB});
+    ASSERT_TRUE(inSrgb);
+    const auto expected = test::load(written(*inSrgb, "public.png")).at(4, 4);
+
+    const auto bmp = ImageSource::open(written(*image, "com.microsoft.bmp"));
+    ASSERT_TRUE(bmp);
+    EXPECT_EQ(bmp->metadata().profileName, wide->metadata().profileName);
+    const auto shown = draw(bmp->image(), {8, 8, ColorSpace::sRGB});
+    ASSERT_TRUE(shown);
+    EXPECT_EQ(test::load(written(*shown, "public.png")).at(4, 4), expected);
+    EXPECT_EQ(test::load(written(*image, "com.compuserve.gif")).at(4, 4), expected);
+}
+
+TEST_F(Destination, ConvertsAGrayProfileThatABmpCannotHold)
+{
+    test::save(m_folder / "gray.png", test::uniformPicture(8, 8, {100}), {.grayProfile = true});
+    const auto gray = ImageSource::open(m_folder / "gray.png");
+    ASSERT_TRUE(gray);
+    const auto image = decode(gray->image());
+    ASSERT_TRUE(image);
+    const auto inSrgb = draw(*image, {8, 8, ColorSpace::sRGB});
+    ASSERT_TRUE(inSrgb);
+    const int expected = test::load(written(*inSrgb, "public.png")).at(4, 4)[0];
+    const auto bmp = ImageSource::open(written(*image, "com.microsoft.bmp"));
+    ASSERT_TRUE(bmp);
+    const auto shown = draw(bmp->image(), {8, 8, ColorSpace::deviceRGB});
+    ASSERT_TRUE(shown);
+    EXPECT_EQ(test::load(written(*shown, "public.png")).at(4, 4)[0], expected);
+}
+
+TEST_F(Destination, RefusesAnEdgeThatReadersOfTheTypeRefuse)
+{
+    const Image tall = redrawn(test::uniformPicture(1, 16385, {1, 2, 3}));
+    auto destination = ImageDestination::create(m_folder / "tall.heic", "public.heic");
+    ASSERT_TRUE(destination);
+    destination->addImage(tall, {});
+    EXPECT_FALSE(destination->finalize());
+    EXPECT_FALSE(std::filesystem::exists(m_folder / "tall.heic"));
 }
 
 TEST_F(Destination, LeavesAnEarlierFileAndNoDraftWhenTheDiskIsFull)

@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formats/format.h"
 
+#include "records/option_enums.h"
+
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <string>
 
@@ -14,8 +17,8 @@ using namespace std::string_literals;
 
 std::string sniff(std::string_view bytes)
 {
-    const ImageType* type = sniffImageType(std::as_bytes(std::span(bytes)));
-    return type ? std::string(type->identifier) : "none";
+    const Format* format = formatOfContent(std::as_bytes(std::span(bytes)));
+    return format ? std::string(format->identifier) : "none";
 }
 
 struct Sniffed
@@ -76,25 +79,48 @@ INSTANTIATE_TEST_SUITE_P(
         Sniffed{"Photoshop", "8BPS\0\1"s, "none"}, Sniffed{"Jpeg2000", "\0\0\0\x0CjP  \r\n\x87\n"s, "none"}),
     [](const auto& test) { return test.param.name; });
 
-TEST(ImageTypes, AreKnownByTheirIdentifiers)
+TEST(Formats, AreKnownByTheirIdentifiers)
 {
     std::set<std::string_view> identifiers;
-    for (const ImageType& type : imageTypes()) {
-        EXPECT_EQ(imageTypeWithIdentifier(type.identifier), &type);
-        EXPECT_TRUE(identifiers.insert(type.identifier).second) << type.identifier;
-        EXPECT_FALSE(type.preferredExtension.empty() || type.preferredExtension.starts_with('.'));
+    for (const Format* format : formats()) {
+        EXPECT_EQ(formatWithIdentifier(format->identifier), format);
+        EXPECT_TRUE(identifiers.insert(format->identifier).second) << format->identifier;
+        EXPECT_FALSE(format->preferredExtension.empty() || format->preferredExtension.starts_with('.'));
     }
-    EXPECT_EQ(imageTypeWithIdentifier("com.adobe.pdf"), nullptr);
-    EXPECT_EQ(imageTypeWithIdentifier(""), nullptr);
+    EXPECT_EQ(formatWithIdentifier("com.adobe.pdf"), nullptr);
+    EXPECT_EQ(formatWithIdentifier(""), nullptr);
 }
 
-TEST(ImageTypes, AreWrittenWhenAnEncoderIsBuiltIn)
+TEST(Formats, AreWrittenWhenAnEncoderIsBuiltIn)
 {
     const std::set<std::string_view> writable{"public.jpeg", "public.png",        "com.compuserve.gif",
                                               "public.tiff", "com.microsoft.bmp", "public.heic"};
-    for (const ImageType& type : imageTypes()) {
-        EXPECT_TRUE(type.readable) << type.identifier;
-        EXPECT_EQ(type.writable, writable.contains(type.identifier)) << type.identifier;
+    for (const Format* format : formats()) {
+        EXPECT_NE(format->reader, nullptr) << format->identifier;
+        EXPECT_EQ(format->writtenBy() == WrittenBy::codec, writable.contains(format->identifier))
+            << format->identifier;
+    }
+}
+
+TEST(Formats, AreTakenInUnderTheirCustomaryExtensionsAndNoOthers)
+{
+    std::multiset<std::string_view> extensions;
+    for (const Format* format : formats())
+        extensions.insert(format->extensions.begin(), format->extensions.end());
+    EXPECT_EQ(extensions, (std::multiset<std::string_view>{"bmp", "gif", "heic", "heif", "jpeg", "jpg", "png",
+                                                           "tif", "tiff", "webp"}));
+}
+
+// The options name the types that they write in words of their own, which lie below this table.
+TEST(Formats, HoldWhatTheOutputOptionsName)
+{
+    for (const OutputFormat option : allCases<OutputFormat>) {
+        const auto identifier = utiIdentifier(option);
+        if (!identifier) continue;
+        const Format* format = formatWithIdentifier(*identifier);
+        ASSERT_NE(format, nullptr) << *identifier;
+        EXPECT_EQ(format->writtenBy(), isWebP(option) ? WrittenBy::externalEncoder : WrittenBy::codec);
+        EXPECT_TRUE(std::ranges::count(format->extensions, *fileExtension(option))) << *identifier;
     }
 }
 

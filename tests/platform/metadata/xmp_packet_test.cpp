@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What becomes of an XMP packet when its picture is written anew.
-#include "metadata/metadata_blocks.h"
+#include "metadata/blocks.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -24,7 +24,7 @@ std::string packetWith(const std::string& namespaces, const std::string& propert
 
 std::string written(const std::string& packet, const PictureFacts& facts = {120, 90, true, {}})
 {
-    return encodeMetadata({{PropertyKey::xmp, packet}}, facts).xmp;
+    return xmpPacket({.xmp = packet}, facts);
 }
 
 struct Gone

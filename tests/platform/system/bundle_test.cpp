@@ -64,14 +64,14 @@ TEST_F(InfoDictionary, SurvivesADamagedOrMissingFile)
 
 TEST(MainBundle, IsTheFolderOfAProgramOutsideABundle)
 {
-    EXPECT_EQ(mainBundleURL(), std::filesystem::read_symlink("/proc/self/exe").parent_path());
+    EXPECT_EQ(mainBundlePath(), std::filesystem::read_symlink("/proc/self/exe").parent_path());
 }
 
 // Runs this very program again from inside a bundle; see the branch below.
 TEST(MainBundle, IsTheBundleOfAProgramInside)
 {
     if (const char* expected = std::getenv("LUMORA_TEST_EXPECTED_BUNDLE")) {
-        ASSERT_EQ(mainBundleURL(), expected);
+        ASSERT_EQ(mainBundlePath(), expected);
         return;
     }
     const test::TemporaryDirectory folder;

@@ -1,31 +1,53 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The table of image types: what each is called, how its bytes begin, and whether Lumora reads and writes it.
-// A type is decided by content only. Constants and pure functions; thread-safe.
+// Everything that the program knows of an image format stands in one row of one table: what it is called, how
+// its bytes begin, how it is read and written, and what it can hold. A type is decided by content only; the
+// extensions say which names are worth a look. Constants and pure functions; thread-safe.
 #pragma once
 
+#include "pixels/storage_limits.h"
+
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string_view>
 
 namespace lumora {
 
-struct ImageType
+struct FormatReader;
+struct FormatWriter;
+
+// An external program writes whole files of its own.
+enum class WrittenBy { nobody, codec, externalEncoder };
+
+struct Format
 {
-    std::string_view identifier;
-    std::string_view preferredExtension; // without the dot
-    bool readable;
-    bool writable;
+    std::string_view identifier;                  // "public.jpeg"
+    std::string_view preferredExtension;          // lower case, without the dot
+    std::span<const std::string_view> extensions; // of the files that are taken in, lower case; may be empty
+    std::span<const std::string_view> mimeTypes;  // the registered name first
+    bool (*begins)(std::string_view head);        // whether a file with these first bytes is of this format
+    StorageLimits limits;                         // when written
+    const FormatReader* reader;                   // null when it is not read
+    const FormatWriter* writer;                   // null when it is not written
+
+    WrittenBy writtenBy() const;
+    // Whether what writes it is there on this machine; false when nobody does.
+    bool canBeWritten() const;
 };
 
-std::span<const ImageType> imageTypes();
+// Pictures above this many pixels count as unreadable.
+inline constexpr std::int64_t maximumDecodedPixels = 300'000'000;
+
+// In the order in which types are looked for.
+std::span<const Format* const> formats();
 
 // Null when the identifier is unknown.
-const ImageType* imageTypeWithIdentifier(std::string_view identifier);
+const Format* formatWithIdentifier(std::string_view identifier);
 
-// The type whose files begin with these bytes; null for anything that Lumora does not read. 64 bytes are
-// enough, fewer are allowed.
-const ImageType* sniffImageType(std::span<const std::byte> head);
+// The format of a file that begins with these bytes; null for anything that is not read. `sniffLength` bytes
+// are enough, fewer are allowed.
+const Format* formatOfContent(std::span<const std::byte> head);
 inline constexpr std::size_t sniffLength = 64;
 
 } // namespace lumora

@@ -10,29 +10,39 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace lumora {
 
+struct DestinationProperties
+{
+    Metadata metadata; // that travels along as far as the type holds it
+    // 0.01 to 1.0, counts where the type is lossy (times 100, rounded); 0.82 when absent.
+    std::optional<double> lossyCompressionQuality;
+
+    bool operator==(const DestinationProperties&) const = default;
+};
+
 class ImageDestination
 {
 public:
-    // The identifiers of the types that can be written here.
+    // The identifiers of the types that can be written here; what an external encoder writes is not among
+    // them.
     static std::vector<std::string> writableTypeIdentifiers();
 
     // Fails when the type is not writable or the file's folder cannot take a new file.
-    static Result<ImageDestination> create(const std::filesystem::path& url, std::string_view typeIdentifier);
+    static Result<ImageDestination> create(const std::filesystem::path& path,
+                                           std::string_view typeIdentifier);
 
     ImageDestination(ImageDestination&&) noexcept;
     ImageDestination& operator=(ImageDestination&&) noexcept;
     ~ImageDestination();
 
-    // The one picture of the file, decoded (Image::isInMemory). The properties decide which metadata travels
-    // along and the quality (lossyCompressionQuality x 100, rounded) where the type is lossy; 0.82 when there
-    // is none.
-    void addImage(const Image& image, const ImageProperties& properties);
+    // The one picture of the file, decoded (Image::isInMemory).
+    void addImage(const Image& image, const DestinationProperties& properties);
 
     // Encodes and writes the file. An existing file at the path is replaced.
     Status finalize();

@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// An image file opened for reading: its type by content, its properties, and its first picture. Opening reads
-// the header only. Safe to use from any thread, one thread at a time.
+// An image file opened for reading: its type by content, its metadata, and its first picture. The file is
+// opened once, and everything is read through that descriptor: whatever the name leads to meanwhile, pixels
+// and metadata are of one file. Opening reads the header only. Safe to use from any thread, one thread at a
+// time.
 #pragma once
 
 #include "metadata/metadata.h"
@@ -15,15 +17,12 @@
 
 namespace lumora {
 
-// Pictures above this many pixels count as unreadable.
-inline constexpr std::int64_t maximumDecodedPixels = 300'000'000;
-
 class ImageSource
 {
 public:
     // Fails when the file cannot be opened, is of no readable type, or its header is damaged or over the
     // limit.
-    static Result<ImageSource> open(const std::filesystem::path& url);
+    static Result<ImageSource> open(const std::filesystem::path& path);
 
     // As sniffed from the content, never from the name.
     const std::optional<std::string>& typeIdentifier() const { return m_typeIdentifier; }
@@ -31,15 +30,15 @@ public:
     Image image() const { return m_image; }
     // How the stored picture must be turned to stand upright.
     Orientation orientation() const { return m_orientation; }
-    const ImageProperties& properties() const { return m_properties; }
+    const Metadata& metadata() const { return m_metadata; }
 
 private:
-    ImageSource(std::string typeIdentifier, Image image, Orientation orientation, ImageProperties properties);
+    ImageSource(std::string typeIdentifier, Image image, Orientation orientation, Metadata metadata);
 
     std::optional<std::string> m_typeIdentifier;
     Image m_image;
     Orientation m_orientation;
-    ImageProperties m_properties;
+    Metadata m_metadata;
 };
 
 } // namespace lumora

@@ -1,53 +1,76 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What an image file says of itself beside its pixels, read by ImageSource and handed to ImageDestination.
-// The seven metadata groups hold single entries so that a group can be dropped on its own; XMP stays one
-// packet. A value.
+// What an image file says beside its pixels. One record serves both ways: the reader of each format fills
+// what its container holds, the writer of each format takes out what its container can hold. A value.
 #pragma once
 
 #include <cstdint>
-#include <map>
+#include <optional>
 #include <string>
-#include <variant>
 #include <vector>
 
 namespace lumora {
 
-enum class PropertyKey {
-    exif,                    // MetadataGroup: camera and exposure
-    gps,                     // MetadataGroup: position
-    tiff,                    // MetadataGroup: make, model, software, dates
-    iptc,                    // MetadataGroup: captions, credits
-    png,                     // MetadataGroup: text chunks
-    jfif,                    // MetadataGroup: density of a JFIF header
-    gif,                     // MetadataGroup: comment
-    xmp,                     // std::string: the packet
-    orientation,             // std::int64_t: 1 to 8, the EXIF numbering
-    colorModel,              // std::string: "RGB", "Gray", "CMYK" or "Lab"
-    profileName,             // std::string: description of the embedded colour profile
-    pixelWidth,              // std::int64_t, as stored
-    pixelHeight,             // std::int64_t, as stored
-    depth,                   // std::int64_t: bits a component
-    lossyCompressionQuality, // double: 0.01 to 1.0, read by ImageDestination only
-};
-
-// One metadata field: its key in the naming of the metadata library ("Exif.Photo.ExposureTime"), the field's
-// type number there, and its raw little-endian value.
-struct MetadataEntry
+// One field: its key in the naming of the metadata library ("Exif.Photo.ExposureTime"), the field's type
+// number there, and its raw little-endian value.
+struct MetadataField
 {
     std::string key;
     std::uint16_t type = 0;
     std::string bytes;
 
-    bool operator==(const MetadataEntry&) const = default;
+    bool operator==(const MetadataField&) const = default;
 };
 
-using MetadataGroup = std::vector<MetadataEntry>;
-using PropertyValue = std::variant<std::int64_t, double, std::string, MetadataGroup>;
-using ImageProperties = std::map<PropertyKey, PropertyValue>;
+using MetadataFields = std::vector<MetadataField>;
 
-// One of the seven groups: to read, empty where the file has none; to fill, made where it is missing.
-const MetadataGroup& groupOf(const ImageProperties& properties, PropertyKey key);
-MetadataGroup& groupIn(ImageProperties& properties, PropertyKey key);
+// Dots an inch; zero where nothing tells.
+struct Resolution
+{
+    double x = 0;
+    double y = 0;
+
+    bool isKnown() const { return x > 0 && y > 0; }
+    bool operator==(const Resolution&) const = default;
+};
+
+struct PngText
+{
+    std::string keyword; // Latin-1, 1 to 79 bytes
+    std::string text;    // UTF-8
+
+    bool operator==(const PngText&) const = default;
+};
+
+// The parts that can be left out on their own.
+enum class MetadataGroup {
+    exif, // camera and exposure
+    gps,  // position
+    tiff, // make, model, software, dates
+    iptc, // captions, credits
+    png,  // text chunks, density
+    jfif, // density of a JFIF header
+    gif,  // remarks
+};
+
+struct Metadata
+{
+    MetadataFields exif = {};
+    MetadataFields gps = {};
+    MetadataFields tiff = {};
+    MetadataFields iptc = {};
+    std::vector<PngText> pngTexts = {};
+    Resolution pngDensity = {};
+    Resolution jfifDensity = {};
+    std::vector<std::string> gifComments = {}; // raw bytes
+    std::string xmp = {};                      // the packet as read; empty without one
+
+    std::optional<int> orientation = {}; // 1 to 8, the EXIF numbering
+    std::string colorModel = {};         // "RGB", "Gray", "CMYK" or "Lab"; empty when unknown
+    std::string profileName = {};        // description of the embedded colour profile; empty without one
+
+    void remove(MetadataGroup group);
+    bool operator==(const Metadata&) const = default;
+};
 
 } // namespace lumora

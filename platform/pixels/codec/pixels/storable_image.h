@@ -1,27 +1,19 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Brings a picture into the form in which a type stores it. For the codec layer only.
+// Brings a picture into the form in which a type stores it. Any thread.
 #pragma once
 
 #include "pixels/image.h"
+#include "pixels/storage_limits.h"
 #include "pixels/vips_library.h"
 #include "system/result.h"
 
 namespace lumora {
 
-struct StorageLimits
-{
-    bool holdsSixteenBits;
-    bool holdsGray;
-    bool holdsInk;   // CMYK
-    bool holdsAlpha; // otherwise the picture is laid over white
-    bool holdsAnyModel;
-};
-
 // Straight alpha. A redrawn bitmap comes in its smallest lossless form: without alpha when every pixel is
 // opaque, as one gray component when all three are equal. Everything else keeps depth and model where the
 // limits allow, and becomes 8-bit sRGB where they do not. The attached profile stays attached where it still
-// describes the components.
+// describes the components and can be held; otherwise the colours become sRGB.
 Result<VipsImagePtr> storableImage(const Image& image, const StorageLimits& limits);
 
 } // namespace lumora

@@ -1,10 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What a picture's file stored that its decoded components no longer tell, so that a picture that is not
-// redrawn can keep it. For the codec layer only.
+// redrawn can keep it. Any thread.
 #pragma once
 
-#include "metadata/metadata.h"
 #include "pixels/vips_library.h"
 
 #include <string_view>
@@ -21,9 +20,8 @@ struct StoredForm
 StoredForm storedForm(_VipsImage* image);
 bool isStoredFormField(std::string_view field);
 
-// Both note the form of a grey picture, which the image library widens without saying so. The descriptor
-// stays the caller's; the properties are those read from the file.
-void noteFormOfPng(_VipsImage* image, int descriptor);
-void noteFormOfTiff(_VipsImage* image, const ImageProperties& properties);
+// Notes that the file stored one grey component in this many bits; the image library widens it without a
+// word.
+void noteGrayBits(_VipsImage* image, int bits);
 
 } // namespace lumora

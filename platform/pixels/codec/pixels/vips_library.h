@@ -13,14 +13,18 @@ struct _VipsImage;
 namespace lumora {
 
 // Starts the library once: one thread a picture, because files already run in parallel; no operation cache,
-// because no picture is met twice; and every loader and saver blocked but those of the image types table,
-// because content decides which one runs and content is not trusted. Modules, which bring the renderers of
+// because no picture is met twice; and every loader and saver blocked until it is allowed by name, because
+// content decides which one runs and content is not trusted. Modules, which bring the renderers of
 // documents and other formats, are not even loaded. Thread-safe; ends the program when the
 // library cannot start.
 void ensureVipsReady();
 
-// The same with the HEIF reader, which is a module of its own: it and the video codecs behind it are loaded
-// only once such a picture is met. Without the module those pictures cannot be read. Thread-safe.
+// Unblocks one loader or saver by the name of its class. After ensureVipsReady. Thread-safe.
+void allowOperation(const char* name);
+
+// The same as ensureVipsReady with the HEIF reader, which is a module of its own: it and the video codecs
+// behind it are loaded only once such a picture is met. Without the module those pictures cannot be read.
+// Thread-safe.
 void ensureHeifReady();
 
 // The library's error text, cleared by the call. The buffer is shared by all threads: decide what failed by

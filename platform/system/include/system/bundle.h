@@ -13,7 +13,7 @@ namespace lumora {
 
 // The directory that holds Contents/MacOS/{the program}, links resolved; for a program that lies elsewhere,
 // its folder.
-std::filesystem::path mainBundleURL();
+std::filesystem::path mainBundlePath();
 
 // The string under the key in the bundle's Contents/Info.plist (a property list in XML); absent when there is
 // no such file, it is damaged before the key, the key is missing, or its value is not a string.

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The outcome of a platform call that can fail: a value or an error with a text for people. Foreign errors
+// The outcome of a platform call that can fail: a value, or an error with a text for
+// people or, where callers tell failures apart, of a type of its own. Foreign errors
 // (errno, a library's buffer, exceptions) become an Error in one function at each boundary, on the thread
 // where they happened.
 #pragma once
@@ -16,12 +17,12 @@ struct Error
     std::string description;
 };
 
-template <class T>
+template <class T, class E = Error>
 class [[nodiscard]] Result
 {
 public:
     Result(T value) : m_state(std::move(value)) {}
-    Result(Error error) : m_state(std::move(error)) {}
+    Result(E error) : m_state(std::move(error)) {}
 
     explicit operator bool() const { return m_state.index() == 0; }
 
@@ -33,10 +34,10 @@ public:
     T* operator->() { return &value(); }
     const T* operator->() const { return &value(); }
 
-    const Error& error() const { return std::get<1>(m_state); }
+    const E& error() const { return std::get<1>(m_state); }
 
 private:
-    std::variant<T, Error> m_state;
+    std::variant<T, E> m_state;
 };
 
 struct Done

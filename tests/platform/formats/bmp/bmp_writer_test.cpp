@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace lumora {
 namespace {
 
@@ -63,9 +65,25 @@ TEST(BmpWriterHeader, IsRecognizedAndNamesTheSizeOfTheFile)
 {
     for (const int channels : {1, 3, 4}) {
         const auto file = encodeBmp(5, 3, channels, ramp(5, 3, channels));
-        ASSERT_NE(sniffImageType(file), nullptr);
-        EXPECT_EQ(sniffImageType(file)->identifier, "com.microsoft.bmp");
+        ASSERT_NE(formatOfContent(file), nullptr);
+        EXPECT_EQ(formatOfContent(file)->identifier, "com.microsoft.bmp");
         EXPECT_EQ(littleEndianAt<std::uint32_t>(file, 2), file.size());
+    }
+}
+
+TEST(BmpWriterProfile, ComesBackWithTheSamePixels)
+{
+    const std::vector<std::byte> profile(300, std::byte{7});
+    for (const int channels : {3, 4}) {
+        const auto rows = ramp(5, 3, channels);
+        const auto file = encodeBmp(5, 3, channels, rows, profile);
+        EXPECT_EQ(littleEndianAt<std::uint32_t>(file, 2), file.size());
+        const auto header = readBmpHeader(file);
+        ASSERT_TRUE(header);
+        EXPECT_TRUE(std::ranges::equal(header->iccProfile, profile)) << channels;
+        const auto decoded = decodeBmp(file);
+        ASSERT_TRUE(decoded);
+        EXPECT_EQ(*decoded, rows) << channels;
     }
 }
 

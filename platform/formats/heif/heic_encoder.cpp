@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "heif/heic_encoder.h"
+
 #include "encoded_bytes.h"
 
 #include <libheif/heif.h>
@@ -95,16 +97,14 @@ Encoder encoderFor(heif_context* context, int quality)
     return encoder;
 }
 
-void addMetadata(heif_context* context, heif_image_handle* handle, const MetadataBlobs& metadata)
+void addMetadata(heif_context* context, heif_image_handle* handle, const EncodeRequest& request)
 {
-    if (!metadata.exif.empty()) {
-        check(heif_context_add_exif_metadata(context, handle, metadata.exif.data(),
-                                             static_cast<int>(metadata.exif.size())));
-    }
-    if (!metadata.xmp.empty()) {
-        check(heif_context_add_XMP_metadata(context, handle, metadata.xmp.data(),
-                                            static_cast<int>(metadata.xmp.size())));
-    }
+    const std::string exif = exifBlock(request.metadata, request.facts);
+    const std::string xmp = xmpPacket(request.metadata, request.facts);
+    if (!exif.empty())
+        check(heif_context_add_exif_metadata(context, handle, exif.data(), static_cast<int>(exif.size())));
+    if (!xmp.empty())
+        check(heif_context_add_XMP_metadata(context, handle, xmp.data(), static_cast<int>(xmp.size())));
 }
 
 heif_error appendToBytes(heif_context*, const void* data, size_t size, void* bytes)
@@ -113,7 +113,7 @@ heif_error appendToBytes(heif_context*, const void* data, size_t size, void* byt
     return {heif_error_Ok, heif_suberror_Unspecified, ""};
 }
 
-Bytes encode(const EncodeRequest& request)
+Bytes encodedBy(const EncodeRequest& request)
 {
     const Context context(heif_context_alloc());
     const Picture picture = pictureOf(request.image);
@@ -124,7 +124,7 @@ Bytes encode(const EncodeRequest& request)
     heif_image_handle* made = nullptr;
     check(heif_context_encode_image(context.get(), picture.get(), encoder.get(), options.get(), &made));
     const Handle handle(made);
-    addMetadata(context.get(), made, request.metadata);
+    addMetadata(context.get(), made, request);
 
     Bytes bytes;
     heif_writer writer{1, appendToBytes};
@@ -134,14 +134,14 @@ Bytes encode(const EncodeRequest& request)
 
 } // namespace
 
-bool canEncodeHeic()
+bool hasHevcEncoder()
 {
     return heif_have_encoder_for_format(heif_compression_HEVC) != 0;
 }
 
 Result<Bytes> encodeHeic(const EncodeRequest& request)
 try {
-    return encode(request);
+    return encodedBy(request);
 } catch (const Failed& failure) {
     return Error{failure.description};
 }

@@ -3,15 +3,15 @@
 // The encoder's input: a binary PPM file ("P6", 8 bits a component).
 #pragma once
 
+#include "formats/cwebp.h"
 #include "pixels/image.h"
 
 #include <filesystem>
 
-namespace lumora::ImageOptimizer {
+namespace lumora {
 
 // Writes the picture in sRGB colours, top row first, complete or not at all. There is no alpha in the file:
-// the colours written are the premultiplied ones, so a transparent pixel is black. Throws
-// cannotCreateDestination or cannotFinalize with this URL.
-void writePPM(const Image& image, const std::filesystem::path& url);
+// the colours written are the premultiplied ones, so a transparent pixel is black.
+Result<Done, CwebpError> writePpm(const Image& image, const std::filesystem::path& file);
 
-} // namespace lumora::ImageOptimizer
+} // namespace lumora

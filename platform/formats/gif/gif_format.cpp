@@ -4,16 +4,22 @@
 // transparency and mix two others. A picture of more goes through the image library, which chooses the
 // palette and dithers.
 #include "encoded_bytes.h"
+#include "format_io.h"
 #include "gif/gif_comments.h"
 #include "indexed_pixels.h"
+#include "system/regular_file.h"
+#include "vips_loading.h"
 
 #include <cgif.h>
 
 #include <algorithm>
+#include <array>
 #include <optional>
 
 namespace lumora {
 namespace {
+
+using namespace std::string_view_literals;
 
 constexpr int longestEdge = 65535;
 
@@ -84,14 +90,46 @@ Result<Bytes> encodeDithered(VipsImage* image)
     return takeBytes(buffer, size);
 }
 
-} // namespace
-
-Result<Bytes> encodeGif(const EncodeRequest& request)
+Result<Bytes> encode(const EncodeRequest& request)
 {
     auto colors = exactColors(request.image);
     auto bytes = colors ? encodeIndexed(request.image, *colors) : encodeDithered(request.image);
     if (!bytes) return bytes.error();
-    return withGifComments(std::move(*bytes), request.metadata.comments);
+    return withGifComments(std::move(*bytes), request.metadata.gifComments);
 }
+
+Result<VipsImagePtr> load(int descriptor)
+{
+    return loadStrictly(vips_gifload_source, descriptor);
+}
+
+void describe(int descriptor, VipsImage* image, Metadata& metadata)
+{
+    constexpr std::size_t largestFile = std::size_t{1} << 26U;
+    if (const auto bytes = readAll(descriptor, largestFile)) metadata.gifComments = gifComments(*bytes);
+    readAttachedMetadata(image, metadata);
+}
+
+bool begins(std::string_view head)
+{
+    return head.starts_with("GIF87a"sv) || head.starts_with("GIF89a"sv);
+}
+
+constexpr std::array extensions{"gif"sv};
+constexpr std::array mimeTypes{"image/gif"sv};
+constexpr StorageLimits limits{.holdsGray = true, .holdsAlpha = true, .longestEdge = longestEdge};
+constexpr FormatReader reader{.load = load, .describe = describe, .operation = "VipsForeignLoadNsgif"};
+constexpr FormatWriter writer{.encode = encode, .operation = "VipsForeignSaveCgif"};
+
+} // namespace
+
+constinit const Format gifFormat{.identifier = "com.compuserve.gif",
+                                 .preferredExtension = "gif",
+                                 .extensions = extensions,
+                                 .mimeTypes = mimeTypes,
+                                 .begins = begins,
+                                 .limits = limits,
+                                 .reader = &reader,
+                                 .writer = &writer};
 
 } // namespace lumora

@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "bmp/bmp_codec.h"
+#include "bmp/bmp_loader.h"
+#include "encoded_bytes.h"
+#include "format_io.h"
+#include "pixels/color_conversion.h"
+#include "pixels/color_profile.h"
+#include "vips_loading.h"
+
+#include <array>
+
+namespace lumora {
+namespace {
+
+using namespace std::string_view_literals;
+
+// Gray with alpha has no form of its own there.
+Result<VipsImagePtr> inStorableBands(VipsImage* image)
+{
+    VipsImage* wide = nullptr;
+    if (vips_image_get_bands(image) == 2) {
+        if (vips_colourspace(image, &wide, VIPS_INTERPRETATION_sRGB, nullptr) != 0) return takeVipsError();
+    } else {
+        wide = image;
+        g_object_ref(wide);
+    }
+    return VipsImagePtr(wide);
+}
+
+Result<Bytes> encode(const EncodeRequest& request)
+{
+    const auto image = inStorableBands(request.image);
+    if (!image) return image.error();
+    const auto rows = componentsOf(image->get());
+    if (!rows) return rows.error();
+    return encodeBmp(vips_image_get_width(image->get()), vips_image_get_height(image->get()),
+                     vips_image_get_bands(image->get()), std::as_bytes(rows->bytes()),
+                     std::as_bytes(attachedProfile(request.image)));
+}
+
+void describe(int, VipsImage* image, Metadata& metadata)
+{
+    readAttachedMetadata(image, metadata);
+}
+
+// Two letters alone would claim any text that begins so: the header's reserved zeros and its length must fit.
+bool begins(std::string_view head)
+{
+    return head.size() >= 18 && head.starts_with("BM"sv) && head.substr(6, 4) == "\0\0\0\0"sv &&
+           head.substr(15, 3) == "\0\0\0"sv;
+}
+
+constexpr std::array extensions{"bmp"sv};
+constexpr std::array mimeTypes{"image/bmp"sv, "image/x-ms-bmp"sv};
+constexpr StorageLimits limits{.holdsGray = true, .holdsAlpha = true, .profiles = ProfileStorage::rgbOnly};
+constexpr FormatReader reader{.load = loadBmp, .describe = describe};
+constexpr FormatWriter writer{.encode = encode};
+
+} // namespace
+
+constinit const Format bmpFormat{.identifier = "com.microsoft.bmp",
+                                 .preferredExtension = "bmp",
+                                 .extensions = extensions,
+                                 .mimeTypes = mimeTypes,
+                                 .begins = begins,
+                                 .limits = limits,
+                                 .reader = &reader,
+                                 .writer = &writer};
+
+} // namespace lumora

@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "encoding.h"
+
+#include "pixels/color_conversion.h"
+#include "pixels/color_profile.h"
+#include "pixels/storable_image.h"
+
+#include <vips/vips.h>
+
+#include <algorithm>
+#include <new>
+
+namespace lumora {
+namespace {
+
+// By what the profile does to colours: sRGB has many wordings.
+bool isSrgb(VipsImage* image, ProfileBytes profile)
+{
+    return vips_image_guess_interpretation(image) != VIPS_INTERPRETATION_CMYK &&
+           ColorConversion::toSrgb({ColorModel::rgb, false}, profile).isIdentity();
+}
+
+PictureFacts factsOf(VipsImage* image, const Format& format)
+{
+    const bool isJpegColor = &format == &jpegFormat && vips_image_get_bands(image) == 3;
+    const ProfileBytes profile = attachedProfile(image);
+    return {vips_image_get_width(image), vips_image_get_height(image), isSrgb(image, profile),
+            profileDescription(profile), isJpegColor};
+}
+
+bool fits(const Image& image, const StorageLimits& limits)
+{
+    return limits.longestEdge == 0 || std::max(image.width(), image.height()) <= limits.longestEdge;
+}
+
+} // namespace
+
+Result<Bytes> encodeImage(const Format& format, const Image& image, int quality, const Metadata& metadata)
+try {
+    if (format.writtenBy() != WrittenBy::codec) return Error{"no encoder for this type"};
+    if (!fits(image, format.limits))
+        return Error{"more than " + std::to_string(format.limits.longestEdge) + " pixels along an edge"};
+    allowOperations();
+    const auto storable = storableImage(image, format.limits);
+    if (!storable) return storable.error();
+    return format.writer->encode({storable->get(), quality, !image.alphaIsPremultiplied(), metadata,
+                                  factsOf(storable->get(), format)});
+} catch (const std::bad_alloc&) {
+    return Error{"not enough memory"};
+}
+
+} // namespace lumora

@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The two halves of a format's row that do the work. Every function may run on any thread.
+#pragma once
+
+#include "formats/format.h"
+#include "metadata/blocks.h"
+#include "metadata/metadata.h"
+#include "pixels/vips_library.h"
+#include "system/result.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace lumora {
+
+using Bytes = std::vector<std::byte>;
+
+struct FormatReader
+{
+    // The first picture of an open file as a lazy image to be read once from the top down. Data that the
+    // decoder reports as truncated or in error fails, here or when rows are read; mere warnings pass. The
+    // descriptor stays the caller's.
+    Result<VipsImagePtr> (*load)(int descriptor);
+    // What the file says beside its pixels. Notes on the image how its components were stored, where they no
+    // longer tell.
+    void (*describe)(int descriptor, _VipsImage* image, Metadata& metadata);
+    // The identifier that the decoder knows better than the first bytes do. May be null.
+    std::string_view (*refinedIdentifier)(_VipsImage* image) = nullptr;
+    // The picture at 1/divisor (2, 4, 8) of its size, rounded up, as its codec can compute it from the lower
+    // frequencies alone. Otherwise like `load`. May be null.
+    Result<VipsImagePtr> (*loadReduced)(int divisor, int descriptor) = nullptr;
+    // The image library's operation behind `load`, which is blocked until it is named here. May be null.
+    const char* operation = nullptr;
+};
+
+struct EncodeRequest
+{
+    _VipsImage* image; // in storable form, see storableImage
+    int quality;      // 1 to 100
+    // A picture that was not redrawn keeps its colour model even where a palette would be smaller.
+    bool keepsModel;
+    const Metadata& metadata;
+    PictureFacts facts;
+};
+
+struct FormatWriter
+{
+    // The bytes of a whole file with the picture, its attached colour profile and what the format holds of
+    // the metadata. Null when an external encoder writes the format. Throws std::bad_alloc.
+    Result<Bytes> (*encode)(const EncodeRequest& request);
+    bool (*isAvailable)() = nullptr; // null when it always is
+    const char* operation = nullptr; // as of the reader
+};
+
+// Below this quality the colours may be stored at half the resolution; from here on people ask for every
+// edge.
+inline constexpr int fullChromaQuality = 90;
+
+// The rows, each defined beside its codec.
+extern const Format jpegFormat;
+extern const Format pngFormat;
+extern const Format gifFormat;
+extern const Format tiffFormat;
+extern const Format bmpFormat;
+extern const Format heicFormat;
+extern const Format heifFormat;
+extern const Format avifFormat;
+extern const Format webpFormat;
+
+// Lets the image library run the operations that the table names, and no others. To be called before one
+// runs.
+void allowOperations();
+
+} // namespace lumora

@@ -1,0 +1,108 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// One container, three names for what the pictures in it are coded with.
+#include "format_io.h"
+#include "heif/heic_encoder.h"
+#include "vips_loading.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace lumora {
+namespace {
+
+using namespace std::string_view_literals;
+
+// Whether the first box of an ISO media file names one of these brands.
+bool hasBrand(std::string_view head, std::span<const std::string_view> brands)
+{
+    if (head.size() < 16 || !head.starts_with("\0\0"sv) || head.substr(4, 4) != "ftyp"sv) return false;
+    const auto boxLength = static_cast<std::size_t>((static_cast<unsigned char>(head[2]) << 8U) +
+                                                    static_cast<unsigned char>(head[3]));
+    const std::string_view box = head.substr(0, std::min(boxLength, head.size()));
+    for (std::size_t at = 8; at + 4 <= box.size(); at += 4) {
+        const bool isMinorVersion = at == 12;
+        if (!isMinorVersion && std::ranges::find(brands, box.substr(at, 4)) != brands.end()) return true;
+    }
+    return false;
+}
+
+bool beginsAvif(std::string_view head)
+{
+    return hasBrand(head, std::array{"avif"sv, "avis"sv});
+}
+
+bool beginsHeic(std::string_view head)
+{
+    return hasBrand(head, std::array{"heic"sv, "heix"sv, "heim"sv, "heis"sv, "hevc"sv, "hevx"sv});
+}
+
+bool beginsHeif(std::string_view head)
+{
+    return hasBrand(head, std::array{"mif1"sv, "msf1"sv});
+}
+
+Result<VipsImagePtr> load(int descriptor)
+{
+    ensureHeifReady();
+    return loadStrictly(vips_heifload_source, descriptor);
+}
+
+void describe(int, VipsImage* image, Metadata& metadata)
+{
+    readAttachedMetadata(image, metadata);
+}
+
+// The brands only claim what the picture is coded with; the decoder knows.
+std::string_view refinedIdentifier(VipsImage* image)
+{
+    const char* codec = nullptr;
+    if (!vips_image_get_typeof(image, "heif-compression") ||
+        vips_image_get_string(image, "heif-compression", &codec) != 0)
+        return {};
+    if (std::strcmp(codec, "hevc") == 0) return heicFormat.identifier;
+    return std::strcmp(codec, "av1") == 0 ? avifFormat.identifier : heifFormat.identifier;
+}
+
+constexpr FormatReader reader{.load = load, .describe = describe, .refinedIdentifier = refinedIdentifier};
+constexpr FormatWriter heicWriter{.encode = encodeHeic, .isAvailable = hasHevcEncoder};
+// Readers of this container refuse longer edges, our own among them.
+constexpr StorageLimits heicLimits{.holdsAlpha = true, .profiles = ProfileStorage::any, .longestEdge = 16384};
+
+constexpr std::array heicExtensions{"heic"sv};
+constexpr std::array heifExtensions{"heif"sv};
+constexpr std::array heicMimeTypes{"image/heic"sv};
+constexpr std::array heifMimeTypes{"image/heif"sv};
+constexpr std::array avifMimeTypes{"image/avif"sv};
+
+} // namespace
+
+constinit const Format heicFormat{.identifier = "public.heic",
+                                  .preferredExtension = "heic",
+                                  .extensions = heicExtensions,
+                                  .mimeTypes = heicMimeTypes,
+                                  .begins = beginsHeic,
+                                  .limits = heicLimits,
+                                  .reader = &reader,
+                                  .writer = &heicWriter};
+
+constinit const Format heifFormat{.identifier = "public.heif",
+                                  .preferredExtension = "heif",
+                                  .extensions = heifExtensions,
+                                  .mimeTypes = heifMimeTypes,
+                                  .begins = beginsHeif,
+                                  .limits = {},
+                                  .reader = &reader,
+                                  .writer = nullptr};
+
+constinit const Format avifFormat{.identifier = "public.avif",
+                                  .preferredExtension = "avif",
+                                  .extensions = {},
+                                  .mimeTypes = avifMimeTypes,
+                                  .begins = beginsAvif,
+                                  .limits = {},
+                                  .reader = &reader,
+                                  .writer = nullptr};
+
+} // namespace lumora

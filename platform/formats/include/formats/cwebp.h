@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// WebP by the external encoder `cwebp`: the picture goes to it as a temporary binary PPM file and comes back
+// as a temporary WebP file. Any thread; several encoders may run at once.
+#pragma once
+
+#include "pixels/image.h"
+#include "system/result.h"
+
+#include <filesystem>
+#include <optional>
+#include <stop_token>
+#include <string>
+#include <vector>
+
+namespace lumora {
+
+// The encoder to run: what LUMORA_CWEBP_PATH names when that is executable, else Contents/MacOS/cwebp of the
+// bundle. Looked up anew at each call.
+std::optional<std::filesystem::path> findCwebp(const std::filesystem::path& bundle);
+
+// A failure at one of the steps, which callers tell apart.
+struct CwebpError
+{
+    enum class Step {
+        findingEncoder,
+        drawing,    // `file` is the PPM file
+        writingPpm, // `file` is the PPM file
+        launching,  // `file` is the encoder
+        encoding,   // no `file`
+        copying,    // no `file`
+    };
+
+    Step step;
+    std::filesystem::path file;
+    std::string reason; // may be empty
+};
+
+// Encodes to the path, where no file may be. `options` are the encoder's arguments but for the two files,
+// which are put behind them. Blocks its thread until the encoder ends, without a time limit; a stop kills it.
+// Leaves no temporary file on any way out.
+Result<Done, CwebpError> encodeWithCwebp(const Image& image, const std::filesystem::path& output,
+                                         std::vector<std::string> options, const std::stop_token& stop);
+
+} // namespace lumora

@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "format_io.h"
+#include "metadata/reading.h"
+#include "pixels/stored_form.h"
+#include "png/png_chunk_reader.h"
+#include "png/png_encoder.h"
+#include "png/png_texts.h"
+#include "vips_density.h"
+#include "vips_loading.h"
+
+#include <unistd.h>
+
+#include <array>
+
+namespace lumora {
+namespace {
+
+using namespace std::string_view_literals;
+
+// The image library widens the components of a grey picture without saying so.
+void noteGrayForm(VipsImage* image, int descriptor)
+{
+    constexpr off_t depthPosition = 24; // in the header chunk, then the colour type
+    constexpr std::uint8_t gray = 0;
+    std::array<std::uint8_t, 2> depthAndType{};
+    if (pread(descriptor, depthAndType.data(), depthAndType.size(), depthPosition) == 2 &&
+        depthAndType[1] == gray)
+        noteGrayBits(image, depthAndType[0]);
+}
+
+Result<VipsImagePtr> load(int descriptor)
+{
+    if (!hasSoundPngHead(descriptor)) return Error{"damaged PNG"};
+    auto image = loadStrictly(vips_pngload_source, descriptor);
+    if (image) noteGrayForm(image->get(), descriptor);
+    return image;
+}
+
+void describe(int descriptor, VipsImage* image, Metadata& metadata)
+{
+    metadata.pngDensity = densityOf(image);
+    metadata.pngTexts = readPngTexts(descriptor);
+    readContainer(descriptor, metadata);
+}
+
+bool begins(std::string_view head)
+{
+    return head.starts_with("\x89PNG\r\n\x1A\n"sv);
+}
+
+constexpr std::array extensions{"png"sv};
+constexpr std::array mimeTypes{"image/png"sv};
+constexpr StorageLimits limits{
+    .holdsSixteenBits = true, .holdsGray = true, .holdsAlpha = true, .profiles = ProfileStorage::any};
+constexpr FormatReader reader{.load = load, .describe = describe, .operation = "VipsForeignLoadPng"};
+constexpr FormatWriter writer{.encode = encodePng};
+
+} // namespace
+
+constinit const Format pngFormat{.identifier = "public.png",
+                                 .preferredExtension = "png",
+                                 .extensions = extensions,
+                                 .mimeTypes = mimeTypes,
+                                 .begins = begins,
+                                 .limits = limits,
+                                 .reader = &reader,
+                                 .writer = &writer};
+
+} // namespace lumora

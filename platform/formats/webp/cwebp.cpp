@@ -1,0 +1,93 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "formats/cwebp.h"
+
+#include "records/uuid.h"
+#include "system/bundle.h"
+#include "system/child_process.h"
+#include "system/file_services.h"
+#include "system/utf8.h"
+#include "webp/ppm_writer.h"
+
+#include <cstdlib>
+#include <string_view>
+
+namespace lumora {
+namespace {
+
+using Step = CwebpError::Step;
+
+constexpr const char* overrideVariable = "LUMORA_CWEBP_PATH";
+
+// A path for a short-lived file; what was made there is removed with this object.
+class TemporaryFile
+{
+public:
+    explicit TemporaryFile(std::string_view extension)
+        : m_path(temporaryDirectory() /
+                 ("lumora-" + Uuid::random().toString() + "." + std::string(extension)))
+    {
+    }
+    ~TemporaryFile() { static_cast<void>(removeFile(m_path)); }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    const std::filesystem::path& path() const { return m_path; }
+
+private:
+    std::filesystem::path m_path;
+};
+
+std::string trimmed(std::string_view text)
+{
+    constexpr std::string_view blanks = " \t\n\v\f\r";
+    const std::size_t first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos) return {};
+    return std::string(text.substr(first, text.find_last_not_of(blanks) - first + 1));
+}
+
+std::string failureDetail(const ProcessOutcome& outcome)
+{
+    const std::string words = isUtf8(outcome.standardError) ? trimmed(outcome.standardError) : std::string();
+    return words.empty() ? "cwebp exited with status " + std::to_string(outcome.exitStatus) : words;
+}
+
+Result<Done, CwebpError> run(const std::filesystem::path& encoder, const std::vector<std::string>& arguments,
+                             const std::filesystem::path& webp, const std::stop_token& stop)
+{
+    const auto outcome = runProcess(encoder, arguments, stop);
+    if (!outcome) return CwebpError{Step::launching, encoder, outcome.error().description};
+    if (outcome->exitStatus != 0) return CwebpError{Step::encoding, {}, failureDetail(*outcome)};
+    if (!fileExists(webp)) return CwebpError{Step::encoding, {}, "cwebp did not create an output file"};
+    return Done{};
+}
+
+} // namespace
+
+std::optional<std::filesystem::path> findCwebp(const std::filesystem::path& bundle)
+{
+    if (const char* preferred = std::getenv(overrideVariable); preferred && isExecutableFile(preferred)) {
+        return std::filesystem::absolute(preferred);
+    }
+    std::filesystem::path bundled = bundle / "Contents" / "MacOS" / "cwebp";
+    if (isExecutableFile(bundled)) return bundled;
+    return std::nullopt;
+}
+
+Result<Done, CwebpError> encodeWithCwebp(const Image& image, const std::filesystem::path& output,
+                                         std::vector<std::string> options, const std::stop_token& stop)
+{
+    const auto encoder = findCwebp(mainBundlePath());
+    if (!encoder) return CwebpError{Step::findingEncoder, {}, {}};
+
+    const TemporaryFile ppm("ppm");
+    const TemporaryFile webp("webp");
+    if (auto status = writePpm(image, ppm.path()); !status) return status;
+    options.insert(options.end(), {ppm.path().string(), "-o", webp.path().string()});
+    if (auto status = run(*encoder, options, webp.path(), stop); !status) return status;
+    if (const auto copied = copyFile(webp.path(), output); !copied)
+        return CwebpError{Step::copying, {}, copied.error().description};
+    return Done{};
+}
+
+} // namespace lumora

@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "format_io.h"
+#include "formats/cwebp.h"
+#include "metadata/reading.h"
+#include "system/bundle.h"
+#include "vips_loading.h"
+
+#include <array>
+
+namespace lumora {
+namespace {
+
+using namespace std::string_view_literals;
+
+Result<VipsImagePtr> load(int descriptor)
+{
+    return loadStrictly(vips_webpload_source, descriptor);
+}
+
+void describe(int descriptor, VipsImage*, Metadata& metadata)
+{
+    readContainer(descriptor, metadata);
+}
+
+bool begins(std::string_view head)
+{
+    return head.size() >= 12 && head.starts_with("RIFF"sv) && head.substr(8, 4) == "WEBP"sv;
+}
+
+bool hasEncoder()
+{
+    return findCwebp(mainBundlePath()).has_value();
+}
+
+constexpr std::array extensions{"webp"sv};
+constexpr std::array mimeTypes{"image/webp"sv};
+// Of the encoder's road by a PPM file. Its words about a longer edge tell more than ours would.
+constexpr StorageLimits limits{.longestEdge = 16383};
+constexpr FormatReader reader{.load = load, .describe = describe, .operation = "VipsForeignLoadWebp"};
+constexpr FormatWriter writer{.encode = nullptr, .isAvailable = hasEncoder};
+
+} // namespace
+
+constinit const Format webpFormat{.identifier = "org.webmproject.webp",
+                                  .preferredExtension = "webp",
+                                  .extensions = extensions,
+                                  .mimeTypes = mimeTypes,
+                                  .begins = begins,
+                                  .limits = limits,
+                                  .reader = &reader,
+                                  .writer = &writer};
+
+} // namespace lumora

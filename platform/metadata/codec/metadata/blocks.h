@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Metadata on its way out: the blocks that containers embed, each empty where there is nothing to say. Pixel
+// dimensions and colour space are brought up to date. Orientation, embedded previews, the layout of the
+// source's own pixels and claims of further images in the file (gain maps) are left out: every picture that
+// is written stands upright and alone. A field that cannot be written costs only itself, a block that cannot
+// be made counts as empty. Any thread; throws std::bad_alloc and nothing else.
+#pragma once
+
+#include "metadata/metadata.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace lumora {
+
+// What the metadata must say about the picture that it travels with.
+struct PictureFacts
+{
+    std::int64_t width; // pixels
+    std::int64_t height;
+    bool isSrgb;
+    std::string profileName;  // description of the embedded colour profile; empty without one
+    bool isJpegColor = false; // colours stored as brightness and two differences
+};
+
+// As EXIF numbers them: sRGB, or left to the profile.
+inline std::uint16_t exifColorSpace(const PictureFacts& facts)
+{
+    return facts.isSrgb ? 1 : 0xFFFF;
+}
+
+// A TIFF structure, without any container's prefix.
+std::string exifBlock(const Metadata& metadata, const PictureFacts& facts);
+// An image resource block that holds the IPTC records.
+std::string iptcBlock(const Metadata& metadata);
+std::string xmpPacket(const Metadata& metadata, const PictureFacts& facts);
+
+// The TIFF file with all three inside; the file as it is when that fails.
+std::vector<std::byte> withTiffMetadata(std::vector<std::byte> tiff, const Metadata& metadata,
+                                        const PictureFacts& facts);
+
+} // namespace lumora

@@ -1,0 +1,14 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The metadata library's view of an open file. The library itself opens files by name, and a name may lead to
+// another file by then, or to a pipe.
+#pragma once
+
+#include <exiv2/basicio.hpp>
+
+namespace lumora {
+
+// For reading alone. The descriptor stays the caller's, and its position where it is. One thread.
+Exiv2::BasicIo::AutoPtr openedForReading(int descriptor);
+
+} // namespace lumora
