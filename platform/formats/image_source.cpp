@@ -111,7 +111,7 @@ Result<ImageSource> ImageSource::open(const std::filesystem::path& url)
     const std::string identifier(refinedIdentifier(*type, image));
     ImageProperties properties = describe(image, orientation, readMetadata(image, identifier, url));
     if (identifier == "public.tiff") noteFormOfTiff(image, properties);
-    Image picture(loaded->release(), 1, false, false);
+    Image picture(loaded->release(), 1, ImageState::pending);
     if (identifier == "public.jpeg")
         picture = picture.withReducedDecoding(reducedDecodingOf(std::move(*file)));
     return ImageSource(identifier, std::move(picture), orientation, std::move(properties));

@@ -50,7 +50,7 @@ Image makeBitmap(RgbaBytes rgba, PixelSize size, ProfileBytes profile)
     vips_copy(memory.get(), &tagged, "interpretation", VIPS_INTERPRETATION_sRGB, nullptr);
     if (!profile.empty())
         vips_image_set_blob_copy(tagged, VIPS_META_ICC_NAME, profile.data(), profile.size());
-    return {tagged, 1, true, true};
+    return {tagged, 1, ImageState::drawn};
 }
 
 // One drawing: the stored picture reduced, converted and brought to premultiplied RGBA, still as stored.
@@ -141,7 +141,7 @@ bool isIn(ColorSpace space, ProfileBytes profile)
 // Whether an earlier drawing gave these very pixels.
 bool isDrawn(const Image& image, const DrawRequest& request, ProfileBytes profile)
 {
-    return image.isInMemory() && image.alphaIsPremultiplied() && image.width() == request.width &&
+    return image.alphaIsPremultiplied() && image.width() == request.width &&
            image.height() == request.height && vips_image_get_bands(image.pixels()) == 4 &&
            isIn(request.colorSpace, profile);
 }
@@ -214,7 +214,7 @@ Result<Image> decode(const Image& image)
     const VipsImagePtr turned(upright);
     VipsImage* memory = vips_image_copy_memory(turned.get());
     if (!memory) return takeVipsError();
-    return Image(memory, 1, true, image.alphaIsPremultiplied());
+    return Image(memory, 1, ImageState::decoded);
 }
 
 } // namespace lumora

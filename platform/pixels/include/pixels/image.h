@@ -22,12 +22,17 @@ using Orientation = int;
 // Opens the picture again at 1/divisor of its size. The result is a new reference.
 using ReducedDecoding = std::function<Result<_VipsImage*>(int divisor)>;
 
+enum class ImageState {
+    pending, // of an opened file, its rows not decoded yet
+    decoded, // pixels in memory as the file has them, straight alpha
+    drawn,   // a bitmap in memory: 8-bit RGBA, premultiplied
+};
+
 class Image
 {
 public:
-    // Takes over one reference to `pixels`. `alphaIsPremultiplied` says how colours stand to the last band's
-    // alpha.
-    Image(_VipsImage* pixels, Orientation pendingOrientation, bool inMemory, bool alphaIsPremultiplied);
+    // Takes over one reference to `pixels`.
+    Image(_VipsImage* pixels, Orientation pendingOrientation, ImageState state);
 
     // Pixels of the upright picture.
     std::int64_t width() const;
@@ -35,8 +40,8 @@ public:
 
     // The turn that the stored pixels still need; 1 for every image in memory.
     Orientation pendingOrientation() const { return m_orientation; }
-    bool isInMemory() const { return m_inMemory; }
-    bool alphaIsPremultiplied() const { return m_alphaIsPremultiplied; }
+    bool isInMemory() const { return m_state != ImageState::pending; }
+    bool alphaIsPremultiplied() const { return m_state == ImageState::drawn; }
 
     // Lets a picture that is not decoded yet be decoded at a half, a quarter or an eighth of its size: faster
     // by far, and where a much smaller picture is wanted no worse.
@@ -59,8 +64,7 @@ private:
     std::shared_ptr<_VipsImage> m_pixels;
     std::shared_ptr<const ReducedDecoding> m_reducedDecoding;
     Orientation m_orientation;
-    bool m_inMemory;
-    bool m_alphaIsPremultiplied;
+    ImageState m_state;
 };
 
 } // namespace lumora
