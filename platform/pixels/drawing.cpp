@@ -37,20 +37,22 @@ ColorPlan planColors(const RowReader& reader, ProfileBytes profile, ColorSpace t
             target == ColorSpace::sRGB ? srgbProfile() : ProfileBytes{}};
 }
 
-// Takes over `rgba`, premultiplied, upright.
-Image makeBitmap(RgbaBytes rgba, PixelSize size, ProfileBytes profile)
+// `rgba` is premultiplied and upright.
+Result<Image> makeBitmap(RgbaBytes rgba, PixelSize size, ProfileBytes profile)
 {
     const std::size_t bytes =
         static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) * 4;
     const VipsImagePtr memory(
         vips_image_new_from_memory(rgba.get(), bytes, size.width, size.height, 4, VIPS_FORMAT_UCHAR));
+    if (!memory) return takeVipsError();
     g_object_set_data_full(G_OBJECT(memory.get()), "lumora-pixels", new RgbaBytes(std::move(rgba)),
                            [](gpointer owned) { delete static_cast<RgbaBytes*>(owned); });
     VipsImage* tagged = nullptr;
-    vips_copy(memory.get(), &tagged, "interpretation", VIPS_INTERPRETATION_sRGB, nullptr);
+    if (vips_copy(memory.get(), &tagged, "interpretation", VIPS_INTERPRETATION_sRGB, nullptr) != 0)
+        return takeVipsError();
     if (!profile.empty())
         vips_image_set_blob_copy(tagged, VIPS_META_ICC_NAME, profile.data(), profile.size());
-    return {tagged, 1, ImageState::drawn};
+    return Image(tagged, 1, ImageState::drawn);
 }
 
 // One drawing: the stored picture reduced, converted and brought to premultiplied RGBA, still as stored.
