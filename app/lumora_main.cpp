@@ -8,6 +8,7 @@
 #include "app/instance/single_instance.h"
 #include "app/terminate_signals.h"
 #include "app/termination.h"
+#include "pixels/image_library.h"
 #include "system/bundle.h"
 #include "ui/settings/preferences_view.h"
 #include "ui/theme/lumora_style.h"
@@ -82,6 +83,7 @@ void connectRequests(SingleInstance& instance, AppDelegate& delegate)
 
 int run(int argc, char** argv, const LaunchRequest& request)
 {
+    startImageLibrary(); // the toolkit brings threads
     QApplication application(argc, argv);
     describeApplication();
     SingleInstance instance(QDBusConnection::sessionBus());

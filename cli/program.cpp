@@ -8,6 +8,7 @@
 #include "cli/help_text.h"
 #include "cli/session.h"
 #include "cli/version_text.h"
+#include "pixels/image_library.h"
 
 #include <QCoreApplication>
 
@@ -41,6 +42,7 @@ bool makeOutputDirectory(const CommandLine& line, Console& console)
 
 int optimize(const CommandLine& line)
 {
+    startImageLibrary();
     // Qt's command line is not ours: it would take arguments such as -platform for itself.
     int argumentCount = 1;
     char name[] = "lumora-cli";
