@@ -17,6 +17,7 @@
 #include <QDBusConnection>
 #include <QIcon>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
@@ -84,6 +85,8 @@ void connectRequests(SingleInstance& instance, AppDelegate& delegate)
 int run(int argc, char** argv, const LaunchRequest& request)
 {
     startImageLibrary(); // the toolkit brings threads
+    // Ignored, as a parent may leave it, the encoder's exit status would be lost.
+    std::signal(SIGCHLD, SIG_DFL);
     QApplication application(argc, argv);
     describeApplication();
     SingleInstance instance(QDBusConnection::sessionBus());

@@ -62,6 +62,8 @@ int runProgram(const std::vector<std::string>& arguments)
     // A reader that leaves early shows as a failed write, not as the end of the program in the middle of a
     // file.
     std::signal(SIGPIPE, SIG_IGN);
+    // Ignored, as a parent may leave it, the encoder's exit status would be lost.
+    std::signal(SIGCHLD, SIG_DFL);
     const auto parsed = parseCommandLine(arguments);
     if (const auto* error = std::get_if<UsageError>(&parsed)) {
         Console({STDOUT_FILENO, STDERR_FILENO}, false).complain(error->message + "; see lumora-cli --help");
