@@ -153,7 +153,7 @@ PixelSize storedSize(const Image& image)
     return {vips_image_get_width(image.pixels()), vips_image_get_height(image.pixels())};
 }
 
-// At least a halving is left to the resampler: the picture is then within 42 dB of the one from the full
+// At least a halving is left to the resampler: photographs are then within 47 dB of those from the full
 // decode. Small pictures, which are quickly decoded, have finer detail for their size and keep to that.
 int decodingDivisor(PixelSize stored, PixelSize wanted)
 {

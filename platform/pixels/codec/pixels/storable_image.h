@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Brings a picture into the form in which a type stores it. For the codec layer only.
+// Bringing a picture into the form in which a type stores it. Thread-safe for different pictures.
 #pragma once
 
 #include "pixels/image.h"
@@ -9,19 +9,21 @@
 
 namespace lumora {
 
+// What a type has room for. 8 bits a component and three of them every type has.
 struct StorageLimits
 {
     bool holdsSixteenBits;
     bool holdsGray;
-    bool holdsInk;   // CMYK
-    bool holdsAlpha; // otherwise the picture is laid over white
-    bool holdsAnyModel;
+    bool holdsInk;      // CMYK
+    bool holdsAlpha;    // otherwise the picture is laid over white
+    bool holdsAnyModel; // and any depth; only a bitmap's alpha is still asked for
 };
 
 // Straight alpha. A redrawn bitmap comes in its smallest lossless form: without alpha when every pixel is
 // opaque, as one gray component when all three are equal. Everything else keeps depth and model where the
 // limits allow, and becomes 8-bit sRGB where they do not. The attached profile stays attached where it still
-// describes the components.
+// describes the components; other metadata goes, and 72 dots an inch stand for an unknown resolution. Fails
+// when a pending picture has to be redrawn and is damaged; one that keeps its form stays pending.
 Result<VipsImagePtr> storableImage(const Image& image, const StorageLimits& limits);
 
 } // namespace lumora

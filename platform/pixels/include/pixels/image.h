@@ -3,7 +3,7 @@
 // A picture: either decoded pixels in memory or the promise of an opened file, whose rows are decoded once,
 // in order, when they are first needed. The promise lets decoding, scaling and colour conversion run as one
 // pass over strips, so that memory follows the size of the result and not of the file. A value that shares
-// its pixels.
+// its pixels; those in memory never change, the rows of a promise go to one thread.
 #pragma once
 
 #include "system/result.h"
@@ -19,7 +19,7 @@ namespace lumora {
 // The EXIF numbering: 1 upright, 2 to 4 mirrored or turned by 180 degrees, 5 to 8 with the axes swapped.
 using Orientation = int;
 
-// Opens the picture again at 1/divisor of its size. The result is a new reference.
+// Opens the picture again at 1/divisor of its size, rounded up; 2, 4 or 8. The result is a new reference.
 using ReducedDecoding = std::function<Result<_VipsImage*>(int divisor)>;
 
 enum class ImageState {
@@ -31,7 +31,7 @@ enum class ImageState {
 class Image
 {
 public:
-    // Takes over one reference to `pixels`.
+    // Takes over one reference to `pixels`, which are as stored.
     Image(_VipsImage* pixels, Orientation pendingOrientation, ImageState state);
 
     // Pixels of the upright picture.
@@ -46,8 +46,8 @@ public:
     // Lets a picture that is not decoded yet be decoded at a half, a quarter or an eighth of its size: faster
     // by far, and where a much smaller picture is wanted no worse.
     Image withReducedDecoding(ReducedDecoding decoding) const;
-    // The picture at 1/divisor of its size, rounded up; the picture itself when it cannot. `divisor` is 2, 4
-    // or 8.
+    // The picture at 1/divisor of its size, not decoded yet; the picture itself when it knows no such
+    // decoding. Fails when the file cannot be opened so.
     Result<Image> reduced(int divisor) const;
 
     // The same picture with another pending turn.
@@ -55,7 +55,8 @@ public:
     // The same picture without an embedded colour profile; its colours count as sRGB from then on.
     Image withoutProfile() const;
 
-    // For the codec layer: bands, format, interpretation and the attached profile are those of the picture.
+    // As stored, still this picture's. Bands, format, interpretation and the attached profile are those of
+    // the picture.
     _VipsImage* pixels() const { return m_pixels.get(); }
 
     friend bool operator==(const Image&, const Image&) = default;
