@@ -8,6 +8,7 @@
 #include "app/instance/single_instance.h"
 #include "app/terminate_signals.h"
 #include "app/termination.h"
+#include "pixels/image_library.h"
 #include "system/bundle.h"
 #include "ui/settings/preferences_view.h"
 #include "ui/theme/lumora_style.h"
@@ -16,6 +17,7 @@
 #include <QDBusConnection>
 #include <QIcon>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
@@ -82,6 +84,9 @@ void connectRequests(SingleInstance& instance, AppDelegate& delegate)
 
 int run(int argc, char** argv, const LaunchRequest& request)
 {
+    startImageLibrary(); // the toolkit brings threads
+    // Ignored, as a parent may leave it, the encoder's exit status would be lost.
+    std::signal(SIGCHLD, SIG_DFL);
     QApplication application(argc, argv);
     describeApplication();
     SingleInstance instance(QDBusConnection::sessionBus());

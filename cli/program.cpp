@@ -8,6 +8,7 @@
 #include "cli/help_text.h"
 #include "cli/session.h"
 #include "cli/version_text.h"
+#include "pixels/image_library.h"
 
 #include <QCoreApplication>
 
@@ -41,6 +42,7 @@ bool makeOutputDirectory(const CommandLine& line, Console& console)
 
 int optimize(const CommandLine& line)
 {
+    startImageLibrary();
     // Qt's command line is not ours: it would take arguments such as -platform for itself.
     int argumentCount = 1;
     char name[] = "lumora-cli";
@@ -60,6 +62,8 @@ int runProgram(const std::vector<std::string>& arguments)
     // A reader that leaves early shows as a failed write, not as the end of the program in the middle of a
     // file.
     std::signal(SIGPIPE, SIG_IGN);
+    // Ignored, as a parent may leave it, the encoder's exit status would be lost.
+    std::signal(SIGCHLD, SIG_DFL);
     const auto parsed = parseCommandLine(arguments);
     if (const auto* error = std::get_if<UsageError>(&parsed)) {
         Console({STDOUT_FILENO, STDERR_FILENO}, false).complain(error->message + "; see lumora-cli --help");

@@ -37,7 +37,7 @@ struct FormatReader
 struct EncodeRequest
 {
     _VipsImage* image; // in storable form, see storableImage
-    int quality;      // 1 to 100
+    int quality;       // 1 to 100
     // A picture that was not redrawn keeps its colour model even where a palette would be smaller.
     bool keepsModel;
     const Metadata& metadata;

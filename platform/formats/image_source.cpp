@@ -66,7 +66,7 @@ std::string_view identifierOf(const Format& format, VipsImage* image)
 
 Image pictureOf(VipsImagePtr image, const FormatReader& reader, FileDescriptor file)
 {
-    Image picture(image.release(), 1, false, false);
+    Image picture(image.release(), 1, ImageState::pending);
     if (!reader.loadReduced) return picture;
     return picture.withReducedDecoding(
         [load = reader.loadReduced,

@@ -79,8 +79,6 @@ cmsHTRANSFORM createTransform(RowFormat format, cmsHPROFILE source)
                               INTENT_RELATIVE_COLORIMETRIC, flags);
 }
 
-// Most profiles in the wild describe sRGB itself in one of many wordings, so the colours are asked, not the
-// name.
 // Photographs are of this kind: one wide load and store a pixel, but for the last, behind which nothing may
 // be read.
 void widenOpaque(const std::uint8_t* rgb, std::uint8_t* rgba, std::size_t pixels)
@@ -99,6 +97,8 @@ void widenOpaque(const std::uint8_t* rgb, std::uint8_t* rgba, std::size_t pixels
     }
 }
 
+// Most profiles in the wild describe sRGB itself in one of many wordings, so the colours are asked, not the
+// name.
 bool isSrgb(cmsHPROFILE profile)
 {
     constexpr int levels = 6;

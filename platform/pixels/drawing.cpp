@@ -37,20 +37,22 @@ ColorPlan planColors(const RowReader& reader, ProfileBytes profile, ColorSpace t
             target == ColorSpace::sRGB ? srgbProfile() : ProfileBytes{}};
 }
 
-// Takes over `rgba`, premultiplied, upright.
-Image makeBitmap(RgbaBytes rgba, PixelSize size, ProfileBytes profile)
+// `rgba` is premultiplied and upright.
+Result<Image> makeBitmap(RgbaBytes rgba, PixelSize size, ProfileBytes profile)
 {
     const std::size_t bytes =
         static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) * 4;
     const VipsImagePtr memory(
         vips_image_new_from_memory(rgba.get(), bytes, size.width, size.height, 4, VIPS_FORMAT_UCHAR));
+    if (!memory) return takeVipsError();
     g_object_set_data_full(G_OBJECT(memory.get()), "lumora-pixels", new RgbaBytes(std::move(rgba)),
                            [](gpointer owned) { delete static_cast<RgbaBytes*>(owned); });
     VipsImage* tagged = nullptr;
-    vips_copy(memory.get(), &tagged, "interpretation", VIPS_INTERPRETATION_sRGB, nullptr);
+    if (vips_copy(memory.get(), &tagged, "interpretation", VIPS_INTERPRETATION_sRGB, nullptr) != 0)
+        return takeVipsError();
     if (!profile.empty())
         vips_image_set_blob_copy(tagged, VIPS_META_ICC_NAME, profile.data(), profile.size());
-    return {tagged, 1, true, true};
+    return Image(tagged, 1, ImageState::drawn);
 }
 
 // One drawing: the stored picture reduced, converted and brought to premultiplied RGBA, still as stored.
@@ -141,7 +143,7 @@ bool isIn(ColorSpace space, ProfileBytes profile)
 // Whether an earlier drawing gave these very pixels.
 bool isDrawn(const Image& image, const DrawRequest& request, ProfileBytes profile)
 {
-    return image.isInMemory() && image.alphaIsPremultiplied() && image.width() == request.width &&
+    return image.alphaIsPremultiplied() && image.width() == request.width &&
            image.height() == request.height && vips_image_get_bands(image.pixels()) == 4 &&
            isIn(request.colorSpace, profile);
 }
@@ -151,7 +153,7 @@ PixelSize storedSize(const Image& image)
     return {vips_image_get_width(image.pixels()), vips_image_get_height(image.pixels())};
 }
 
-// At least a halving is left to the resampler: the picture is then within 42 dB of the one from the full
+// At least a halving is left to the resampler: photographs are then within 47 dB of those from the full
 // decode. Small pictures, which are quickly decoded, have finer detail for their size and keep to that.
 int decodingDivisor(PixelSize stored, PixelSize wanted)
 {
@@ -214,7 +216,7 @@ Result<Image> decode(const Image& image)
     const VipsImagePtr turned(upright);
     VipsImage* memory = vips_image_copy_memory(turned.get());
     if (!memory) return takeVipsError();
-    return Image(memory, 1, true, image.alphaIsPremultiplied());
+    return Image(memory, 1, ImageState::decoded);
 }
 
 } // namespace lumora

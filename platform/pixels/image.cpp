@@ -10,9 +10,8 @@
 
 namespace lumora {
 
-Image::Image(_VipsImage* pixels, Orientation pendingOrientation, bool inMemory, bool alphaIsPremultiplied)
-    : m_pixels(pixels, VipsUnref{}), m_orientation(pendingOrientation), m_inMemory(inMemory),
-      m_alphaIsPremultiplied(alphaIsPremultiplied)
+Image::Image(_VipsImage* pixels, Orientation pendingOrientation, ImageState state)
+    : m_pixels(pixels, VipsUnref{}), m_orientation(pendingOrientation), m_state(state)
 {
 }
 
@@ -45,7 +44,7 @@ Result<Image> Image::reduced(int divisor) const
     if (!m_reducedDecoding) return *this;
     const auto pixels = (*m_reducedDecoding)(divisor);
     if (!pixels) return pixels.error();
-    return Image(*pixels, m_orientation, m_inMemory, m_alphaIsPremultiplied);
+    return Image(*pixels, m_orientation, m_state);
 }
 
 Image Image::withoutProfile() const
@@ -53,7 +52,7 @@ Image Image::withoutProfile() const
     VipsImage* copy = nullptr;
     if (vips_copy(pixels(), &copy, nullptr) != 0) return *this;
     vips_image_remove(copy, VIPS_META_ICC_NAME);
-    return {copy, m_orientation, m_inMemory, m_alphaIsPremultiplied};
+    return {copy, m_orientation, m_state};
 }
 
 } // namespace lumora

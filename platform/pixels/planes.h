@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Components as separate, aligned planes: the form in which the resampling library works. For the codec
-// layer.
+// Components as separate, aligned planes: the form in which the resampling library works. One thread.
 #pragma once
 
 #include <cstddef>

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Reducing a picture by the Lanczos-3 kernel, in bands of rows, so that neither the source nor an
 // intermediate of its size is ever held. Components are treated as they are stored (gamma-encoded), which is
-// what people expect of a picture made smaller and what every viewer does; alpha must be premultiplied. For
-// the codec layer only.
+// what people expect of a picture made smaller and what every viewer does; alpha must be premultiplied.
+// Stateless; thread-safe.
 #pragma once
 
 #include "pixels/row_reader.h"
@@ -38,7 +38,8 @@ using RowProvider = std::function<Result<RowSpan>(int first, int count)>;
 // down. The consumer may change the rows.
 using RowConsumer = std::function<void(int first, int count, std::uint8_t* rows)>;
 
-// Interleaved 8-bit components, 1 to 4 bands on both sides. Fails with the provider's error.
+// Interleaved 8-bit components, 1 to 4 bands on both sides. Reads the last row too where no row of the result
+// needs it. Fails with the provider's error.
 Status resample(const RowProvider& source, const SourceShape& from, PixelSize to, int bands,
                 const RowConsumer& sink);
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Operations on rows of 8-bit RGBA. For the codec layer only.
+// Operations on pixels of 8-bit components, and the memory of bitmaps. Stateless; thread-safe.
 #pragma once
 
 #include "pixels/image.h"
@@ -12,8 +12,8 @@
 
 namespace lumora {
 
-// Colours times alpha, rounded, for the last of `bands` components; and back (a transparent pixel becomes
-// black).
+// Colours times alpha, rounded, for `count` interleaved pixels of `bands` components, the last of which is
+// alpha; and back (a transparent pixel becomes black).
 void premultiply(std::uint8_t* pixels, std::size_t count, int bands);
 void unpremultiply(std::uint8_t* pixels, std::size_t count, int bands);
 
@@ -25,11 +25,11 @@ struct UnmapBytes
 };
 
 // Room for one picture, zeroed. Pages of their own, which go back to the system at once: bitmaps of ever
-// other sizes on the heap would leave gaps there that grow with the number of files.
+// other sizes on the heap would leave gaps there that grow with the number of files. Throws std::bad_alloc.
 using RgbaBytes = std::unique_ptr<std::uint8_t[], UnmapBytes>;
 RgbaBytes allocateRgba(PixelSize size);
 
-// RGBA pixels of the stored size turned upright.
+// RGBA pixels of the stored size turned upright; as they are for an orientation that is none.
 RgbaBytes turnedUpright(RgbaBytes rgba, PixelSize stored, Orientation orientation);
 
 } // namespace lumora

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pixels/vips_library.h"
 
+#include "pixels/image_library.h"
+
 #include <gmodule.h>
 #include <vips/vips.h>
 
@@ -81,6 +83,11 @@ void ensureVipsReady()
 void allowOperation(const char* name)
 {
     vips_operation_block_set(name, FALSE);
+}
+
+void startImageLibrary()
+{
+    ensureVipsReady();
 }
 
 void ensureHeifReady()

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// One scaling step of the resampling library, built once and run on any number of strips. For the codec layer
-// only. One thread.
+// One scaling step of the resampling library, built once and run on any number of strips. One thread.
 #pragma once
 
 #include "planes.h"
@@ -34,7 +33,8 @@ struct StripRegion
 class ZimgGraph
 {
 public:
-    // Scales by the Lanczos-3 kernel. 1 to 4 bands; a second or fourth band is scaled like the others.
+    // Scales by the Lanczos-3 kernel. 1 to 4 bands; a second or fourth band is scaled like the others. Fails
+    // for what the library does not scale, such as an empty strip.
     static Result<ZimgGraph> build(const StripShape& from, const StripRegion& region, const StripShape& to,
                                    int bands);
 

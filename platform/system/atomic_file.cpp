@@ -78,9 +78,9 @@ void removeStaleDrafts(const std::filesystem::path& folder)
     }
 }
 
-Status writeFileAtomically(const std::filesystem::path& url, std::span<const std::byte> bytes)
+Status writeFileAtomically(const std::filesystem::path& path, std::span<const std::byte> bytes)
 {
-    Result<AtomicFile> file = AtomicFile::create(url);
+    Result<AtomicFile> file = AtomicFile::create(path);
     if (!file) return file.error();
     if (Status appended = file->append(bytes); !appended) return appended;
     return file->commit();

@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
+#include <initializer_list>
 #include <poll.h>
 #include <spawn.h>
 #include <sys/syscall.h>
@@ -42,50 +43,75 @@ Result<Pipe> makePipe()
     return pipe;
 }
 
+// Of several steps' answers: 0 or the errno of the first that failed.
+int firstFailure(std::initializer_list<int> answers)
+{
+    for (const int answer : answers) {
+        if (answer != 0) return answer;
+    }
+    return 0;
+}
+
 // A group of its own and the signal state of a fresh process, whatever this program blocks or ignores.
 class SpawnAttributes
 {
 public:
-    SpawnAttributes()
+    SpawnAttributes() : m_creation(posix_spawnattr_init(&m_attributes))
     {
-        posix_spawnattr_init(&m_attributes);
-        sigset_t signals;
-        sigemptyset(&signals);
-        posix_spawnattr_setsigmask(&m_attributes, &signals);
-        sigfillset(&signals);
-        posix_spawnattr_setsigdefault(&m_attributes, &signals);
-        posix_spawnattr_setpgroup(&m_attributes, 0);
-        posix_spawnattr_setflags(&m_attributes,
-                                 POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
+        if (m_creation != 0) return;
+        sigset_t none;
+        sigemptyset(&none);
+        sigset_t all;
+        sigfillset(&all);
+        m_settings = firstFailure(
+            {posix_spawnattr_setsigmask(&m_attributes, &none),
+             posix_spawnattr_setsigdefault(&m_attributes, &all), posix_spawnattr_setpgroup(&m_attributes, 0),
+             posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF |
+                                                         POSIX_SPAWN_SETPGROUP)});
     }
-    ~SpawnAttributes() { posix_spawnattr_destroy(&m_attributes); }
+    ~SpawnAttributes()
+    {
+        if (m_creation == 0) posix_spawnattr_destroy(&m_attributes);
+    }
     SpawnAttributes(const SpawnAttributes&) = delete;
     SpawnAttributes& operator=(const SpawnAttributes&) = delete;
 
+    // 0 or errno.
+    int failure() const { return firstFailure({m_creation, m_settings}); }
     const posix_spawnattr_t* get() const { return &m_attributes; }
 
 private:
     posix_spawnattr_t m_attributes{};
+    int m_creation;
+    int m_settings = 0;
 };
 
 // Standard error into the pipe, everything above it closed.
 class SpawnActions
 {
 public:
-    explicit SpawnActions(int standardError)
+    explicit SpawnActions(int standardError) : m_creation(posix_spawn_file_actions_init(&m_actions))
     {
-        posix_spawn_file_actions_init(&m_actions);
-        posix_spawn_file_actions_adddup2(&m_actions, standardError, STDERR_FILENO);
-        posix_spawn_file_actions_addclosefrom_np(&m_actions, STDERR_FILENO + 1);
+        if (m_creation != 0) return;
+        m_additions =
+            firstFailure({posix_spawn_file_actions_adddup2(&m_actions, standardError, STDERR_FILENO),
+                          posix_spawn_file_actions_addclosefrom_np(&m_actions, STDERR_FILENO + 1)});
     }
-    ~SpawnActions() { posix_spawn_file_actions_destroy(&m_actions); }
+    ~SpawnActions()
+    {
+        if (m_creation == 0) posix_spawn_file_actions_destroy(&m_actions);
+    }
     SpawnActions(const SpawnActions&) = delete;
     SpawnActions& operator=(const SpawnActions&) = delete;
 
+    // 0 or errno.
+    int failure() const { return firstFailure({m_creation, m_additions}); }
     const posix_spawn_file_actions_t* get() const { return &m_actions; }
 
 private:
     posix_spawn_file_actions_t m_actions{};
+    int m_creation;
+    int m_additions = 0;
 };
 
 Result<pid_t> launch(const std::filesystem::path& executable, std::vector<std::string> arguments,
@@ -101,8 +127,11 @@ Result<pid_t> launch(const std::filesystem::path& executable, std::vector<std::s
     const SpawnActions actions(standardError);
     const SpawnAttributes attributes;
     pid_t process = 0;
-    const int failure = ::posix_spawn(&process, executable.c_str(), actions.get(), attributes.get(),
-                                      pointers.data(), environ);
+    int failure = firstFailure({actions.failure(), attributes.failure()});
+    if (failure == 0) {
+        failure = ::posix_spawn(&process, executable.c_str(), actions.get(), attributes.get(),
+                                pointers.data(), environ);
+    }
     if (failure != 0) return systemError(failure);
     return process;
 }
@@ -141,10 +170,12 @@ std::string readUntilExit(int exit, int standardError)
     return text;
 }
 
-int reap(pid_t process)
+// The exit status as runProcess() hands it out.
+Result<int> reap(pid_t process)
 {
     int status = 0;
-    while (::waitpid(process, &status, 0) < 0 && errno == EINTR) {
+    while (::waitpid(process, &status, 0) < 0) {
+        if (errno != EINTR) return systemError(errno);
     }
     return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
 }
@@ -165,7 +196,7 @@ Result<ProcessOutcome> runProcess(const std::filesystem::path& executable,
     if (!exit.isOpen()) {
         const int failure = errno;
         killGroup();
-        reap(*process);
+        static_cast<void>(reap(*process));
         return systemError(failure);
     }
     std::string standardError;
@@ -174,7 +205,9 @@ Result<ProcessOutcome> runProcess(const std::filesystem::path& executable,
         const std::stop_callback stopped(std::move(kill), killGroup);
         standardError = readUntilExit(exit.get(), pipe->readEnd.get());
     }
-    return ProcessOutcome{reap(*process), std::move(standardError)};
+    const Result<int> exitStatus = reap(*process);
+    if (!exitStatus) return exitStatus.error();
+    return ProcessOutcome{*exitStatus, std::move(standardError)};
 }
 
 } // namespace lumora

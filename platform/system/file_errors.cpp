@@ -7,9 +7,9 @@
 
 namespace lumora {
 
-Error fileError(const std::filesystem::path& url, std::string_view done, int code)
+Error fileError(const std::filesystem::path& path, std::string_view done, int code)
 {
-    const std::string name = url.has_filename() ? url.filename().native() : url.native();
+    const std::string name = path.has_filename() ? path.filename().native() : path.native();
     return {name + " could not be " + std::string(done) + ": " + std::generic_category().message(code)};
 }
 

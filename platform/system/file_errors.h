@@ -12,6 +12,6 @@ namespace lumora {
 
 // "{name} could not be {done}: {text of code}", for example "a.png could not be removed: Permission denied".
 // The name keeps its bytes.
-Error fileError(const std::filesystem::path& url, std::string_view done, int code);
+Error fileError(const std::filesystem::path& path, std::string_view done, int code);
 
 } // namespace lumora

@@ -15,10 +15,10 @@
 namespace lumora {
 namespace {
 
-std::optional<struct stat> statusOf(const std::filesystem::path& url)
+std::optional<struct stat> statusOf(const std::filesystem::path& path)
 {
     struct stat status;
-    if (::stat(url.c_str(), &status) != 0) return std::nullopt;
+    if (::stat(path.c_str(), &status) != 0) return std::nullopt;
     return status;
 }
 
@@ -35,27 +35,27 @@ int transfer(int from, int to)
 
 } // namespace
 
-std::int64_t fileSize(const std::filesystem::path& url)
+std::int64_t fileSize(const std::filesystem::path& path)
 {
-    const auto status = statusOf(url);
+    const auto status = statusOf(path);
     return status && S_ISREG(status->st_mode) ? std::int64_t{status->st_size} : 0;
 }
 
-bool fileExists(const std::filesystem::path& url)
+bool fileExists(const std::filesystem::path& path)
 {
     struct stat status;
-    return ::lstat(url.c_str(), &status) == 0;
+    return ::lstat(path.c_str(), &status) == 0;
 }
 
-bool isExecutableFile(const std::filesystem::path& url)
+bool isExecutableFile(const std::filesystem::path& path)
 {
-    const auto status = statusOf(url);
-    return status && S_ISREG(status->st_mode) && ::access(url.c_str(), X_OK) == 0;
+    const auto status = statusOf(path);
+    return status && S_ISREG(status->st_mode) && ::access(path.c_str(), X_OK) == 0;
 }
 
-Status removeFile(const std::filesystem::path& url)
+Status removeFile(const std::filesystem::path& path)
 {
-    if (::unlink(url.c_str()) != 0) return fileError(url, "removed", errno);
+    if (::unlink(path.c_str()) != 0) return fileError(path, "removed", errno);
     return Done{};
 }
 
@@ -78,17 +78,17 @@ Status copyFile(const std::filesystem::path& from, const std::filesystem::path& 
     return fileError(to, "written", failure);
 }
 
-std::optional<timespec> modificationDate(const std::filesystem::path& url)
+std::optional<timespec> modificationDate(const std::filesystem::path& path)
 {
-    const auto status = statusOf(url);
+    const auto status = statusOf(path);
     if (!status) return std::nullopt;
     return status->st_mtim;
 }
 
-Status setModificationDate(const std::filesystem::path& url, timespec date)
+Status setModificationDate(const std::filesystem::path& path, timespec date)
 {
     const std::array<timespec, 2> times{timespec{0, UTIME_OMIT}, date};
-    if (::utimensat(AT_FDCWD, url.c_str(), times.data(), 0) != 0) return fileError(url, "dated", errno);
+    if (::utimensat(AT_FDCWD, path.c_str(), times.data(), 0) != 0) return fileError(path, "dated", errno);
     return Done{};
 }
 

@@ -11,9 +11,9 @@
 
 namespace lumora {
 
-Result<FileDescriptor> openRegularFile(const std::filesystem::path& url)
+Result<FileDescriptor> openRegularFile(const std::filesystem::path& path)
 {
-    FileDescriptor file(open(url.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     struct stat status = {};
     if (!file.isOpen() || fstat(file.get(), &status) != 0) return Error{std::strerror(errno)};
     if (!S_ISREG(status.st_mode)) return Error{"not a file"};

@@ -15,19 +15,19 @@ struct Unreference
     void operator()(GFile* file) const { g_object_unref(file); }
 };
 
-Error trashError(const std::filesystem::path& url, GError* error)
+Error trashError(const std::filesystem::path& path, GError* error)
 {
     const std::unique_ptr<GError, decltype(&g_error_free)> owner(error, g_error_free);
-    return {url.filename().native() + " could not be moved to the Trash: " + owner->message};
+    return {path.filename().native() + " could not be moved to the Trash: " + owner->message};
 }
 
 } // namespace
 
-Status moveToTrash(const std::filesystem::path& url)
+Status moveToTrash(const std::filesystem::path& path)
 {
-    const std::unique_ptr<GFile, Unreference> file(g_file_new_for_path(url.c_str()));
+    const std::unique_ptr<GFile, Unreference> file(g_file_new_for_path(path.c_str()));
     GError* error = nullptr;
-    if (!g_file_trash(file.get(), nullptr, &error)) return trashError(url, error);
+    if (!g_file_trash(file.get(), nullptr, &error)) return trashError(path, error);
     return Done{};
 }
 

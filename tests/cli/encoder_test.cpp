@@ -52,6 +52,16 @@ TEST_F(CliEncoder, failingWithoutAWord)
     EXPECT_EQ(messageOfFailure(), "Could not finish writing a.webp: cwebp exited with status 3");
 }
 
+TEST_F(CliEncoder, isWaitedForUnderAParentThatIgnoresItsChildren)
+{
+    const fs::path parent = folder("parent") / "parent";
+    writeFile(parent, "#!/bin/bash\ntrap '' CHLD\nexec '" + m_launch.program.native() + "' \"$@\"\n");
+    fs::permissions(parent, fs::perms::owner_all);
+    m_launch.program = parent;
+    photograph("a.jpg");
+    EXPECT_EQ(runInto({"a.jpg"}).status, 0);
+}
+
 TEST_F(CliEncoder, writingNothing)
 {
     useEncoder("exit 0");

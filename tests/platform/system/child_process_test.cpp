@@ -10,6 +10,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <sstream>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
@@ -168,6 +169,27 @@ TEST(RunProcess, TakesALateStopWithoutHarm)
     kill.request_stop();
     ASSERT_TRUE(outcome);
     EXPECT_EQ(outcome->exitStatus, 0);
+}
+
+// The system throws the exit status away then; a failure must not pass for a success.
+TEST(RunProcess, TakesNoUnknownEndForASuccess)
+{
+    const auto before = std::signal(SIGCHLD, SIG_IGN);
+    const auto outcome = runScript("exit 3");
+    std::signal(SIGCHLD, before);
+    EXPECT_FALSE(outcome);
+}
+
+TEST(RunProcess, FailsWithTheSystemsReasonWithoutFreeDescriptors)
+{
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit none{3, before.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &none);
+    const auto outcome = runScript("exit 0");
+    setrlimit(RLIMIT_NOFILE, &before);
+    ASSERT_FALSE(outcome);
+    EXPECT_EQ(outcome.error().description, "Too many open files");
 }
 
 struct LaunchFailure

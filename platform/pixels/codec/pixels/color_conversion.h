@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Colours of rows to sRGB. Relative colorimetric with black point compensation: it keeps every colour that
-// sRGB has and maps the darkest ink to black. For the codec layer only. A conversion may be used by one
-// thread at a time.
+// sRGB has and maps the darkest ink to black. A conversion may be used by one thread at a time; the functions
+// are thread-safe.
 #pragma once
 
 #include "pixels/row_reader.h"
@@ -16,7 +16,7 @@ namespace lumora {
 
 using ProfileBytes = std::span<const std::uint8_t>;
 
-// An sRGB profile made small: it travels in every output that is tagged as sRGB.
+// An sRGB profile made small: it travels in every output that is tagged as sRGB. The same bytes always.
 ProfileBytes srgbProfile();
 
 // Whether the bytes are a profile that describes components of this model.

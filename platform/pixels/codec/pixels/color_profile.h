@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The colour profile of a picture and what it calls itself. Thread-safe.
+// The colour profile of a picture and what it calls itself. Thread-safe for different pictures.
 #pragma once
 
 #include <cstdint>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The rows of a picture as interleaved 8-bit components, decoded strip by strip as they are asked for. For
-// the codec layer only. One thread.
+// The rows of a picture, as stored and not turned, as interleaved 8-bit components, decoded strip by strip as
+// they are asked for. One thread.
 #pragma once
 
 #include "pixels/image.h"
@@ -40,17 +40,17 @@ class RowReader
 {
 public:
     // Pictures of other models (Lab, floating point, more bands) are brought to sRGB on the way; deeper
-    // components are reduced to 8 bits.
+    // components are reduced to 8 bits. Fails for fewer components than their model has.
     static Result<RowReader> open(const Image& image);
 
-    int width() const;  // as stored
-    int height() const; // as stored
+    int width() const; // in pixels
+    int height() const;
     RowFormat format() const { return m_format; }
     // Whether the components are still those that the embedded profile describes.
     bool keepsProfileSpace() const { return m_keepsProfileSpace; }
 
     // `count` rows from row `first` on, which stay valid until the next request. Rows must be asked for from
-    // the top down.
+    // the top down. Fails when they are damaged or missing.
     Result<RowSpan> rows(int first, int count);
     // The same, copied into `rows`, tightly packed.
     Status read(int first, int count, std::uint8_t* rows);

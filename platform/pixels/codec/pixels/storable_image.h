@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Brings a picture into the form in which a type stores it. Any thread.
+// Bringing a picture into the form in which a type stores it. Thread-safe for different pictures.
 #pragma once
 
 #include "pixels/image.h"
@@ -13,7 +13,9 @@ namespace lumora {
 // Straight alpha. A redrawn bitmap comes in its smallest lossless form: without alpha when every pixel is
 // opaque, as one gray component when all three are equal. Everything else keeps depth and model where the
 // limits allow, and becomes 8-bit sRGB where they do not. The attached profile stays attached where it still
-// describes the components and can be held; otherwise the colours become sRGB.
+// describes the components and can be held, otherwise the colours become sRGB; other metadata goes, and 72
+// dots an inch stand for an unknown resolution. Fails when a pending picture has to be redrawn and is
+// damaged; one that keeps its form stays pending.
 Result<VipsImagePtr> storableImage(const Image& image, const StorageLimits& limits);
 
 } // namespace lumora

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The one place where the image library is started and its errors are fetched. For the codec layer only.
+// The image library: what of it may run, and its errors and fields.
 #pragma once
 
 #include "system/result.h"
@@ -12,11 +12,11 @@ struct _VipsImage;
 
 namespace lumora {
 
-// Starts the library once: one thread a picture, because files already run in parallel; no operation cache,
-// because no picture is met twice; and every loader and saver blocked until it is allowed by name, because
-// content decides which one runs and content is not trusted. Modules, which bring the renderers of
-// documents and other formats, are not even loaded. Thread-safe; ends the program when the
-// library cannot start.
+// Starts the library unless startImageLibrary() has: one thread a picture, because files already run in
+// parallel; no operation cache, because no picture is met twice; and every loader and saver blocked until it
+// is allowed by name, because content decides which one runs and content is not trusted. Modules, which
+// bring the renderers of documents and other formats, are not even loaded. Thread-safe; ends the program when
+// the library cannot start.
 void ensureVipsReady();
 
 // Unblocks one loader or saver by the name of its class. After ensureVipsReady. Thread-safe.

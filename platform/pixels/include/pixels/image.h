@@ -3,7 +3,7 @@
 // A picture: either decoded pixels in memory or the promise of an opened file, whose rows are decoded once,
 // in order, when they are first needed. The promise lets decoding, scaling and colour conversion run as one
 // pass over strips, so that memory follows the size of the result and not of the file. A value that shares
-// its pixels.
+// its pixels; those in memory never change, the rows of a promise go to one thread.
 #pragma once
 
 #include "system/result.h"
@@ -19,15 +19,20 @@ namespace lumora {
 // The EXIF numbering: 1 upright, 2 to 4 mirrored or turned by 180 degrees, 5 to 8 with the axes swapped.
 using Orientation = int;
 
-// Opens the picture again at 1/divisor of its size. The result is a new reference.
+// Opens the picture again at 1/divisor of its size, rounded up; 2, 4 or 8. The result is a new reference.
 using ReducedDecoding = std::function<Result<_VipsImage*>(int divisor)>;
+
+enum class ImageState {
+    pending, // of an opened file, its rows not decoded yet
+    decoded, // pixels in memory as the file has them, straight alpha
+    drawn,   // a bitmap in memory: 8-bit RGBA, premultiplied
+};
 
 class Image
 {
 public:
-    // Takes over one reference to `pixels`. `alphaIsPremultiplied` says how colours stand to the last band's
-    // alpha.
-    Image(_VipsImage* pixels, Orientation pendingOrientation, bool inMemory, bool alphaIsPremultiplied);
+    // Takes over one reference to `pixels`, which are as stored.
+    Image(_VipsImage* pixels, Orientation pendingOrientation, ImageState state);
 
     // Pixels of the upright picture.
     std::int64_t width() const;
@@ -35,14 +40,14 @@ public:
 
     // The turn that the stored pixels still need; 1 for every image in memory.
     Orientation pendingOrientation() const { return m_orientation; }
-    bool isInMemory() const { return m_inMemory; }
-    bool alphaIsPremultiplied() const { return m_alphaIsPremultiplied; }
+    bool isInMemory() const { return m_state != ImageState::pending; }
+    bool alphaIsPremultiplied() const { return m_state == ImageState::drawn; }
 
     // Lets a picture that is not decoded yet be decoded at a half, a quarter or an eighth of its size: faster
     // by far, and where a much smaller picture is wanted no worse.
     Image withReducedDecoding(ReducedDecoding decoding) const;
-    // The picture at 1/divisor of its size, rounded up; the picture itself when it cannot. `divisor` is 2, 4
-    // or 8.
+    // The picture at 1/divisor of its size, not decoded yet; the picture itself when it knows no such
+    // decoding. Fails when the file cannot be opened so.
     Result<Image> reduced(int divisor) const;
 
     // The same picture with another pending turn.
@@ -50,7 +55,8 @@ public:
     // The same picture without an embedded colour profile; its colours count as sRGB from then on.
     Image withoutProfile() const;
 
-    // For the codec layer: bands, format, interpretation and the attached profile are those of the picture.
+    // As stored, still this picture's. Bands, format, interpretation and the attached profile are those of
+    // the picture.
     _VipsImage* pixels() const { return m_pixels.get(); }
 
     friend bool operator==(const Image&, const Image&) = default;
@@ -59,8 +65,7 @@ private:
     std::shared_ptr<_VipsImage> m_pixels;
     std::shared_ptr<const ReducedDecoding> m_reducedDecoding;
     Orientation m_orientation;
-    bool m_inMemory;
-    bool m_alphaIsPremultiplied;
+    ImageState m_state;
 };
 
 } // namespace lumora

@@ -46,6 +46,6 @@ private:
 void removeStaleDrafts(const std::filesystem::path& folder);
 
 // AtomicFile in one call.
-Status writeFileAtomically(const std::filesystem::path& url, std::span<const std::byte> bytes);
+Status writeFileAtomically(const std::filesystem::path& path, std::span<const std::byte> bytes);
 
 } // namespace lumora

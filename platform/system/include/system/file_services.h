@@ -14,26 +14,26 @@
 namespace lumora {
 
 // Bytes of the regular file that the path leads to (links are followed); 0 when it cannot be told.
-std::int64_t fileSize(const std::filesystem::path& url);
+std::int64_t fileSize(const std::filesystem::path& path);
 
 // True when the path is taken: by anything, a link that leads nowhere included, since a new file cannot be
 // made there.
-bool fileExists(const std::filesystem::path& url);
+bool fileExists(const std::filesystem::path& path);
 
 // A regular file, links followed, that this user may run.
-bool isExecutableFile(const std::filesystem::path& url);
+bool isExecutableFile(const std::filesystem::path& path);
 
 // Removes one file, or a link and not what it leads to. A folder is refused, whatever it holds.
-Status removeFile(const std::filesystem::path& url);
+Status removeFile(const std::filesystem::path& path);
 
 // Copies the bytes and the permissions of a regular file. The target must not exist: a file that appeared
 // meanwhile is kept and the copy fails. A copy that fails part-way leaves no target.
 Status copyFile(const std::filesystem::path& from, const std::filesystem::path& to);
 
 // The time of the last change of content, links followed; absent when it cannot be read.
-std::optional<timespec> modificationDate(const std::filesystem::path& url);
+std::optional<timespec> modificationDate(const std::filesystem::path& path);
 // Changes that time alone.
-Status setModificationDate(const std::filesystem::path& url, timespec date);
+Status setModificationDate(const std::filesystem::path& path, timespec date);
 
 // The user's folder for short-lived files, absolute: what TMPDIR names when that is a folder, else /tmp.
 std::filesystem::path temporaryDirectory();

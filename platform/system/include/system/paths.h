@@ -12,15 +12,15 @@ namespace lumora {
 
 // Absolute, without "." and ".." components and doubled or trailing separators; symbolic links are not
 // resolved.
-std::filesystem::path standardized(const std::filesystem::path& url);
+std::filesystem::path standardized(const std::filesystem::path& path);
 
 // The key by which a dropped item counts as already seen: the bytes of its standardized path.
-std::string deduplicationKey(const std::filesystem::path& url);
+std::string deduplicationKey(const std::filesystem::path& path);
 
 // The path's last extension without the dot, as bytes; empty when there is none (".hidden" has none).
-std::string pathExtension(const std::filesystem::path& url);
+std::string pathExtension(const std::filesystem::path& path);
 
 // The last component without its last extension.
-std::string baseName(const std::filesystem::path& url);
+std::string baseName(const std::filesystem::path& path);
 
 } // namespace lumora

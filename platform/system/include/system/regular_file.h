@@ -14,7 +14,7 @@ namespace lumora {
 
 // Fails for everything but a file, and never waits: a pipe that has the name of a picture must not hold a
 // worker for ever.
-Result<FileDescriptor> openRegularFile(const std::filesystem::path& url);
+Result<FileDescriptor> openRegularFile(const std::filesystem::path& path);
 
 // All bytes of an open file, whose position stays where it is. Fails for one of more than `most` bytes.
 Result<std::vector<std::byte>> readAll(int descriptor, std::size_t most);

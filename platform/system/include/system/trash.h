@@ -11,6 +11,6 @@ namespace lumora {
 
 // Moves the file, or a link and not what it leads to, to the Trash. A failure leaves it untouched where it
 // is; some file systems have no Trash, which is such a failure.
-Status moveToTrash(const std::filesystem::path& url);
+Status moveToTrash(const std::filesystem::path& path);
 
 } // namespace lumora

@@ -20,9 +20,10 @@ struct CodePoint
 // (overlong forms, surrogates and values above U+10FFFF are not well-formed). The text is not empty.
 std::optional<CodePoint> firstCodePoint(std::string_view text);
 
-// Whether the text consists of well-formed sequences alone.
+// Whether the text consists of well-formed sequences alone, as an empty one does. A NUL is one.
 bool isUtf8(std::string_view text);
 
+// The value is at most U+10FFFF and no surrogate.
 void appendUtf8(std::string& text, char32_t value);
 
 } // namespace lumora
