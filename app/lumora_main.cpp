@@ -6,8 +6,8 @@
 #include "app/instance/application_id.h"
 #include "app/instance/launch_request.h"
 #include "app/instance/single_instance.h"
-#include "app/terminate_signals.h"
 #include "app/termination.h"
+#include "model/termination_signals.h"
 #include "system/bundle.h"
 #include "ui/settings/preferences_view.h"
 #include "ui/theme/lumora_style.h"
@@ -89,7 +89,8 @@ int run(int argc, char** argv, const LaunchRequest& request)
     if (!mine) return 0;
 
     QApplication::setStyle(new LumoraStyle);
-    TerminateSignals signals;
+    TerminationSignals signals;
+    QObject::connect(&signals, &TerminationSignals::received, &Termination::shared(), &Termination::begin);
     AppDelegate delegate(QDBusConnection::sessionBus());
     connectRequests(instance, delegate);
     // Whoever starts the program from now on takes over.
