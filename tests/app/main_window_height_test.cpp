@@ -3,7 +3,9 @@
 #include "app/window/main_window_height.h"
 
 #include "fake_model.h"
+#include "ui/theme/fonts.h"
 
+#include <QApplication>
 #include <QScreen>
 #include <QWidget>
 
@@ -19,6 +21,15 @@ TEST(MainWindowHeightFormula, GrowsFromThreeSixtyByRowsUpToEight)
                                                  {8, 922},  {9, 922}, {500, 922}};
     for (const auto& [count, height] : cases)
         EXPECT_EQ(mainWindowHeight(count), height) << count << " results";
+}
+
+TEST(MainWindowHeightFormula, HasRoomForRowsOfLargeText)
+{
+    fonts::install(*qApp, 2);
+    EXPECT_EQ(mainWindowHeight(0), 360);
+    EXPECT_EQ(mainWindowHeight(1), 414 + 116 + 44);
+    EXPECT_EQ(mainWindowHeight(8), 414 + 8 * 116 + 44);
+    fonts::install(*qApp, 1);
 }
 
 class MainWindowHeightTest : public testing::Test
