@@ -16,6 +16,7 @@
 #include "model/processing_model.h"
 #include "model/settings_store.h"
 #include "model/stats_store.h"
+#include "ui/intake/file_intake.h"
 
 #include <QDBusConnection>
 #include <QMenu>
@@ -39,8 +40,11 @@ public:
     // Start-up: the menu, the status item, the drop window.
     void applicationDidFinishLaunching();
 
+    // Files that a launch names. What can be no image is left out, then they are processed.
+    void open(const std::vector<std::filesystem::path>& files);
+
     // Files from the launcher, a file manager or the status item. With the setting on, the program ends when
-    // they are done. Shows no window.
+    // they and all that are still on their way here are done. Shows no window.
     void process(const std::vector<std::filesystem::path>& files);
 
     // Creates the window on first use, else brings the same one to the front.
@@ -56,6 +60,7 @@ private:
     void makeProcessingModel();
     void configureMenus();
     void configureStatusItem();
+    void endWhenDone();
     bool mainWindowIsWatched() const;
 
     QDBusConnection m_bus;
@@ -64,6 +69,7 @@ private:
     DesktopSettings m_desktopSettings;
     TextScale m_textScale;
     DesktopNotifications m_notifications;
+    FileIntake m_intake;
     QMenu m_menu;
     QAction* m_quit = nullptr;
     std::unique_ptr<BrandedWindow> m_mainWindow;
@@ -74,6 +80,7 @@ private:
     std::unique_ptr<LauncherProgress> m_launcherProgress;
     std::unique_ptr<BatchNotice> m_batchNotice;
     std::unique_ptr<StatusItem> m_statusItem;
+    bool m_isDone = false; // with the work that ends the program
 };
 
 } // namespace lumora

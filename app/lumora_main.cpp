@@ -68,7 +68,7 @@ void useToken(const QByteArray& token)
 
 void connectRequests(SingleInstance& instance, AppDelegate& delegate)
 {
-    QObject::connect(&instance, &SingleInstance::opened, &delegate, &AppDelegate::process);
+    QObject::connect(&instance, &SingleInstance::opened, &delegate, &AppDelegate::open);
     QObject::connect(&instance, &SingleInstance::activated, &delegate, [&delegate](const QByteArray& token) {
         useToken(token);
         delegate.showMainWindow();
@@ -97,7 +97,7 @@ int run(int argc, char** argv, const LaunchRequest& request)
     QObject::connect(&Termination::shared(), &Termination::begun, &instance, &SingleInstance::giveUp);
     QObject::connect(&application, &QCoreApplication::aboutToQuit, &instance, &SingleInstance::giveUp);
     delegate.applicationDidFinishLaunching();
-    if (!mine->files.empty()) delegate.process(mine->files);
+    if (!mine->files.empty()) delegate.open(mine->files);
     if (mine->preferences) delegate.showPreferences();
     return QApplication::exec();
 }

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/intake/portal_file_transfer.h"
 
+#include "tests/app/fake_file_transfer.h"
 #include "tests/app/private_bus.h"
 #include "tests/app/wait_for.h"
 
 #include <QMimeData>
-#include <QVariantMap>
 
 #include <gmock/gmock.h>
 
@@ -14,18 +14,6 @@ namespace lumora {
 namespace {
 
 using Files = std::optional<std::vector<std::filesystem::path>>;
-
-class FileTransferPortal : public QObject
-{
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.FileTransfer")
-
-public Q_SLOTS:
-    QStringList RetrieveFiles(const QString& key, const QVariantMap&)
-    {
-        return {QStringLiteral("/run/doc/") + key, QStringLiteral("/run/doc/é b.png")};
-    }
-};
 
 class PortalDrop : public testing::Test
 {
@@ -46,12 +34,10 @@ protected:
 
 TEST_F(PortalDrop, IsFetchedFromThePortal)
 {
-    FileTransferPortal portal;
-    QDBusConnection server = m_bus.connect();
-    ASSERT_TRUE(server.registerObject(QStringLiteral("/org/freedesktop/portal/documents"), &portal,
-                                      QDBusConnection::ExportAllSlots));
-    ASSERT_TRUE(server.registerService(QStringLiteral("org.freedesktop.portal.Documents")));
-    EXPECT_EQ(retrieve(), (std::vector<std::filesystem::path>{"/run/doc/key", "/run/doc/\xC3\xA9 b.png"}));
+    const test::FakeFileTransfer portal(
+        m_bus.connect(), {QStringLiteral("/run/doc/a.png"), QStringLiteral("/run/doc/é b.png")});
+    EXPECT_EQ(retrieve(), (std::vector<std::filesystem::path>{"/run/doc/a.png", "/run/doc/\xC3\xA9 b.png"}));
+    EXPECT_EQ(portal.key, QStringLiteral("key"));
 }
 
 TEST_F(PortalDrop, AnswersNothingWithoutAPortal)
@@ -69,5 +55,3 @@ TEST(PortalTransferKey, EndsAtTheNulThatSendersCountIn)
 
 } // namespace
 } // namespace lumora
-
-#include "portal_file_transfer_test.moc"

@@ -9,7 +9,8 @@
 #include "ui/dropzone/drop_window_heights.h"
 #include "ui/dropzone/drop_zone.h"
 #include "ui/dropzone/drop_zone_picture.h"
-#include "ui/intake/dropped_files.h"
+#include "ui/intake/file_intake.h"
+#include "ui/intake/offered_files.h"
 #include "ui/results/results_list.h"
 #include "ui/settings/settings_chip_group.h"
 #include "ui/statistics/lifetime_stats_strip.h"
@@ -44,10 +45,8 @@ DropWindowView::DropWindowView(LumoraSettings& settings, ProcessingModel& proces
                                StatsStore& statsStore, std::function<void()> openPreferences,
                                FileBrowser fileBrowser, std::function<bool()> reducesMotion,
                                ChooseFiles chooseFiles, QWidget* parent)
-    : QWidget(parent),
-      m_loader(new DroppedFilesLoader(
-          [&processingModel](const DroppedFilesLoader::Paths& files) { processingModel.process(files); },
-          this)),
+    : QWidget(parent), m_process([&processingModel](const auto& files) { processingModel.process(files); }),
+      m_intake(new FileIntake(QDBusConnection::sessionBus(), this)),
       m_header(makeHeader(settings, std::move(openPreferences))),
       m_zone(new DropZone(processingModel, std::move(reducesMotion), this)),
       m_results(new ResultsList(processingModel, std::move(fileBrowser), this)),
@@ -55,9 +54,12 @@ DropWindowView::DropWindowView(LumoraSettings& settings, ProcessingModel& proces
 {
     setMinimumSize(720, 320);
     setFocusPolicy(Qt::ClickFocus);
-    connect(m_zone, &DropZone::dropped, m_loader, [this](const QMimeData& items) { m_loader->load(items); });
+    connect(m_zone, &DropZone::dropped, this,
+            [this](const QMimeData& items) { m_intake->load(items, m_process); });
     connect(m_zone, &QAbstractButton::clicked, this, [this, choose = std::move(chooseFiles)] {
-        choose(this, [this](DroppedFilesLoader::Paths files) { m_loader->load(std::move(files)); });
+        choose(this, [this](std::vector<std::filesystem::path> files) {
+            m_intake->load(std::move(files), m_process);
+        });
     });
     auto* pasteKeys = new QShortcut(QKeySequence::Paste, this);
     connect(pasteKeys, &QShortcut::activated, this, &DropWindowView::paste);
@@ -89,7 +91,7 @@ QWidget* DropWindowView::makeHeader(LumoraSettings& settings, std::function<void
 void DropWindowView::paste()
 {
     const QMimeData* copied = QGuiApplication::clipboard()->mimeData();
-    if (copied && offersFiles(*copied)) m_loader->load(*copied);
+    if (copied && offersFiles(*copied)) m_intake->load(*copied, m_process);
 }
 
 bool DropWindowView::event(QEvent* event)

@@ -15,7 +15,7 @@ namespace lumora {
 
 class DropWindowFooter;
 class DropZone;
-class DroppedFilesLoader;
+class FileIntake;
 class LifetimeStatsStrip;
 class LumoraSettings;
 class ProcessingModel;
@@ -51,7 +51,8 @@ private:
     QWidget* makeHeader(LumoraSettings& settings, std::function<void()> openPreferences);
     void arrange();
 
-    DroppedFilesLoader* m_loader;
+    const std::function<void(const std::vector<std::filesystem::path>&)> m_process;
+    FileIntake* m_intake;
     QWidget* m_header;
     DropZone* m_zone;
     ResultsList* m_results;
