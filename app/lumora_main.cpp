@@ -16,7 +16,6 @@
 #include <QDBusConnection>
 #include <QIcon>
 
-#include <cstdio>
 #include <cstdlib>
 #include <iostream>
 
@@ -60,10 +59,21 @@ void describeApplication()
         QIcon::fromTheme(applicationId, QIcon(QStringLiteral(":/lumora/application-icon.svg"))));
 }
 
-// The leave to raise a window: Wayland's in the variable that the toolkit reads, X11's needs none here.
+// The toolkit takes Wayland's leave to raise a window from this variable alone. Threads that look for others
+// in the environment must not see it move, as it does where a variable is added to it: this one is there
+// before them, and to change its value swaps one pointer.
+constexpr char tokenVariable[] = "XDG_ACTIVATION_TOKEN";
+
+void makeRoomForToken()
+{
+    if (!qEnvironmentVariableIsSet(tokenVariable)) qputenv(tokenVariable, "");
+}
+
+// X11's leave is not needed here.
 void useToken(const QByteArray& token)
 {
-    if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token);
+    const bool onWayland = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+    if (onWayland && !token.isEmpty()) qputenv(tokenVariable, token);
 }
 
 void connectRequests(SingleInstance& instance, AppDelegate& delegate)
@@ -82,6 +92,7 @@ void connectRequests(SingleInstance& instance, AppDelegate& delegate)
 
 int run(int argc, char** argv, const LaunchRequest& request)
 {
+    makeRoomForToken();
     QApplication application(argc, argv);
     describeApplication();
     SingleInstance instance(QDBusConnection::sessionBus());

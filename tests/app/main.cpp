@@ -15,6 +15,7 @@ int main(int argc, char** argv)
     for (const char* variable : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"})
         qputenv(variable, homePath);
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("XDG_ACTIVATION_TOKEN", "token-1");
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/lumora-tests");
     ::testing::InitGoogleTest(&argc, argv);
     QApplication application(argc, argv);
