@@ -6,7 +6,6 @@
 
 #include <QFile>
 #include <QFileDialog>
-#include <QStringList>
 
 namespace lumora {
 

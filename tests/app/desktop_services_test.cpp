@@ -10,7 +10,6 @@
 #include "wait_for.h"
 
 #include <QCoreApplication>
-#include <QDBusMessage>
 #include <QDesktopServices>
 
 #include <gtest/gtest.h>

@@ -3,7 +3,6 @@
 #include "tests/ui/model_objects.h"
 #include "ui/settings/settings_chip_group.h"
 #include "ui/settings/settings_chips.h"
-#include "ui/theme/tidewell_theme.h"
 
 #include <QAccessible>
 #include <QHBoxLayout>
