@@ -3,10 +3,10 @@
 #include "app/app_delegate.h"
 
 #include "app/desktop/desktop_files.h"
-#include "app/folder_access_panel.h"
-#include "app/overwrite_question.h"
+#include "app/panels/folder_access_panel.h"
+#include "app/panels/overwrite_question.h"
 #include "app/termination.h"
-#include "ui/dropzone/drop_window_view.h"
+#include "ui/dropwindow/drop_window_view.h"
 #include "ui/settings/preferences_view.h"
 
 #include <QAction>

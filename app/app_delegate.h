@@ -4,12 +4,12 @@
 // and the status item; and takes the files that come from outside the drop window. Main thread only.
 #pragma once
 
-#include "app/about_panel.h"
 #include "app/desktop/batch_notice.h"
 #include "app/desktop/desktop_notifications.h"
 #include "app/desktop/desktop_settings.h"
 #include "app/desktop/launcher_progress.h"
 #include "app/desktop/text_scale.h"
+#include "app/panels/about_panel.h"
 #include "app/tray/status_item.h"
 #include "app/window/branded_window.h"
 #include "app/window/main_window_height.h"

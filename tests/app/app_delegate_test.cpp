@@ -4,10 +4,10 @@
 #include "app/app_delegate.h"
 
 #include "app/termination.h"
-#include "private_bus.h"
+#include "tests/app/private_bus.h"
+#include "tests/app/wait_for.h"
 #include "tests/support/files.h"
 #include "tests/support/temporary_directory.h"
-#include "wait_for.h"
 
 #include <gtest/gtest.h>
 

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "model/processing_model.h"
+#include "tests/app/wait_for.h"
 #include "tests/support/settings.h"
-#include "wait_for.h"
 
 #include <stdexcept>
 #include <string>

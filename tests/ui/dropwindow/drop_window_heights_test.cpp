@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/dropzone/drop_window_heights.h"
+#include "ui/dropwindow/drop_window_heights.h"
 
 #include <gtest/gtest.h>
 

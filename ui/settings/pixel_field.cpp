@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/controls/pixel_field.h"
+#include "ui/settings/pixel_field.h"
 
-#include "ui/controls/step_button.h"
+#include "ui/settings/step_button.h"
 #include "ui/theme/fonts.h"
 
 #include <QHBoxLayout>

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/dropzone/drop_window_view.h"
+#include "ui/dropwindow/drop_window_view.h"
 
 #include "tests/ui/open_drop_window.h"
 #include "ui/controls/link_button.h"
 #include "ui/controls/styled_button.h"
+#include "ui/dropwindow/drop_window_footer.h"
 #include "ui/dropzone/cancel_button.h"
-#include "ui/dropzone/drop_window_footer.h"
 #include "ui/dropzone/drop_zone_picture.h"
 #include "ui/results/results_list_view.h"
 #include "ui/settings/settings_chip.h"

@@ -3,7 +3,7 @@
 // What can be done with a row.
 #include "ui/results/results_list_view.h"
 
-#include "tests/ui/results_window.h"
+#include "tests/ui/results/results_window.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/dropzone/drop_window_footer.h"
+#include "ui/dropwindow/drop_window_footer.h"
 
 #include "ui/controls/link_button.h"
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/overwrite_question.h"
+#include "app/panels/overwrite_question.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/dropzone/drop_window_view.h"
+#include "ui/dropwindow/drop_window_view.h"
 
 #include "model/processing_model.h"
 #include "ui/controls/styled_button.h"
 #include "ui/controls/styled_label.h"
-#include "ui/dropzone/drop_window_footer.h"
-#include "ui/dropzone/drop_window_heights.h"
+#include "ui/dropwindow/drop_window_footer.h"
+#include "ui/dropwindow/drop_window_heights.h"
 #include "ui/dropzone/drop_zone.h"
 #include "ui/dropzone/drop_zone_picture.h"
 #include "ui/intake/file_intake.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/folder_access_panel.h"
+#include "app/panels/folder_access_panel.h"
 
 #include "model/folder_access.h"
 

@@ -3,10 +3,10 @@
 #include "app/desktop/text_scale.h"
 
 #include "app/desktop/desktop_settings.h"
-#include "fake_desktop.h"
-#include "private_bus.h"
+#include "tests/app/fake_desktop.h"
+#include "tests/app/private_bus.h"
+#include "tests/app/wait_for.h"
 #include "ui/theme/fonts.h"
-#include "wait_for.h"
 
 #include <QApplication>
 

@@ -4,10 +4,10 @@
 #include "app/desktop/desktop_notifications.h"
 #include "app/desktop/desktop_settings.h"
 #include "app/desktop/launcher_progress.h"
-#include "fake_desktop.h"
-#include "fake_model.h"
-#include "private_bus.h"
-#include "wait_for.h"
+#include "tests/app/fake_desktop.h"
+#include "tests/app/fake_model.h"
+#include "tests/app/private_bus.h"
+#include "tests/app/wait_for.h"
 
 #include <QCoreApplication>
 #include <QDesktopServices>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/desktop/batch_notice.h"
 
-#include "fake_model.h"
+#include "tests/app/fake_model.h"
 
 #include <QCoreApplication>
 

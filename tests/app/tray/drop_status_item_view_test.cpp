@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/tray/drop_status_item_view.h"
 
-#include "fake_file_transfer.h"
-#include "private_bus.h"
 #include "system/file_uris.h"
+#include "tests/app/fake_file_transfer.h"
+#include "tests/app/private_bus.h"
+#include "tests/app/wait_for.h"
 #include "tests/support/temporary_directory.h"
 #include "ui/intake/file_intake.h"
-#include "wait_for.h"
 
 #include <QApplication>
 #include <QDropEvent>

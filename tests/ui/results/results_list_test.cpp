@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/results/results_list.h"
 
-#include "tests/ui/results_window.h"
+#include "tests/ui/results/results_window.h"
 #include "ui/results/results_list_model.h"
 #include "ui/theme/fonts.h"
 

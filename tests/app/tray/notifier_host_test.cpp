@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/tray/notifier_host.h"
 
-#include "private_bus.h"
-#include "wait_for.h"
+#include "tests/app/private_bus.h"
+#include "tests/app/wait_for.h"
 
 #include <QDBusMessage>
 

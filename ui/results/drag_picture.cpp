@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/dropzone/drag_picture.h"
+#include "ui/results/drag_picture.h"
 
 #include "ui/theme/fonts.h"
 #include "ui/theme/surfaces.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/about_panel.h"
+#include "app/panels/about_panel.h"
 
 #include "formats/library_versions.h"
 #include "system/bundle.h"

@@ -3,8 +3,8 @@
 #include "app/instance/single_instance.h"
 
 #include "app/instance/application_id.h"
-#include "private_bus.h"
-#include "wait_for.h"
+#include "tests/app/private_bus.h"
+#include "tests/app/wait_for.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCall>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/window/main_window_height.h"
 
-#include "fake_model.h"
+#include "tests/app/fake_model.h"
 #include "ui/theme/fonts.h"
 
 #include <QApplication>
