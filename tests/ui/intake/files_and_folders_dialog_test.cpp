@@ -8,6 +8,7 @@
 #include <QAbstractItemView>
 #include <QFile>
 #include <QSignalSpy>
+#include <QWidget>
 
 #include <gmock/gmock.h>
 
@@ -68,11 +69,40 @@ TEST_F(FilesAndFolders, ChoosesAFolderAndAFileTogether)
     EXPECT_FALSE(m_dialog.isVisible());
 }
 
-TEST_F(FilesAndFolders, ChoosesNothingWhenItIsCancelled)
+// Opens the panel as the drop window does; what it answers is kept.
+class ChooseFilesAndFolders : public testing::Test
 {
-    QSignalSpy chosen(&m_dialog, &QFileDialog::filesSelected);
-    m_dialog.reject();
-    EXPECT_EQ(chosen.count(), 0);
+protected:
+    ChooseFilesAndFolders()
+    {
+        chooseFilesAndFolders(&m_parent, [this](const auto& files) { m_chosen.push_back(files); });
+    }
+    FilesAndFoldersDialog& dialog() { return *m_parent.findChild<FilesAndFoldersDialog*>(); }
+    bool isGone()
+    {
+        return test::waitFor([this] { return !m_parent.findChild<FilesAndFoldersDialog*>(); });
+    }
+
+    test::TemporaryDirectory m_folder;
+    QWidget m_parent;
+    std::vector<std::vector<std::filesystem::path>> m_chosen;
+};
+
+TEST_F(ChooseFilesAndFolders, AnswersWithThePathsOnce)
+{
+    const std::filesystem::path file = m_folder / "\xC3\xA9 b.png";
+    std::ofstream(file) << "x";
+    dialog().selectFile(QFile::decodeName(file.c_str()));
+    dialog().accept();
+    EXPECT_THAT(m_chosen, testing::ElementsAre(testing::ElementsAre(file)));
+    EXPECT_TRUE(isGone());
+}
+
+TEST_F(ChooseFilesAndFolders, AnswersNothingWhenItIsCancelled)
+{
+    dialog().reject();
+    EXPECT_TRUE(isGone());
+    EXPECT_THAT(m_chosen, testing::IsEmpty());
 }
 
 } // namespace

@@ -8,10 +8,13 @@
 #include "ui/theme/fonts.h"
 #include "ui/theme/tidewell_theme.h"
 
+#include <QApplication>
 #include <QPainter>
 #include <QStyleOptionViewItem>
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace lumora {
 namespace {
@@ -39,6 +42,15 @@ protected:
             }
         }
         return false;
+    }
+    static int brightestRed(const QImage& image, const QRect& area)
+    {
+        int brightest = 0;
+        for (int y = area.top(); y <= area.bottom(); ++y) {
+            for (int x = area.left(); x <= area.right(); ++x)
+                brightest = std::max(brightest, image.pixelColor(x, y).red());
+        }
+        return brightest;
     }
     static bool isBlack(const QImage& image, const QRect& area)
     {
@@ -73,6 +85,19 @@ TEST_F(PaintedRow, OfAFailureHasAWarningAMessageNoSizeLineAndNoButton)
     EXPECT_FALSE(isBlack(row, QRect(34, 30, 400, 12)));
     EXPECT_TRUE(isBlack(row, QRect(34, 47, 400, 10)));
     EXPECT_TRUE(isBlack(row, button));
+}
+
+TEST_F(PaintedRow, IsPalerFromLineToLineAndSageWhereItSucceeded)
+{
+    objects.addSuccess("/photos/HHH.jpg", 2'000'000, 1'000'000, "HHH");
+    EXPECT_TRUE(shows(paint(0), statusIcon, QColor(0x5F, 0x7A, 0x57)));
+    // Large enough for strokes of whole pixels.
+    fonts::install(*qApp, 3);
+    const QImage row = paint(0);
+    EXPECT_NEAR(brightestRed(row, QRect(64, 25, 430, 48)), 247, 1);
+    EXPECT_NEAR(brightestRed(row, QRect(64, 75, 430, 36)), 247 * 0.84, 1);
+    EXPECT_NEAR(brightestRed(row, QRect(64, 113, 430, 36)), 247 * 0.72, 1);
+    fonts::install(*qApp, 1);
 }
 
 TEST_F(PaintedRow, HasADividerUnlessItIsTheLast)
