@@ -3,10 +3,10 @@
 #include "app/app_delegate.h"
 
 #include "app/desktop/desktop_files.h"
-#include "app/folder_access_panel.h"
-#include "app/overwrite_question.h"
+#include "app/panels/folder_access_panel.h"
+#include "app/panels/overwrite_question.h"
 #include "app/termination.h"
-#include "ui/dropzone/drop_window_view.h"
+#include "ui/dropwindow/drop_window_view.h"
 #include "ui/settings/preferences_view.h"
 
 #include <QAction>
@@ -30,10 +30,11 @@ WindowParameters preferencesWindowParameters()
 AppDelegate::AppDelegate(QDBusConnection bus)
     : m_bus(std::move(bus)), m_desktopSettings(m_bus),
       m_textScale(m_desktopSettings, QGuiApplication::platformName() == QLatin1String("xcb")),
-      m_notifications(m_bus)
+      m_notifications(m_bus), m_intake(m_bus)
 {
     makeProcessingModel();
     connect(&m_notifications, &DesktopNotifications::showRequested, this, &AppDelegate::showMainWindow);
+    connect(&m_intake, &FileIntake::idle, this, &AppDelegate::endWhenDone);
 }
 
 AppDelegate::~AppDelegate()
@@ -92,18 +93,35 @@ void AppDelegate::configureStatusItem()
     m_statusItem = std::make_unique<StatusItem>(
         StatusItemActions{[this] { showMainWindow(); }, [this] { showPreferences(); },
                           [this](const std::vector<std::filesystem::path>& files) { process(files); }},
-        m_desktopSettings, m_bus);
+        m_intake, m_desktopSettings, m_bus);
+}
+
+void AppDelegate::open(const std::vector<std::filesystem::path>& files)
+{
+    m_intake.load(files, [this, files](const FileIntake::Paths& usable) {
+        // The batch of nothing usable says so and completes, which ends a program that waits for that.
+        process(usable.empty() ? files : usable);
+    });
 }
 
 void AppDelegate::process(const std::vector<std::filesystem::path>& files)
 {
+    if (!files.empty()) m_isDone = false;
     m_batchNotice->expect();
     m_processingModel->process(files);
     if (!settings().exitWhenComplete()) return;
     m_processingModel->setOnComplete([this] {
-        m_batchNotice->update();
-        Termination::shared().begin();
+        m_isDone = true;
+        endWhenDone();
     });
+}
+
+// Files under way are acknowledged: who sent them will not send them again.
+void AppDelegate::endWhenDone()
+{
+    if (!m_isDone || m_intake.isLoading()) return;
+    m_batchNotice->update();
+    Termination::shared().begin();
 }
 
 void AppDelegate::showMainWindow()

@@ -4,18 +4,19 @@
 // and the status item; and takes the files that come from outside the drop window. Main thread only.
 #pragma once
 
-#include "app/about_panel.h"
 #include "app/desktop/batch_notice.h"
 #include "app/desktop/desktop_notifications.h"
 #include "app/desktop/desktop_settings.h"
 #include "app/desktop/launcher_progress.h"
 #include "app/desktop/text_scale.h"
+#include "app/panels/about_panel.h"
 #include "app/tray/status_item.h"
 #include "app/window/branded_window.h"
 #include "app/window/main_window_height.h"
 #include "model/processing_model.h"
 #include "model/settings_store.h"
 #include "model/stats_store.h"
+#include "ui/intake/file_intake.h"
 
 #include <QDBusConnection>
 #include <QMenu>
@@ -23,7 +24,6 @@
 
 #include <filesystem>
 #include <memory>
-#include <optional>
 #include <vector>
 
 namespace lumora {
@@ -39,8 +39,11 @@ public:
     // Start-up: the menu, the status item, the drop window.
     void applicationDidFinishLaunching();
 
+    // Files that a launch names. What can be no image is left out, then they are processed.
+    void open(const std::vector<std::filesystem::path>& files);
+
     // Files from the launcher, a file manager or the status item. With the setting on, the program ends when
-    // they are done. Shows no window.
+    // they and all that are still on their way here are done. Shows no window.
     void process(const std::vector<std::filesystem::path>& files);
 
     // Creates the window on first use, else brings the same one to the front.
@@ -56,6 +59,7 @@ private:
     void makeProcessingModel();
     void configureMenus();
     void configureStatusItem();
+    void endWhenDone();
     bool mainWindowIsWatched() const;
 
     QDBusConnection m_bus;
@@ -64,6 +68,7 @@ private:
     DesktopSettings m_desktopSettings;
     TextScale m_textScale;
     DesktopNotifications m_notifications;
+    FileIntake m_intake;
     QMenu m_menu;
     QAction* m_quit = nullptr;
     std::unique_ptr<BrandedWindow> m_mainWindow;
@@ -74,6 +79,7 @@ private:
     std::unique_ptr<LauncherProgress> m_launcherProgress;
     std::unique_ptr<BatchNotice> m_batchNotice;
     std::unique_ptr<StatusItem> m_statusItem;
+    bool m_isDone = false; // with the work that ends the program
 };
 
 } // namespace lumora

@@ -6,8 +6,8 @@
 #include "app/instance/application_id.h"
 #include "app/instance/launch_request.h"
 #include "app/instance/single_instance.h"
-#include "app/terminate_signals.h"
 #include "app/termination.h"
+#include "model/termination_signals.h"
 #include "pixels/image_library.h"
 #include "system/bundle.h"
 #include "ui/settings/preferences_view.h"
@@ -62,15 +62,26 @@ void describeApplication()
         QIcon::fromTheme(applicationId, QIcon(QStringLiteral(":/lumora/application-icon.svg"))));
 }
 
-// The leave to raise a window: Wayland's in the variable that the toolkit reads, X11's needs none here.
+// The toolkit takes Wayland's leave to raise a window from this variable alone. Threads that look for others
+// in the environment must not see it move, as it does where a variable is added to it: this one is there
+// before them, and to change its value swaps one pointer.
+constexpr char tokenVariable[] = "XDG_ACTIVATION_TOKEN";
+
+void makeRoomForToken()
+{
+    if (!qEnvironmentVariableIsSet(tokenVariable)) qputenv(tokenVariable, "");
+}
+
+// X11's leave is not needed here.
 void useToken(const QByteArray& token)
 {
-    if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token);
+    const bool onWayland = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+    if (onWayland && !token.isEmpty()) qputenv(tokenVariable, token);
 }
 
 void connectRequests(SingleInstance& instance, AppDelegate& delegate)
 {
-    QObject::connect(&instance, &SingleInstance::opened, &delegate, &AppDelegate::process);
+    QObject::connect(&instance, &SingleInstance::opened, &delegate, &AppDelegate::open);
     QObject::connect(&instance, &SingleInstance::activated, &delegate, [&delegate](const QByteArray& token) {
         useToken(token);
         delegate.showMainWindow();
@@ -87,6 +98,7 @@ int run(int argc, char** argv, const LaunchRequest& request)
     startImageLibrary(); // the toolkit brings threads
     // Ignored, as a parent may leave it, the encoder's exit status would be lost.
     std::signal(SIGCHLD, SIG_DFL);
+    makeRoomForToken();
     QApplication application(argc, argv);
     describeApplication();
     SingleInstance instance(QDBusConnection::sessionBus());
@@ -94,14 +106,15 @@ int run(int argc, char** argv, const LaunchRequest& request)
     if (!mine) return 0;
 
     QApplication::setStyle(new LumoraStyle);
-    TerminateSignals signals;
+    TerminationSignals signals;
+    QObject::connect(&signals, &TerminationSignals::received, &Termination::shared(), &Termination::begin);
     AppDelegate delegate(QDBusConnection::sessionBus());
     connectRequests(instance, delegate);
     // Whoever starts the program from now on takes over.
     QObject::connect(&Termination::shared(), &Termination::begun, &instance, &SingleInstance::giveUp);
     QObject::connect(&application, &QCoreApplication::aboutToQuit, &instance, &SingleInstance::giveUp);
     delegate.applicationDidFinishLaunching();
-    if (!mine->files.empty()) delegate.process(mine->files);
+    if (!mine->files.empty()) delegate.open(mine->files);
     if (mine->preferences) delegate.showPreferences();
     return QApplication::exec();
 }

@@ -6,7 +6,7 @@
 #include "model/stats_store.h"
 #include "tests/support/settings.h"
 #include "tests/support/temporary_directory.h"
-#include "ui/dropzone/drop_window_view.h"
+#include "ui/dropwindow/drop_window_view.h"
 #include "ui/results/results_list_view.h"
 #include "ui/settings/preferences_view.h"
 #include "ui/settings/settings_chip.h"

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/session.h"
 
-#include "cli/interrupt_watcher.h"
 #include "cli/json_line.h"
 #include "cli/text_rows.h"
 #include "engine/image_file_filter.h"
 #include "model/stats_store.h"
+#include "model/termination_signals.h"
 #include "system/file_services.h"
 
 #include <QCoreApplication>
@@ -42,8 +42,8 @@ ProcessingServices Session::services()
 
 int Session::run()
 {
-    InterruptWatcher watcher;
-    connect(&watcher, &InterruptWatcher::interrupted, this, &Session::interrupt);
+    TerminationSignals signals;
+    connect(&signals, &TerminationSignals::received, this, &Session::interrupt);
     // The walk passes silently over what is not there; who named it wants to know.
     for (const auto& path : m_line.paths) {
         if (fileExists(path) || ImageFileFilter::isImage(path)) continue;

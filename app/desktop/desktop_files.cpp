@@ -3,9 +3,9 @@
 #include "app/desktop/desktop_files.h"
 
 #include "system/file_uris.h"
+#include "ui/bus/bus_call.h"
 
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
+#include <QCoreApplication>
 #include <QDesktopServices>
 #include <QStringList>
 #include <QUrl>
@@ -14,22 +14,18 @@ namespace lumora {
 namespace {
 
 // A file browser that the call starts needs a while; then the folder alone is better than nothing.
-constexpr int replyTimeout = 15000;
+constexpr std::chrono::seconds replyTimeout(15);
 
 } // namespace
 
 void showInFileBrowser(const QDBusConnection& bus, const std::filesystem::path& file)
 {
-    // A call without a bus never finishes.
-    if (!bus.isConnected()) return openFile(file.parent_path());
     QDBusMessage call = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
     call << QStringList{QString::fromStdString(fileUri(file))} << QString();
-    auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, replyTimeout));
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, file] {
-        if (watcher->isError()) openFile(file.parent_path());
-        watcher->deleteLater();
+    callOnBus(bus, call, replyTimeout, qApp, [file](const QDBusPendingCall& answer) {
+        if (answer.isError()) openFile(file.parent_path());
     });
 }
 

@@ -3,9 +3,8 @@
 #include "app/desktop/desktop_notifications.h"
 
 #include "app/instance/application_id.h"
+#include "ui/bus/bus_call.h"
 
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QVariantMap>
 
@@ -14,7 +13,7 @@ namespace {
 
 const QString service = QStringLiteral("org.freedesktop.Notifications");
 const QString objectPath = QStringLiteral("/org/freedesktop/Notifications");
-constexpr int replyTimeout = 5000;
+constexpr std::chrono::seconds replyTimeout(5);
 constexpr int serversOwnExpiry = -1;
 
 } // namespace
@@ -36,11 +35,9 @@ void DesktopNotifications::notify(const QString& summary, const QString& body)
         QDBusMessage::createMethodCall(service, objectPath, service, QStringLiteral("Notify"));
     call << QStringLiteral("Lumora") << m_id << QString(applicationId) << summary << body.toHtmlEscaped()
          << actions << hints << serversOwnExpiry;
-    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, replyTimeout), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-        const QDBusPendingReply<quint32> reply = *watcher;
+    callOnBus(m_bus, call, replyTimeout, this, [this](const QDBusPendingCall& answer) {
+        const QDBusPendingReply<quint32> reply = answer;
         if (reply.isValid()) m_id = reply.value();
-        watcher->deleteLater();
     });
 }
 

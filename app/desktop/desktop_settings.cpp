@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/desktop/desktop_settings.h"
 
+#include "ui/bus/bus_call.h"
+
 #include <QDBusArgument>
-#include <QDBusMessage>
 #include <QDBusMetaType>
-#include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QMap>
 #include <QStringList>
@@ -19,7 +19,7 @@ const QString objectPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearance = QStringLiteral("org.freedesktop.appearance");
 const QString desktopInterface = QStringLiteral("org.gnome.desktop.interface");
-constexpr int replyTimeout = 10000;
+constexpr std::chrono::seconds replyTimeout(10);
 
 using Settings = QMap<QString, QVariantMap>;
 
@@ -41,14 +41,10 @@ DesktopSettings::DesktopSettings(QDBusConnection bus, QObject* parent)
     QDBusMessage call =
         QDBusMessage::createMethodCall(service, objectPath, interface, QStringLiteral("ReadAll"));
     call << QStringList{appearance, desktopInterface};
-    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, replyTimeout), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-        applyAll(*watcher);
-        watcher->deleteLater();
-    });
+    callOnBus(m_bus, call, replyTimeout, this, [this](const QDBusPendingCall& answer) { applyAll(answer); });
 }
 
-void DesktopSettings::applyAll(QDBusPendingCallWatcher& answer)
+void DesktopSettings::applyAll(const QDBusPendingCall& answer)
 {
     const QDBusPendingReply<Settings> reply = answer;
     if (!reply.isValid()) return;

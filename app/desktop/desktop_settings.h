@@ -12,7 +12,7 @@
 
 #include <optional>
 
-class QDBusPendingCallWatcher;
+class QDBusPendingCall;
 
 namespace lumora {
 
@@ -37,7 +37,7 @@ private Q_SLOTS:
     void apply(const QString& space, const QString& key, const QDBusVariant& value);
 
 private:
-    void applyAll(QDBusPendingCallWatcher& answer);
+    void applyAll(const QDBusPendingCall& answer);
 
     QDBusConnection m_bus;
     bool m_reducesMotion = false;

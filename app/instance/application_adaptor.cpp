@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/instance/application_adaptor.h"
 
-#include "app/instance/single_instance.h"
 #include "system/file_uris.h"
 
+#include <QDBusContext>
 #include <QDBusError>
 
 namespace lumora {
@@ -19,14 +19,15 @@ QByteArray activationToken(const QVariantMap& platformData)
 
 } // namespace
 
-ApplicationAdaptor::ApplicationAdaptor(SingleInstance& instance)
-    : QDBusAbstractAdaptor(&instance), m_instance(instance)
+ApplicationAdaptor::ApplicationAdaptor(ApplicationRequests requests, const QDBusContext& context,
+                                       QObject* owner)
+    : QDBusAbstractAdaptor(owner), m_requests(std::move(requests)), m_context(context)
 {
 }
 
 void ApplicationAdaptor::Activate(const QVariantMap& platform_data)
 {
-    if (!refuses()) Q_EMIT m_instance.activated(activationToken(platform_data));
+    if (!refuses()) m_requests.activate(activationToken(platform_data));
 }
 
 void ApplicationAdaptor::Open(const QStringList& uris, const QVariantMap&)
@@ -36,7 +37,7 @@ void ApplicationAdaptor::Open(const QStringList& uris, const QVariantMap&)
     for (const QString& uri : uris) {
         if (auto path = pathFromFileUri(uri.toStdString())) files.push_back(std::move(*path));
     }
-    Q_EMIT m_instance.opened(files);
+    m_requests.open(files);
 }
 
 void ApplicationAdaptor::ActivateAction(const QString& action_name, const QVariantList&,
@@ -44,17 +45,16 @@ void ApplicationAdaptor::ActivateAction(const QString& action_name, const QVaria
 {
     if (refuses()) return;
     if (action_name == QLatin1String("preferences")) {
-        Q_EMIT m_instance.preferencesRequested(activationToken(platform_data));
+        m_requests.showPreferences(activationToken(platform_data));
     } else {
-        m_instance.sendErrorReply(QDBusError::InvalidArgs,
-                                  QStringLiteral("There is no action of this name."));
+        m_context.sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("There is no action of this name."));
     }
 }
 
 bool ApplicationAdaptor::refuses()
 {
-    if (!m_instance.hasGivenUp()) return false;
-    m_instance.sendErrorReply(QDBusError::Failed, QStringLiteral("Lumora is ending."));
+    if (!m_requests.isEnding()) return false;
+    m_context.sendErrorReply(QDBusError::Failed, QStringLiteral("Lumora is ending."));
     return true;
 }
 

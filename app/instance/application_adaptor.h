@@ -10,9 +10,22 @@
 #include <QVariantList>
 #include <QVariantMap>
 
+#include <filesystem>
+#include <functional>
+#include <vector>
+
+class QDBusContext;
+
 namespace lumora {
 
-class SingleInstance;
+// What the bus may ask of the program. `token` is the caller's leave to raise a window; it may be empty.
+struct ApplicationRequests
+{
+    std::function<void(const QByteArray& token)> activate;
+    std::function<void(const QByteArray& token)> showPreferences;
+    std::function<void(const std::vector<std::filesystem::path>&)> open;
+    std::function<bool()> isEnding; // then everything is refused
+};
 
 class ApplicationAdaptor : public QDBusAbstractAdaptor
 {
@@ -20,7 +33,8 @@ class ApplicationAdaptor : public QDBusAbstractAdaptor
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
-    explicit ApplicationAdaptor(SingleInstance& instance);
+    // `owner` is the object on the bus, `context` that of the calls to it.
+    ApplicationAdaptor(ApplicationRequests requests, const QDBusContext& context, QObject* owner);
 
 public Q_SLOTS:
     void Activate(const QVariantMap& platform_data);
@@ -31,7 +45,8 @@ public Q_SLOTS:
 private:
     bool refuses();
 
-    SingleInstance& m_instance;
+    const ApplicationRequests m_requests;
+    const QDBusContext& m_context;
 };
 
 } // namespace lumora

@@ -4,8 +4,6 @@
 
 #include "system/file_uris.h"
 
-#include <QByteArray>
-
 #include <algorithm>
 #include <cctype>
 

@@ -12,7 +12,11 @@ namespace lumora {
 
 SingleInstance::SingleInstance(QDBusConnection bus, QObject* parent) : QObject(parent), m_bus(std::move(bus))
 {
-    new ApplicationAdaptor(*this);
+    new ApplicationAdaptor({[this](const QByteArray& token) { Q_EMIT activated(token); },
+                            [this](const QByteArray& token) { Q_EMIT preferencesRequested(token); },
+                            [this](const std::vector<std::filesystem::path>& files) { Q_EMIT opened(files); },
+                            [this] { return m_hasGivenUp; }},
+                           *this, this);
 }
 
 SingleInstance::~SingleInstance()

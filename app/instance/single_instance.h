@@ -48,7 +48,6 @@ public:
     // Before the end of the program: the name is free at once, and what still arrives is refused, so that its
     // sender tries again and reaches the next owner.
     void giveUp();
-    bool hasGivenUp() const { return m_hasGivenUp; }
 
 Q_SIGNALS:
     // `token` is the launcher's leave to raise a window (activation token or startup id); it may be empty.

@@ -5,17 +5,14 @@
 #include "app/desktop/desktop_files.h"
 #include "app/desktop/x11.h"
 #include "app/termination.h"
-#include "engine/image_file_filter.h"
-#include "system/file_uris.h"
 #include "ui/controls/links.h"
+#include "ui/intake/file_intake.h"
+#include "ui/intake/offered_files.h"
 #include "ui/theme/tidewell_theme.h"
 
 #include <QDragEnterEvent>
 #include <QMenu>
-#include <QMimeData>
 #include <QPainter>
-
-#include <algorithm>
 
 namespace lumora {
 namespace {
@@ -23,13 +20,6 @@ namespace {
 constexpr QSize itemSize(30, 22);
 constexpr int symbolSide = 18;
 constexpr int highlightInset = 2;
-
-std::vector<std::filesystem::path> draggedImages(const QMimeData& data)
-{
-    auto items = pathsOfUriList(data.data(QStringLiteral("text/uri-list")).toStdString());
-    std::erase_if(items, [](const auto& item) { return !ImageFileFilter::canContainImages(item); });
-    return items;
-}
 
 } // namespace
 
@@ -51,9 +41,9 @@ Symbol statusSymbol()
     return {QStringLiteral("photo.on.rectangle.angled"), symbolSide * 0.8};
 }
 
-DropStatusItemView::DropStatusItemView(StatusItemActions actions)
+DropStatusItemView::DropStatusItemView(StatusItemActions actions, FileIntake& intake)
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint),
-      m_actions(std::move(actions)), m_symbolColor(TidewellTheme::cream())
+      m_actions(std::move(actions)), m_intake(intake), m_symbolColor(TidewellTheme::cream())
 {
     setAttribute(Qt::WA_TranslucentBackground);
     setAcceptDrops(true);
@@ -115,7 +105,7 @@ void DropStatusItemView::setHighlighted(bool highlighted)
 
 void DropStatusItemView::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (draggedImages(*event->mimeData()).empty()) return event->ignore();
+    if (!offersImages(*event->mimeData())) return event->ignore();
     setHighlighted(true);
     event->setDropAction(Qt::CopyAction);
     event->accept();
@@ -135,11 +125,12 @@ void DropStatusItemView::dragLeaveEvent(QDragLeaveEvent*)
 void DropStatusItemView::dropEvent(QDropEvent* event)
 {
     setHighlighted(false);
-    const auto items = draggedImages(*event->mimeData());
-    if (items.empty()) return event->ignore();
+    if (!offersImages(*event->mimeData())) return event->ignore();
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    m_actions.process(items);
+    m_intake.load(*event->mimeData(), [process = m_actions.process](const FileIntake::Paths& files) {
+        if (!files.empty()) process(files);
+    });
 }
 
 } // namespace lumora

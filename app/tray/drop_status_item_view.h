@@ -15,9 +15,10 @@
 #include <vector>
 
 class QMenu;
-class QMimeData;
 
 namespace lumora {
+
+class FileIntake;
 
 struct StatusItemActions
 {
@@ -37,7 +38,8 @@ class DropStatusItemView : public QWidget
     Q_OBJECT
 
 public:
-    explicit DropStatusItemView(StatusItemActions actions);
+    // `intake` leads what is dropped to `process`, also once this view is gone; it outlives it.
+    DropStatusItemView(StatusItemActions actions, FileIntake& intake);
 
     bool isHighlighted() const { return m_isHighlighted; }
     // Of the icon, so that it stands out on the ground it lies on.
@@ -58,6 +60,7 @@ private:
     QPoint positionOnScreen() const;
 
     const StatusItemActions m_actions;
+    FileIntake& m_intake;
     QColor m_symbolColor;
     bool m_isHighlighted = false;
 };

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/tray/notifier_host.h"
 
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
+#include "ui/bus/bus_call.h"
+
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
@@ -13,7 +13,7 @@ namespace {
 
 const QString service = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString objectPath = QStringLiteral("/StatusNotifierWatcher");
-constexpr int replyTimeout = 5000;
+constexpr std::chrono::seconds replyTimeout(5);
 
 } // namespace
 
@@ -32,11 +32,9 @@ void NotifierHost::ask()
         service, objectPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     call << service << QStringLiteral("IsStatusNotifierHostRegistered");
     call.setAutoStartService(false);
-    auto* answer = new QDBusPendingCallWatcher(m_bus.asyncCall(call, replyTimeout), this);
-    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
-        const QDBusPendingReply<QDBusVariant> reply = *answer;
+    callOnBus(m_bus, call, replyTimeout, this, [this](const QDBusPendingCall& answer) {
+        const QDBusPendingReply<QDBusVariant> reply = answer;
         if (reply.isValid() && reply.value().variant().toBool()) Q_EMIT present();
-        answer->deleteLater();
     });
 }
 

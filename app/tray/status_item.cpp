@@ -10,9 +10,10 @@
 
 namespace lumora {
 
-StatusItem::StatusItem(StatusItemActions actions, const DesktopSettings& settings, const QDBusConnection& bus,
-                       QObject* parent)
-    : QObject(parent), m_actions(std::move(actions)), m_settings(settings), m_notifierHost(bus)
+StatusItem::StatusItem(StatusItemActions actions, FileIntake& intake, const DesktopSettings& settings,
+                       const QDBusConnection& bus, QObject* parent)
+    : QObject(parent), m_actions(std::move(actions)), m_intake(intake), m_settings(settings),
+      m_notifierHost(bus)
 {
     connect(&m_tray, &SystemTray::changed, this, [this] {
         // A view inside a tray that went is left on the root window; a fresh one docks anew.
@@ -45,7 +46,7 @@ void StatusItem::update()
 
 void StatusItem::dockView()
 {
-    m_view = std::make_unique<DropStatusItemView>(m_actions);
+    m_view = std::make_unique<DropStatusItemView>(m_actions, m_intake);
     m_view->resize(m_view->sizeHint());
     m_tray.dock(m_view->winId());
 }

@@ -23,9 +23,9 @@ class StatusItem : public QObject
     Q_OBJECT
 
 public:
-    // `settings` outlives this object.
-    StatusItem(StatusItemActions actions, const DesktopSettings& settings, const QDBusConnection& bus,
-               QObject* parent = nullptr);
+    // Intake and settings outlive this object.
+    StatusItem(StatusItemActions actions, FileIntake& intake, const DesktopSettings& settings,
+               const QDBusConnection& bus, QObject* parent = nullptr);
     ~StatusItem() override;
 
 private:
@@ -35,6 +35,7 @@ private:
     void updateColors();
 
     const StatusItemActions m_actions;
+    FileIntake& m_intake;
     const DesktopSettings& m_settings;
     SystemTray m_tray;
     NotifierHost m_notifierHost;

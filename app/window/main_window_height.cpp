@@ -3,6 +3,7 @@
 #include "app/window/main_window_height.h"
 
 #include "model/processing_model.h"
+#include "ui/results/result_row.h"
 
 #include <QScreen>
 #include <QWidget>
@@ -15,7 +16,6 @@ namespace {
 
 constexpr int emptyHeight = 360;
 constexpr int upperArea = 414;
-constexpr int rowHeight = 58;
 constexpr int footer = 44;
 constexpr int mostRows = 8;
 constexpr int animationMilliseconds = 200;
@@ -25,7 +25,7 @@ constexpr int animationMilliseconds = 200;
 int mainWindowHeight(int resultCount)
 {
     if (resultCount <= 0) return emptyHeight;
-    return upperArea + rowHeight * std::clamp(resultCount, 1, mostRows) + footer;
+    return upperArea + ResultRow::height() * std::clamp(resultCount, 1, mostRows) + footer;
 }
 
 MainWindowHeight::MainWindowHeight(QWidget& window, const ProcessingModel& model, ReducesMotion reducesMotion,

@@ -15,7 +15,7 @@ namespace lumora {
 
 class ProcessingModel;
 
-// 360 without results, else room for one to eight rows; in logical pixels.
+// 360 without results, else room for one to eight rows of the present text scale; in logical pixels.
 int mainWindowHeight(int resultCount);
 
 class MainWindowHeight : public QObject

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "model/processing_model.h"
+#include "tests/app/wait_for.h"
 #include "tests/support/settings.h"
-#include "wait_for.h"
 
 #include <stdexcept>
 #include <string>
@@ -24,11 +24,11 @@ public:
     // One batch of so many files, to its end.
     bool finish(int files, const std::string& name = "picture")
     {
-        std::vector<std::filesystem::path> urls;
+        std::vector<std::filesystem::path> paths;
         for (int i = 0; i < files; ++i)
-            urls.push_back("/fake/" + name + std::to_string(i) + ".png");
+            paths.push_back("/fake/" + name + std::to_string(i) + ".png");
         const int wanted = m_model.resultCount() + files;
-        m_model.process(urls);
+        m_model.process(paths);
         return waitFor([&] { return m_model.resultCount() == wanted && !m_model.isProcessing(); });
     }
 
@@ -36,13 +36,13 @@ private:
     static ProcessingServices services()
     {
         ProcessingServices services;
-        services.optimize = [](const std::filesystem::path& url, const OptimizerSettings&,
+        services.optimize = [](const std::filesystem::path& file, const OptimizerSettings&,
                                const OptimizerServices&) {
-            if (url.native().find("bad") != std::string::npos) throw std::runtime_error("bad");
-            return ProcessingResult(url, url, 3000, 1000, "Optimized", true);
+            if (file.native().find("bad") != std::string::npos) throw std::runtime_error("bad");
+            return ProcessingResult(file, file, 3000, 1000, "Optimized", true);
         };
-        services.expand = [](const std::vector<std::filesystem::path>& urls, std::stop_token) {
-            return urls;
+        services.expand = [](const std::vector<std::filesystem::path>& paths, std::stop_token) {
+            return paths;
         };
         services.requestSaveAccess = [](const std::filesystem::path& folder) {
             return std::optional(folder);

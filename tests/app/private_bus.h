@@ -31,8 +31,6 @@ public:
         m_daemon.waitForFinished(10000);
     }
 
-    const QString& address() const { return m_address; }
-
     QDBusConnection connect()
     {
         static int count = 0;

@@ -6,7 +6,7 @@
 #include "model/processing_model.h"
 #include "tests/app/wait_for.h"
 #include "tests/ui/model_objects.h"
-#include "ui/dropzone/drop_window_view.h"
+#include "ui/dropwindow/drop_window_view.h"
 
 #include <condition_variable>
 #include <map>

@@ -5,7 +5,7 @@
 #include "model/processing_model.h"
 #include "ui/dropzone/cancel_button.h"
 #include "ui/dropzone/drop_zone_picture.h"
-#include "ui/intake/dropped_files.h"
+#include "ui/intake/offered_files.h"
 
 #include <QDragEnterEvent>
 #include <QKeyEvent>

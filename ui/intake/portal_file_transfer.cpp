@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/intake/portal_file_transfer.h"
 
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
+#include "ui/bus/bus_call.h"
+
 #include <QDBusPendingReply>
 #include <QMimeData>
 
@@ -14,7 +14,7 @@ namespace {
 
 // The second is the name that the first releases of the portal's clients used.
 constexpr std::array transferTypes{"application/vnd.portal.filetransfer", "application/vnd.portal.files"};
-constexpr int replyTimeoutMilliseconds = 10'000;
+constexpr std::chrono::seconds replyTimeout(10);
 
 QDBusMessage retrieveFilesCall(const QString& key)
 {
@@ -49,16 +49,11 @@ QString portalTransferKey(const QMimeData& data)
 void retrievePortalFiles(const QDBusConnection& bus, const QString& key, QObject* context,
                          PortalAnswer answer)
 {
-    // A call without a bus never finishes.
-    if (!bus.isConnected()) return answer(std::nullopt);
-    auto* watcher =
-        new QDBusPendingCallWatcher(bus.asyncCall(retrieveFilesCall(key), replyTimeoutMilliseconds), context);
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, context,
-                     [watcher, answer = std::move(answer)] {
-                         const QDBusPendingReply<QStringList> reply = *watcher;
-                         watcher->deleteLater();
-                         answer(reply.isValid() ? std::optional(pathsOf(reply.value())) : std::nullopt);
-                     });
+    callOnBus(bus, retrieveFilesCall(key), replyTimeout, context,
+              [answer = std::move(answer)](const QDBusPendingCall& call) {
+                  const QDBusPendingReply<QStringList> reply = call;
+                  answer(reply.isValid() ? std::optional(pathsOf(reply.value())) : std::nullopt);
+              });
 }
 
 } // namespace lumora

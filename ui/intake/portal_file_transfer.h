@@ -22,9 +22,8 @@ QString portalTransferKey(const QMimeData& data);
 
 using PortalAnswer = std::function<void(std::optional<std::vector<std::filesystem::path>>)>;
 
-// Answers once: the transfer's files, or nothing where the portal is absent, refuses, or stays silent for ten
-// seconds. Through the event loop, except at once where there is no bus. Never answers once `context` is
-// gone.
+// Answers once, through the event loop: the transfer's files, or nothing where there is no portal, it refuses
+// or stays silent for ten seconds. Never answers once `context` is gone.
 void retrievePortalFiles(const QDBusConnection& bus, const QString& key, QObject* context,
                          PortalAnswer answer);
 

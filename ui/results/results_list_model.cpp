@@ -69,10 +69,6 @@ QVariant ResultsListModel::data(const QModelIndex& index, int role) const
         return spokenOutcome(row);
     case Qt::ToolTipRole:
         return toolTip(row);
-    case OriginalBytesRole:
-        return QVariant::fromValue<qlonglong>(row.originalBytes);
-    case OutputBytesRole:
-        return QVariant::fromValue<qlonglong>(row.outputBytes);
     case MessageRole:
         return QString::fromStdString(row.message);
     case IsSuccessRole:

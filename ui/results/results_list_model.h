@@ -17,12 +17,10 @@ class ResultsListModel : public QAbstractListModel
 
 public:
     enum Role {
-        OriginalBytesRole = Qt::UserRole, // qlonglong
-        OutputBytesRole,                  // qlonglong
-        MessageRole,                      // QString, lines as they came
-        IsSuccessRole,                    // bool
-        HasOutputRole,                    // bool
-        MetricsTextRole,                  // QString, the line of sizes
+        MessageRole = Qt::UserRole, // QString, lines as they came
+        IsSuccessRole,              // bool
+        HasOutputRole,              // bool
+        MetricsTextRole,            // QString, the line of sizes
     };
 
     // The processing model must outlive this one.

@@ -4,7 +4,7 @@
 
 #include "records/processing_result.h"
 #include "ui/controls/path_text.h"
-#include "ui/dropzone/drag_picture.h"
+#include "ui/results/drag_picture.h"
 #include "ui/results/result_row.h"
 #include "ui/results/results_list_model.h"
 

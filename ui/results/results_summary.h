@@ -39,8 +39,6 @@ public:
     // The model must outlive the bar.
     explicit ResultsSummary(const ProcessingModel& processing, QWidget* parent = nullptr);
 
-    const ResultTotals& totals() const { return m_totals; }
-
 protected:
     void paintEvent(QPaintEvent* event) override;
 

@@ -7,7 +7,6 @@
 #include "ui/settings/setting_binding.h"
 
 #include <QComboBox>
-#include <QSignalBlocker>
 
 class QCheckBox;
 class QLineEdit;

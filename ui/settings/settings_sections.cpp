@@ -3,9 +3,9 @@
 #include "ui/settings/settings_sections.h"
 
 #include "model/stats_store.h"
-#include "ui/controls/pixel_field.h"
 #include "ui/controls/styled_button.h"
 #include "ui/controls/styled_label.h"
+#include "ui/settings/pixel_field.h"
 #include "ui/settings/preference_section.h"
 #include "ui/settings/setting_controls.h"
 #include "ui/statistics/lifetime_stats_grid.h"

@@ -10,7 +10,6 @@
 #include "ui/theme/theme_palette.h"
 #include "ui/theme/tidewell_theme.h"
 
-#include <QAbstractItemView>
 #include <QAbstractSlider>
 #include <QComboBox>
 #include <QPainter>

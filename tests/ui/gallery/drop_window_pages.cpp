@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/ui/drop_window_objects.h"
 #include "tests/ui/gallery/gallery.h"
-#include "ui/dropzone/drop_window_view.h"
+#include "ui/dropwindow/drop_window_view.h"
 #include "ui/dropzone/drop_zone.h"
 #include "ui/results/results_list_view.h"
 #include "ui/settings/settings_chip.h"

@@ -9,7 +9,6 @@
 #include <QApplication>
 #include <QDir>
 #include <QLocale>
-#include <QPainter>
 #include <QTextStream>
 #include <QWidget>
 

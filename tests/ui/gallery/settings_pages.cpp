@@ -12,7 +12,6 @@
 #include "ui/theme/fonts.h"
 #include "ui/theme/surfaces.h"
 #include "ui/theme/tidewell_logo_mark.h"
-#include "ui/theme/tidewell_theme.h"
 
 #include <QApplication>
 #include <QComboBox>

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/panels/about_panel.h"
+
+#include "formats/library_versions.h"
+#include "system/bundle.h"
+#include "ui/settings/preferences_view.h"
+#include "ui/theme/fonts.h"
+
+#include <QApplication>
+#include <QBoxLayout>
+#include <QDialogButtonBox>
+#include <QLabel>
+
+namespace lumora {
+namespace {
+
+constexpr int iconSide = 96;
+
+QString librariesText()
+{
+    QStringList lines{QStringLiteral("Qt %1").arg(QLatin1String(qVersion()))};
+    for (const LibraryVersion& library : imageLibraryVersions())
+        lines.append(QString::fromStdString(library.name + ' ' + library.version));
+    return lines.join(QLatin1Char('\n'));
+}
+
+QLabel* label(const QString& text, fonts::TextStyle style, QWidget* parent)
+{
+    auto* line = new QLabel(text, parent);
+    line->setTextFormat(Qt::PlainText);
+    line->setAlignment(Qt::AlignCenter);
+    line->setFont(fonts::font(style));
+    line->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    return line;
+}
+
+} // namespace
+
+AboutPanel::AboutPanel(QWidget* parent) : QDialog(parent)
+{
+    setWindowTitle(QStringLiteral("About Lumora"));
+    setObjectName(QStringLiteral("LumoraAboutPanel"));
+    auto* layout = new QVBoxLayout(this);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+    auto* icon = new QLabel(this);
+    icon->setAlignment(Qt::AlignCenter);
+    icon->setPixmap(QApplication::windowIcon().pixmap(iconSide));
+    layout->addWidget(icon);
+    layout->addWidget(label(QStringLiteral("Lumora"), fonts::TextStyle::title2, this));
+    layout->addWidget(label(PreferencesView::appVersionText(mainBundlePath()), fonts::TextStyle::body, this));
+    layout->addWidget(label(QStringLiteral("Optimizes images on this computer.\n\u00A9 2026 Tidewell\n"
+                                           "Licence: GPL-3.0-or-later"),
+                            fonts::TextStyle::body, this));
+    layout->addWidget(label(librariesText(), fonts::TextStyle::caption, this));
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    layout->addWidget(buttons);
+}
+
+} // namespace lumora

@@ -1,0 +1,149 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/dropwindow/drop_window_view.h"
+
+#include "model/processing_model.h"
+#include "ui/controls/styled_button.h"
+#include "ui/controls/styled_label.h"
+#include "ui/dropwindow/drop_window_footer.h"
+#include "ui/dropwindow/drop_window_heights.h"
+#include "ui/dropzone/drop_zone.h"
+#include "ui/dropzone/drop_zone_picture.h"
+#include "ui/intake/file_intake.h"
+#include "ui/intake/offered_files.h"
+#include "ui/results/results_list.h"
+#include "ui/settings/settings_chip_group.h"
+#include "ui/statistics/lifetime_stats_strip.h"
+#include "ui/theme/button_styles.h"
+#include "ui/theme/fonts.h"
+#include "ui/theme/surfaces.h"
+#include "ui/theme/tidewell_logo_mark.h"
+#include "ui/theme/tidewell_theme.h"
+
+#include <QClipboard>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QShortcut>
+
+namespace lumora {
+namespace {
+
+constexpr QMargins padding(22, 42, 22, 22);
+constexpr int slimZone = 36;
+const QuietButtonStyle quietStyle;
+
+QFont titleFont()
+{
+    return fonts::font(fonts::TextStyle::title2, QFont::Bold);
+}
+
+} // namespace
+
+DropWindowView::DropWindowView(LumoraSettings& settings, ProcessingModel& processingModel,
+                               StatsStore& statsStore, std::function<void()> openPreferences,
+                               FileBrowser fileBrowser, std::function<bool()> reducesMotion,
+                               ChooseFiles chooseFiles, QWidget* parent)
+    : QWidget(parent), m_process([&processingModel](const auto& files) { processingModel.process(files); }),
+      m_intake(new FileIntake(QDBusConnection::sessionBus(), this)),
+      m_header(makeHeader(settings, std::move(openPreferences))),
+      m_zone(new DropZone(processingModel, std::move(reducesMotion), this)),
+      m_results(new ResultsList(processingModel, std::move(fileBrowser), this)),
+      m_strip(new LifetimeStatsStrip(statsStore, this)), m_footer(new DropWindowFooter(this))
+{
+    setMinimumSize(720, 320);
+    setFocusPolicy(Qt::ClickFocus);
+    connect(m_zone, &DropZone::dropped, this,
+            [this](const QMimeData& items) { m_intake->load(items, m_process); });
+    connect(m_zone, &QAbstractButton::clicked, this, [this, choose = std::move(chooseFiles)] {
+        choose(this, [this](std::vector<std::filesystem::path> files) {
+            m_intake->load(std::move(files), m_process);
+        });
+    });
+    auto* pasteKeys = new QShortcut(QKeySequence::Paste, this);
+    connect(pasteKeys, &QShortcut::activated, this, &DropWindowView::paste);
+}
+
+QWidget* DropWindowView::makeHeader(LumoraSettings& settings, std::function<void()> openPreferences)
+{
+    auto* preferences = new StyledButton(quietStyle, QStringLiteral("gearshape"), QString());
+    preferences->setToolTip(QStringLiteral("Preferences"));
+    preferences->setAccessibleName(QStringLiteral("Preferences"));
+    preferences->setAccessibleDescription(QStringLiteral("Opens the preferences window"));
+    connect(preferences, &QAbstractButton::clicked, this, std::move(openPreferences));
+
+    auto* titleAndChips = new QVBoxLayout;
+    titleAndChips->setSpacing(4);
+    titleAndChips->addWidget(new StyledLabel(QStringLiteral("Lumora"), titleFont, TidewellTheme::cream()));
+    titleAndChips->addWidget(new SettingsChipGroup(settings));
+
+    auto* header = new QWidget(this);
+    auto* row = new QHBoxLayout(header);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(12);
+    row->addWidget(new TidewellLogoMark);
+    row->addLayout(titleAndChips, 1);
+    row->addWidget(preferences);
+    return header;
+}
+
+void DropWindowView::paste()
+{
+    const QMimeData* copied = QGuiApplication::clipboard()->mimeData();
+    if (copied && offersFiles(*copied)) m_intake->load(*copied, m_process);
+}
+
+bool DropWindowView::event(QEvent* event)
+{
+    const bool done = QWidget::event(event);
+    if (event->type() == QEvent::LayoutRequest) arrange();
+    return done;
+}
+
+// Nothing is marked as focused before the keyboard is used.
+void DropWindowView::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (!window()->focusWidget()) setFocus();
+}
+
+void DropWindowView::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    arrange();
+}
+
+void DropWindowView::arrange()
+{
+    const QRect inside = rect().marginsRemoved(padding);
+    const int header = m_header->sizeHint().height();
+    const int strip = m_strip->sizeHint().height();
+    const int footer = m_footer->sizeHint().height();
+    const bool hasResults = !m_results->isHidden();
+    const DropWindowHeights heights =
+        dropWindowHeights({.available = inside.height(),
+                           .fixed = header + strip + footer,
+                           .gaps = hasResults ? 4 : 3,
+                           .leastZone = DropZonePicture::leastHeight(),
+                           .slimZone = fonts::scaled(slimZone),
+                           .results = hasResults ? m_results->sizeHint().height() : 0,
+                           .leastResults = hasResults ? m_results->minimumSizeHint().height() : 0});
+    int top = inside.top();
+    const auto place = [&](QWidget* part, int height) {
+        part->setGeometry(inside.left(), top, inside.width(), height);
+        top += height + heights.spacing;
+    };
+    place(m_header, header);
+    place(m_zone, heights.zone);
+    if (hasResults) place(m_results, heights.results);
+    place(m_strip, strip);
+    place(m_footer, footer);
+}
+
+void DropWindowView::paintEvent(QPaintEvent*)
+{
+    QPainter(this).fillRect(rect(), windowGradient(rect(), layoutDirection()));
+}
+
+} // namespace lumora
