@@ -3,7 +3,7 @@
 #include "engine/image_file_filter.h"
 
 #include "engine/extension_list.h"
-#include "engine/file_input_resolver.h"
+#include "engine/folder_entries.h"
 
 #include <array>
 #include <string_view>
@@ -16,14 +16,14 @@ constexpr std::array<std::string_view, 10> supportedExtensions{"jpg",  "jpeg", "
 
 } // namespace
 
-bool isImage(const std::filesystem::path& url)
+bool isImage(const std::filesystem::path& path)
 {
-    return hasExtension(url, supportedExtensions);
+    return hasExtension(path, supportedExtensions);
 }
 
-bool canContainImages(const std::filesystem::path& url)
+bool canContainImages(const std::filesystem::path& path)
 {
-    return isImage(url) || FileInputResolver::isDirectory(url);
+    return isImage(path) || isFolder(path);
 }
 
 } // namespace lumora::ImageFileFilter
