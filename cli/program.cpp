@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/program.h"
 
-#include "cli/command_line.h"
+#include "cli/command_line_parser.h"
 #include "cli/console.h"
 #include "cli/dry_run.h"
 #include "cli/help_text.h"

@@ -20,7 +20,7 @@ Names tableNames()
     Names names;
     for (const Option& option : options()) {
         names.insert("--" + std::string(option.name));
-        if (option.negatable) names.insert("--no-" + std::string(option.name));
+        if (!option.negation.empty()) names.insert("--no-" + std::string(option.name));
         if (option.letter) names.insert({'-', option.letter});
     }
     return names;
@@ -43,7 +43,7 @@ std::string document(const std::string& name)
 void expectValues(const std::string& text)
 {
     for (const Option& option : options())
-        for (const std::string& value : option.values)
+        for (const std::string& value : option.value.choices)
             EXPECT_TRUE(std::regex_search(text, std::regex("\\b" + value + "\\b"))) << value;
 }
 
@@ -58,9 +58,9 @@ TEST(ManPage, describesExactlyTheOptionsThatExist)
     EXPECT_EQ(described, tableNames());
     expectValues(page);
     for (const Option& option : options()) {
-        if (option.argument.empty()) continue;
+        if (option.value.argument.empty()) continue;
         const std::string signature =
-            "--" + std::string(option.name) + "\\fR=\\fI" + std::string(option.argument) + "\\fR";
+            "--" + std::string(option.name) + "\\fR=\\fI" + std::string(option.value.argument) + "\\fR";
         EXPECT_THAT(page, testing::HasSubstr(signature));
     }
 }

@@ -139,7 +139,8 @@ TEST(HelpText, namesEveryOptionAndFitsATerminal)
 {
     const std::string help = helpText();
     for (const Option& option : options())
-        EXPECT_THAT(help, HasSubstr((option.negatable ? "--[no-]" : "--") + std::string(option.name)));
+        EXPECT_THAT(help,
+                    HasSubstr((!option.negation.empty() ? "--[no-]" : "--") + std::string(option.name)));
     std::istringstream lines(help);
     for (std::string line; std::getline(lines, line);)
         EXPECT_LE(line.size(), 80u) << line;
