@@ -99,23 +99,23 @@ std::string messageFor(std::int64_t saved, bool isOriginalDisposedOf)
 
 } // namespace
 
-ProcessingResult optimize(const std::filesystem::path& url, const OptimizerSettings& settings,
+ProcessingResult optimize(const std::filesystem::path& input, const OptimizerSettings& settings,
                           const OptimizerServices& services)
 {
-    const Job job{url, settings, services};
-    const std::int64_t originalBytes = fileSize(url);
+    const Job job{input, settings, services};
+    const std::int64_t originalBytes = fileSize(input);
     const ImageSource source = openSource(job);
     const Image image = finalImage(job, source);
 
-    const OutputPlan planned = plan(url, source, settings);
+    const OutputPlan planned = plan(input, source, settings);
     makeWay(job, planned);
     encode(job, source, image, planned);
     const std::filesystem::path& output = planned.path;
 
-    if (settings.preserveModificationTime) preserveModificationDate(url, output);
+    if (settings.preserveModificationTime) preserveModificationDate(input, output);
     const bool isOriginalDisposedOf = disposeOfOriginal(job, output);
     const std::int64_t outputBytes = fileSize(output);
-    return {url,
+    return {input,
             output,
             originalBytes,
             outputBytes,
