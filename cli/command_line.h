@@ -1,16 +1,15 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the user asked for on the command line. Parsing touches nothing but its arguments (and getopt's own
-// state, so one thread at a time).
+// What the user asked for on the command line. A value.
 #pragma once
 
+#include "records/default_settings.h"
 #include "records/optimizer_settings.h"
 
 #include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
-#include <variant>
 #include <vector>
 
 namespace lumora::cli {
@@ -23,19 +22,19 @@ struct CommandLine
     Action action = Action::optimize;
     std::vector<std::filesystem::path> paths; // at least one when the action is to optimize
 
-    OutputFormat format = OutputFormat::webp;
-    double quality = 82;
-    ResizeMode resizeMode = ResizeMode::maxWidth;
-    std::int64_t maximumPixels = 2560;
-    bool sRGB = true;
-    bool removeProfile = true;
-    bool removeMetadata = true;
+    OutputFormat format = defaults::outputFormat;
+    double quality = defaults::quality;
+    ResizeMode resizeMode = defaults::resizeMode;
+    std::int64_t maximumPixels = defaults::maximumPixels;
+    bool sRGB = defaults::optimizeColorForSharing;
+    bool removeProfile = defaults::removeColorManagement;
+    bool removeMetadata = defaults::removeMetadata;
     std::optional<std::filesystem::path> outputDirectory;
-    std::string prefix;
-    std::string suffix;
-    Existing existing = Existing::replace;
-    bool trashOriginal = false;
-    bool keepTime = true;
+    std::string prefix = defaults::filenamePrefix;
+    std::string suffix = defaults::filenameSuffix;
+    Existing existing = defaults::warnBeforeOverwrite ? Existing::ask : Existing::replace;
+    bool trashOriginal = defaults::moveOriginalToTrash;
+    bool keepTime = defaults::preserveModificationTime;
 
     std::optional<int> jobs;
     bool dryRun = false;
@@ -43,15 +42,26 @@ struct CommandLine
     bool quiet = false;
     bool recordStats = false;
 
-    OptimizerSettings settings() const;
+    OptimizerSettings settings() const
+    {
+        return {
+            .resizeMode = resizeMode,
+            .maximumPixels = maximumPixels,
+            .outputFormat = format,
+            .quality = quality,
+            .optimizeColorForSharing = sRGB,
+            .removeColorManagement = removeProfile,
+            .removeMetadata = removeMetadata,
+            .destinationMode =
+                outputDirectory ? DestinationMode::selectedFolder : DestinationMode::originalLocation,
+            .destinationFolderURL = outputDirectory,
+            .filenamePrefix = prefix,
+            .filenameSuffix = suffix,
+            .moveOriginalToTrash = trashOriginal,
+            .preserveModificationTime = keepTime,
+            .warnBeforeOverwrite = existing != Existing::replace,
+        };
+    }
 };
-
-struct UsageError
-{
-    std::string message; // one sentence without the program's name
-};
-
-// `arguments` without the program's name. Options and paths may be mixed; everything after "--" is a path.
-std::variant<CommandLine, UsageError> parseCommandLine(const std::vector<std::string>& arguments);
 
 } // namespace lumora::cli

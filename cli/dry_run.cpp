@@ -4,10 +4,10 @@
 
 #include "cli/console.h"
 #include "cli/json_line.h"
+#include "cli/overwrite_prompt.h"
 #include "cli/printable.h"
 #include "engine/file_input_resolver.h"
-#include "engine/output_naming.h"
-#include "formats/image_destination.h"
+#include "engine/output_plan.h"
 #include "formats/image_source.h"
 #include "records/errors.h"
 #include "system/file_services.h"
@@ -16,32 +16,35 @@ namespace lumora::cli {
 
 namespace {
 
-ProcessingResult wouldFail(const std::filesystem::path& url, const std::string& reason)
+// As in a run: whoever cannot be asked does not agree.
+bool wouldBeSkipped(const ImageOptimizer::OutputPlan& output, Existing existing)
 {
-    return {url, std::nullopt, fileSize(url), 0, reason, false};
+    if (!output.isTaken || existing == Existing::replace) return false;
+    return existing == Existing::skip || !OverwritePrompt::isPossible();
 }
 
-// The steps of a real run up to the first that writes.
-ProcessingResult foresee(const std::filesystem::path& url, const CommandLine& line)
+std::string verdict(const ImageOptimizer::OutputPlan& output, Existing existing)
 {
-    const OptimizerSettings settings = line.settings();
-    const auto source = ImageSource::open(url);
+    if (!output.isTaken) return "Would be written";
+    return existing == Existing::ask ? "Would be asked about" : "Would be replaced";
+}
+
+// The steps of a real run up to the first that writes, without the decoding of the picture.
+ProcessingResult foresee(const std::filesystem::path& path, const CommandLine& line)
+{
+    const auto source = ImageSource::open(path);
     if (!source) throw ImageOptimizerError::unreadableImage();
-    const std::filesystem::path output = ImageOptimizer::outputURL(url, source->typeIdentifier(), settings);
-    const bool exists = fileExists(output);
-    if (exists && line.existing == Existing::skip) throw ImageOptimizerError::overwriteDeclined();
-    if (!isWebP(settings.outputFormat))
-        ImageOptimizer::outputUTI(source->typeIdentifier(), settings,
-                                  ImageDestination::writableTypeIdentifiers());
-    return {url, output, fileSize(url), 0, exists ? "Would be replaced" : "Would be written", true};
+    const ImageOptimizer::OutputPlan output = ImageOptimizer::plan(path, *source, line.settings());
+    if (wouldBeSkipped(output, line.existing)) throw ImageOptimizerError::overwriteDeclined();
+    return {path, output.path, fileSize(path), 0, verdict(output, line.existing), true};
 }
 
-ProcessingResult foreseen(const std::filesystem::path& url, const CommandLine& line)
+ProcessingResult foreseen(const std::filesystem::path& path, const CommandLine& line)
 {
     try {
-        return foresee(url, line);
+        return foresee(path, line);
     } catch (const std::exception& error) {
-        return wouldFail(url, error.what());
+        return {path, std::nullopt, 0, 0, error.what(), false};
     }
 }
 
@@ -56,11 +59,11 @@ std::string row(const ProcessingResult& result)
 
 int dryRun(const CommandLine& line, Console& console)
 {
-    const auto urls = FileInputResolver::imageURLs(line.paths);
-    if (urls.empty()) console.complain("No supported image files found");
-    bool allSucceed = !urls.empty();
-    for (const auto& url : urls) {
-        const ProcessingResult result = foreseen(url, line);
+    const auto paths = FileInputResolver::imageURLs(line.paths);
+    if (paths.empty()) console.complain("No supported image files found");
+    bool allSucceed = !paths.empty();
+    for (const auto& path : paths) {
+        const ProcessingResult result = foreseen(path, line);
         allSucceed = allSucceed && result.isSuccess;
         if (line.json)
             console.result(jsonLine(result));

@@ -15,19 +15,18 @@ std::string names(const Option& option)
 {
     std::string text =
         option.letter ? std::string{' ', ' ', '-', option.letter, ',', ' '} : std::string(6, ' ');
-    text += option.negatable ? "--[no-]" : "--";
+    text += !option.negation.empty() ? "--[no-]" : "--";
     text += option.name;
-    if (!option.argument.empty()) text += "=" + std::string(option.argument);
+    if (!option.value.argument.empty()) text += "=" + std::string(option.value.argument);
     return text;
 }
 
 std::string description(const Option& option)
 {
-    std::string text(option.help);
-    if (option.values.empty()) return text;
-    text += ":";
-    for (const std::string& value : option.values)
-        text += (&value == option.values.data() ? " " : ", ") + value;
+    std::string text = std::string(option.help) + defaultText(option) + std::string(option.note);
+    const auto& choices = option.value.choices;
+    for (const std::string& choice : choices)
+        text += (&choice == choices.data() ? ": " : ", ") + choice;
     return text;
 }
 

@@ -2,98 +2,89 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/options.h"
 
-#include "records/option_enums.h"
-
 namespace lumora::cli {
 
 namespace {
 
-template <class Enum>
-std::vector<std::string> rawValues()
-{
-    std::vector<std::string> values;
-    for (Enum value : allCases<Enum>)
-        values.emplace_back(rawValue(value));
-    return values;
-}
-
-using Key = OptionKey;
+using Line = CommandLine;
 
 std::vector<Option> makeOptions()
 {
     return {
-        {Key::format, 'f', "format", "FORMAT", false, rawValues<OutputFormat>(),
-         "what to write (default webp)"},
-        {Key::quality, 'q', "quality", "N", false, {}, "1 to 100, for the lossy formats (default 82)"},
-        {Key::resize, 0, "resize", "MODE", false, rawValues<ResizeMode>(),
-         "the dimension that --max-pixels bounds (default maxWidth)"},
-        {Key::maxPixels, 0, "max-pixels", "N", false, {}, "the bound, at least 1 (default 2560)"},
-        {Key::sRGB, 0, "srgb", "", true, {}, "convert colours to sRGB (default)"},
-        {Key::removeProfile, 0, "remove-profile", "", true, {}, "leave the colour profile out (default)"},
-        {Key::removeMetadata,
-         0,
-         "remove-metadata",
-         "",
-         true,
-         {},
-         "leave personal metadata such as EXIF, GPS and XMP out (default)"},
-        {Key::outputDir,
-         'o',
-         "output-dir",
-         "DIR",
-         false,
-         {},
-         "write into DIR, made when missing, instead of beside the originals"},
-        {Key::prefix, 0, "prefix", "TEXT", false, {}, "put before the output's name"},
-        {Key::suffix, 0, "suffix", "TEXT", false, {}, "put after the output's name, before its extension"},
-        {Key::existing,
-         0,
-         "existing",
-         "WHAT",
-         false,
-         {"replace", "ask", "skip"},
-         "what to do with an output that exists already (default replace); ask asks on a terminal and is "
-         "skip "
-         "without one"},
-        {Key::trashOriginal,
-         0,
-         "trash-original",
-         "",
-         false,
-         {},
-         "move each original to the Trash once optimized"},
-        {Key::keepTime,
-         0,
-         "keep-time",
-         "",
-         true,
-         {},
-         "give outputs the modification time of their originals (default)"},
-        {Key::jobs,
-         'j',
-         "jobs",
-         "N",
-         false,
-         {},
-         "files to work on at once (default: the number of processors)"},
-        {Key::dryRun, 'n', "dry-run", "", false, {}, "say what would be written and touch nothing"},
-        {Key::json, 0, "json", "", false, {}, "one JSON object a line for each file instead of text"},
-        {Key::quiet,
-         0,
-         "quiet",
-         "",
-         false,
-         {},
-         "no progress, no summary, and rows only for files that failed"},
-        {Key::recordStats,
-         0,
-         "record-stats",
-         "",
-         false,
-         {},
-         "count the results in Lumora's lifetime statistics"},
-        {Key::version, 0, "version", "", false, {}, "print the version and those of the libraries, and end"},
-        {Key::help, 'h', "help", "", false, {}, "print this help and end"},
+        {.heading = "What to write",
+         .letter = 'f',
+         .name = "format",
+         .value = choice("FORMAT", &Line::format),
+         .help = "what to write",
+         .manual = "With original each file keeps its format."},
+        {.letter = 'q',
+         .name = "quality",
+         .value = percentage(&Line::quality),
+         .help = "1 to 100, for the lossy formats"},
+        {.name = "resize",
+         .value = choice("MODE", &Line::resizeMode),
+         .help = "the dimension that --max-pixels bounds",
+         .manual = "Pictures are made smaller, never larger."},
+        {.name = "max-pixels", .value = count(&Line::maximumPixels), .help = "the bound, at least 1"},
+        {.name = "srgb",
+         .value = onOrOff(&Line::sRGB),
+         .help = "convert colours to sRGB",
+         .negation = "keep the colour space"},
+        {.name = "remove-profile",
+         .value = onOrOff(&Line::removeProfile),
+         .help = "leave the colour profile out",
+         .negation = "embed the colour profile"},
+        {.name = "remove-metadata",
+         .value = onOrOff(&Line::removeMetadata),
+         .help = "leave personal metadata such as EXIF, GPS and XMP out",
+         .negation = "keep personal metadata",
+         .manual = "IPTC counts as such, too."},
+        {.heading = "Where to write",
+         .letter = 'o',
+         .name = "output-dir",
+         .value = folder(&Line::outputDirectory),
+         .help = "write into DIR, made when missing, instead of beside the originals"},
+        {.name = "prefix", .value = nameFragment(&Line::prefix), .help = "put before the output's name"},
+        {.name = "suffix",
+         .value = nameFragment(&Line::suffix),
+         .help = "put after the output's name, before its extension"},
+        {.name = "existing",
+         .value = choice("WHAT", &Line::existing, {"replace", "ask", "skip"}),
+         .help = "what to do with an output that exists already",
+         .note = "; ask asks on a terminal and is skip without one"},
+        {.name = "trash-original",
+         .value = onOrOff(&Line::trashOriginal),
+         .help = "move each original to the Trash once optimized"},
+        {.name = "keep-time",
+         .value = onOrOff(&Line::keepTime),
+         .help = "give outputs the modification time of their originals",
+         .negation = "let outputs have the time of their writing"},
+        {.heading = "How to run",
+         .letter = 'j',
+         .name = "jobs",
+         .value = count(&Line::jobs),
+         .help = "files to work on at once",
+         .note = " (default: the number of processors)",
+         .manual = "The default is never less than 2."},
+        {.letter = 'n',
+         .name = "dry-run",
+         .value = onOrOff(&Line::dryRun),
+         .help = "say what would be written and touch nothing",
+         .manual = "Only the head of each image is read, so that damage further on is not foreseen."},
+        {.name = "json",
+         .value = onOrOff(&Line::json),
+         .help = "one JSON object a line for each file instead of text",
+         .manual = "See below."},
+        {.name = "quiet",
+         .value = onOrOff(&Line::quiet),
+         .help = "no progress, no summary, and rows only for files that failed"},
+        {.name = "record-stats",
+         .value = onOrOff(&Line::recordStats),
+         .help = "count the results in Lumora's lifetime statistics"},
+        {.name = "version",
+         .value = ending(Action::showVersion),
+         .help = "print the version and those of the libraries, and end"},
+        {.letter = 'h', .name = "help", .value = ending(Action::showHelp), .help = "print this help and end"},
     };
 }
 
@@ -103,6 +94,12 @@ std::span<const Option> options()
 {
     static const std::vector<Option> table = makeOptions();
     return table;
+}
+
+std::string defaultText(const Option& option)
+{
+    if (option.value.standard.empty()) return {};
+    return option.value.argument.empty() ? " (default)" : " (default " + option.value.standard + ")";
 }
 
 } // namespace lumora::cli

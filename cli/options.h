@@ -1,51 +1,33 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The table of lumora-cli's options: the parser, the help text and the test of the man page and the
-// completions all read this one. Constants; thread-safe.
+// The table of lumora-cli's options, which the parser, the help, the man page and the completions are made
+// of. Constants; thread-safe.
 #pragma once
+
+#include "cli/option_value.h"
 
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace lumora::cli {
 
-enum class OptionKey {
-    format,
-    quality,
-    resize,
-    maxPixels,
-    sRGB,
-    removeProfile,
-    removeMetadata,
-    outputDir,
-    prefix,
-    suffix,
-    existing,
-    trashOriginal,
-    keepTime,
-    jobs,
-    dryRun,
-    json,
-    quiet,
-    recordStats,
-    version,
-    help,
-};
-
 struct Option
 {
-    OptionKey key;
-    char letter;               // 0 when there is only the long name
-    std::string_view name;     // without the two dashes
-    std::string_view argument; // what stands for the value in the help; empty when the option takes none
-    bool negatable;            // also known as "no-" and the name
-    std::vector<std::string> values; // the only values allowed; empty when any is
+    std::string_view heading = {}; // of the man page's section that begins here
+    char letter = 0;               // 0 when there is only the long name
+    std::string_view name;         // without the two dashes
+    OptionValue value;
     std::string_view help;
+    std::string_view note = {};     // what the help says besides
+    std::string_view negation = {}; // the help of "--no-" and the name, which exists when this is not empty
+    std::string_view manual = {};   // whole sentences for the man page alone
 };
 
 // In the order in which the help lists them.
 std::span<const Option> options();
+
+// "(default 82)" or "(default)" with a space before, or nothing.
+std::string defaultText(const Option& option);
 
 } // namespace lumora::cli

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/program.h"
 
-#include "cli/command_line.h"
+#include "cli/command_line_parser.h"
 #include "cli/console.h"
 #include "cli/dry_run.h"
 #include "cli/help_text.h"
@@ -30,11 +30,26 @@ int print(const std::string& text)
     return std::cout ? 0 : 1;
 }
 
+// What making the folder would say: a file where a folder has to be.
+std::error_code obstacleTo(const std::filesystem::path& folder)
+{
+    std::filesystem::path existing = std::filesystem::absolute(folder);
+    std::error_code missing;
+    while (!std::filesystem::exists(existing, missing) && existing.has_relative_path())
+        existing = existing.parent_path();
+    if (std::filesystem::is_directory(existing, missing)) return {};
+    return std::make_error_code(std::errc::not_a_directory);
+}
+
+// A dry run only asks whether it could.
 bool makeOutputDirectory(const CommandLine& line, Console& console)
 {
     if (!line.outputDirectory) return true;
     std::error_code error;
-    std::filesystem::create_directories(*line.outputDirectory, error);
+    if (line.dryRun)
+        error = obstacleTo(*line.outputDirectory);
+    else
+        std::filesystem::create_directories(*line.outputDirectory, error);
     if (!error) return true;
     console.complain("cannot make the folder " + line.outputDirectory->native() + ": " + error.message());
     return false;
@@ -50,9 +65,8 @@ int optimize(const CommandLine& line)
     QCoreApplication application(argumentCount, argumentValues);
 
     Console console({STDOUT_FILENO, STDERR_FILENO}, !line.quiet);
-    if (line.dryRun) return dryRun(line, console);
     if (!makeOutputDirectory(line, console)) return 1;
-    return Session(line, console).run();
+    return line.dryRun ? dryRun(line, console) : Session(line, console).run();
 }
 
 } // namespace

@@ -20,7 +20,7 @@ namespace {
 struct Collection
 {
     bool mayRepeat;
-    std::vector<std::filesystem::path> urls = {};
+    std::vector<std::filesystem::path> paths = {};
     std::unordered_set<std::string> seen = {};
 };
 
@@ -38,18 +38,19 @@ std::string joined(const std::string& folder, std::string_view name)
 // costs memory and not the thread's stack; no folder stays open while its subfolders are walked.
 struct Level
 {
-    std::string url; // as found
-    std::string key; // standardized
+    std::string path; // as found
+    std::string key;  // standardized
     std::vector<FolderEntry> entries;
     std::size_t next = 0;
 };
 
 // `folderKey` is the standardized folder, which makes the key of everything in it without looking at each
 // name.
-void appendImage(std::string url, const std::string& folderKey, std::string_view name, Collection& collection)
+void appendImage(std::string path, const std::string& folderKey, std::string_view name,
+                 Collection& collection)
 {
     if (collection.mayRepeat && !collection.seen.insert(joined(folderKey, name)).second) return;
-    collection.urls.emplace_back(std::move(url));
+    collection.paths.emplace_back(std::move(path));
 }
 
 void walk(const std::filesystem::path& root, Collection& collection, const std::stop_token& stop)
@@ -64,19 +65,19 @@ void walk(const std::filesystem::path& root, Collection& collection, const std::
             continue;
         }
         const FolderEntry& entry = level.entries[level.next++];
-        std::string url = joined(level.url, entry.name);
-        if (ImageFileFilter::isImage(entry.name)) appendImage(url, level.key, entry.name, collection);
+        std::string path = joined(level.path, entry.name);
+        if (ImageFileFilter::isImage(entry.name)) appendImage(path, level.key, entry.name, collection);
         if (!entry.isFolder || isPackage(entry.name)) continue;
         std::string key = joined(level.key, entry.name);
-        std::vector<FolderEntry> entries = readFolder(url, LinkedFolder::refuse, stop);
-        levels.push_back({std::move(url), std::move(key), std::move(entries)});
+        std::vector<FolderEntry> entries = readFolder(path, LinkedFolder::refuse, stop);
+        levels.push_back({std::move(path), std::move(key), std::move(entries)});
     }
 }
 
 void appendImages(const std::filesystem::path& dropped, Collection& collection, const std::stop_token& stop)
 {
     if (ImageFileFilter::isImage(dropped)) {
-        if (collection.seen.insert(deduplicationKey(dropped)).second) collection.urls.push_back(dropped);
+        if (collection.seen.insert(deduplicationKey(dropped)).second) collection.paths.push_back(dropped);
     } else if (isDirectory(dropped)) {
         walk(dropped, collection, stop);
     }
@@ -88,17 +89,16 @@ std::vector<std::filesystem::path> imageURLs(const std::vector<std::filesystem::
                                              std::stop_token stop)
 {
     Collection collection{.mayRepeat = dropped.size() > 1};
-    for (const auto& url : dropped) {
+    for (const auto& item : dropped) {
         if (stop.stop_requested()) break;
-        appendImages(url, collection, stop);
+        appendImages(item, collection, stop);
     }
-    return std::move(collection.urls);
+    return std::move(collection.paths);
 }
 
-bool isDirectory(const std::filesystem::path& url)
+bool isDirectory(const std::filesystem::path& path)
 {
-    std::error_code ignored;
-    return std::filesystem::is_directory(url, ignored);
+    return isFolder(path);
 }
 
 } // namespace lumora::FileInputResolver

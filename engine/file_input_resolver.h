@@ -19,6 +19,6 @@ std::vector<std::filesystem::path> imageURLs(const std::vector<std::filesystem::
                                              std::stop_token stop = {});
 
 // True when the path leads to a folder (links are followed); false also when the file system cannot tell.
-bool isDirectory(const std::filesystem::path& url);
+bool isDirectory(const std::filesystem::path& path);
 
 } // namespace lumora::FileInputResolver

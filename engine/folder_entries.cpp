@@ -29,7 +29,7 @@ Folder openFolder(const std::string& path, LinkedFolder links)
     return folder;
 }
 
-bool isFolder(DIR* folder, const dirent& entry)
+bool isFolderEntry(DIR* folder, const dirent& entry)
 {
     if (entry.d_type != DT_UNKNOWN) return entry.d_type == DT_DIR;
     struct stat status;
@@ -45,9 +45,15 @@ std::vector<FolderEntry> readFolder(const std::string& path, LinkedFolder links,
     const Folder folder = openFolder(path, links);
     if (!folder) return entries;
     while (const dirent* entry = stop.stop_requested() ? nullptr : readdir(folder.get())) {
-        if (entry->d_name[0] != '.') entries.push_back({entry->d_name, isFolder(folder.get(), *entry)});
+        if (entry->d_name[0] != '.') entries.push_back({entry->d_name, isFolderEntry(folder.get(), *entry)});
     }
     return entries;
+}
+
+bool isFolder(const std::filesystem::path& path)
+{
+    std::error_code ignored;
+    return std::filesystem::is_directory(path, ignored);
 }
 
 } // namespace lumora

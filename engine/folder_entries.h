@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The visible entries of one folder, as bytes. Thread-safe.
+// Folders and their visible entries, as bytes. Thread-safe.
 #pragma once
 
+#include <filesystem>
 #include <stop_token>
 #include <string>
 #include <vector>
@@ -21,5 +22,8 @@ enum class LinkedFolder { follow, refuse };
 // read; what was read until then when the folder vanishes meanwhile or the stop is requested.
 std::vector<FolderEntry> readFolder(const std::string& folder, LinkedFolder links,
                                     const std::stop_token& stop);
+
+// True when the path leads to a folder (links are followed); false also when the file system cannot tell.
+bool isFolder(const std::filesystem::path& path);
 
 } // namespace lumora

@@ -3,7 +3,7 @@
 #include "engine/image_file_filter.h"
 
 #include "engine/extension_list.h"
-#include "engine/file_input_resolver.h"
+#include "engine/folder_entries.h"
 #include "formats/format.h"
 
 #include <algorithm>
@@ -15,9 +15,9 @@ bool isImage(const std::filesystem::path& path)
         formats(), [&path](const Format* format) { return hasExtension(path, format->extensions); });
 }
 
-bool canContainImages(const std::filesystem::path& url)
+bool canContainImages(const std::filesystem::path& path)
 {
-    return isImage(url) || FileInputResolver::isDirectory(url);
+    return isImage(path) || isFolder(path);
 }
 
 } // namespace lumora::ImageFileFilter

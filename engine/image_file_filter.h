@@ -9,9 +9,9 @@
 namespace lumora::ImageFileFilter {
 
 // By the name's extension alone, case-insensitive, out of a closed list; the file need not exist.
-bool isImage(const std::filesystem::path& url);
+bool isImage(const std::filesystem::path& path);
 
 // An image by name, or a folder.
-bool canContainImages(const std::filesystem::path& url);
+bool canContainImages(const std::filesystem::path& path);
 
 } // namespace lumora::ImageFileFilter

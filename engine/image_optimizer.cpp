@@ -5,7 +5,7 @@
 #include "engine/destination_properties.h"
 #include "engine/file_attributes.h"
 #include "engine/image_transform.h"
-#include "engine/output_naming.h"
+#include "engine/output_plan.h"
 #include "engine/webp_encoder.h"
 #include "formats/image_destination.h"
 #include "formats/image_source.h"
@@ -13,7 +13,6 @@
 #include "records/errors.h"
 #include "system/byte_count_text.h"
 #include "system/file_services.h"
-#include "system/paths.h"
 
 #include <new>
 #include <string>
@@ -50,51 +49,34 @@ try {
     throw ImageOptimizerError::unreadableImage();
 }
 
-bool isSameFile(const std::filesystem::path& a, const std::filesystem::path& b)
-{
-    std::error_code missing;
-    return standardized(a) == standardized(b) || std::filesystem::equivalent(a, b, missing);
-}
-
-// A link to the input's folder gives the input a second path that names alone cannot tell from another file.
-std::filesystem::path safeOutputURL(const Job& job, const ImageSource& source)
-{
-    std::filesystem::path output = outputURL(job.input, source.typeIdentifier(), job.settings);
-    if (!isSameFile(output, job.input)) return output;
-    return outputURLBesideSource(job.input, source.typeIdentifier(), job.settings);
-}
-
 void removeExisting(const std::filesystem::path& output)
 {
     if (!fileExists(output)) return;
     if (const auto removed = removeFile(output); !removed) throw PlatformError(removed.error().description);
 }
 
-void makeWay(const Job& job, const std::filesystem::path& output)
+void makeWay(const Job& job, const OutputPlan& output)
 {
-    if (!fileExists(output)) return;
-    if (job.settings.warnBeforeOverwrite && !job.services.confirmOverwrite(output)) {
+    if (!output.isTaken) return;
+    if (job.settings.warnBeforeOverwrite && !job.services.confirmOverwrite(output.path)) {
         throw ImageOptimizerError::overwriteDeclined();
     }
-    removeExisting(output);
+    removeExisting(output.path);
 }
 
-void encodeWithPlatform(const Job& job, const ImageSource& source, const Image& image,
-                        const std::filesystem::path& output)
+void encodeWithPlatform(const Job& job, const ImageSource& source, const Image& image, const OutputPlan& plan)
 {
-    const std::string type =
-        outputUTI(source.typeIdentifier(), job.settings, ImageDestination::writableTypeIdentifiers());
-    auto destination = ImageDestination::create(output, type);
+    const std::filesystem::path& output = plan.path;
+    auto destination = ImageDestination::create(output, plan.typeIdentifier);
     if (!destination) throw ImageOptimizerError::cannotCreateDestination(output);
     destination->addImage(image, destinationProperties(job.settings, source.metadata()));
     if (!destination->finalize()) throw ImageOptimizerError::cannotFinalize(output);
 }
 
-void encode(const Job& job, const ImageSource& source, const Image& image,
-            const std::filesystem::path& output)
+void encode(const Job& job, const ImageSource& source, const Image& image, const OutputPlan& output)
 {
     if (isWebP(job.settings.outputFormat)) {
-        encodeWebPWithCWebP(image, output, job.settings, source.metadata(), job.services.stop);
+        encodeWebPWithCWebP(image, output.path, job.settings, source.metadata(), job.services.stop);
     } else {
         encodeWithPlatform(job, source, image, output);
     }
@@ -116,22 +98,23 @@ std::string messageFor(std::int64_t saved, bool isOriginalDisposedOf)
 
 } // namespace
 
-ProcessingResult optimize(const std::filesystem::path& url, const OptimizerSettings& settings,
+ProcessingResult optimize(const std::filesystem::path& input, const OptimizerSettings& settings,
                           const OptimizerServices& services)
 {
-    const Job job{url, settings, services};
-    const std::int64_t originalBytes = fileSize(url);
+    const Job job{input, settings, services};
+    const std::int64_t originalBytes = fileSize(input);
     const ImageSource source = openSource(job);
     const Image image = finalImage(job, source);
 
-    const std::filesystem::path output = safeOutputURL(job, source);
-    makeWay(job, output);
-    encode(job, source, image, output);
+    const OutputPlan planned = plan(input, source, settings);
+    makeWay(job, planned);
+    encode(job, source, image, planned);
+    const std::filesystem::path& output = planned.path;
 
-    if (settings.preserveModificationTime) preserveModificationDate(url, output);
+    if (settings.preserveModificationTime) preserveModificationDate(input, output);
     const bool isOriginalDisposedOf = disposeOfOriginal(job, output);
     const std::int64_t outputBytes = fileSize(output);
-    return {url,
+    return {input,
             output,
             originalBytes,
             outputBytes,

@@ -14,7 +14,7 @@ namespace lumora::ImageOptimizer {
 
 // Returns a result with isSuccess true, or throws: an ImageOptimizerError, or a PlatformError whose text
 // passes through. Never returns a failed result; what() of the exception is the text of the failed row.
-ProcessingResult optimize(const std::filesystem::path& url, const OptimizerSettings& settings,
+ProcessingResult optimize(const std::filesystem::path& input, const OptimizerSettings& settings,
                           const OptimizerServices& services);
 
 } // namespace lumora::ImageOptimizer

@@ -7,6 +7,7 @@
 
 #include "model/preferences_file.h"
 #include "model/setting_value.h"
+#include "records/default_settings.h"
 #include "records/option_enums.h"
 
 #include <QByteArray>
@@ -31,22 +32,22 @@ public:
     PreferencesFile& preferencesFile() { return m_file; }
 
     // clang-format off
-    SettingValue<ResizeMode>      resizeMode{m_file, "resizeMode", ResizeMode::maxWidth};
-    SettingValue<std::int64_t>    maximumPixels{m_file, "maximumPixels", 2560};
-    SettingValue<OutputFormat>    outputFormat{m_file, "outputFormat", OutputFormat::webp};
-    SettingValue<double>          quality{m_file, "quality", 82.0};
-    SettingValue<bool>            optimizeColorForSharing{m_file, "optimizeColorForSharing", true};
-    SettingValue<bool>            removeColorManagement{m_file, "removeColorManagement", true};
-    SettingValue<bool>            removeMetadata{m_file, "removeMetadata", true};
-    SettingValue<DestinationMode> destinationMode{m_file, "destinationMode", DestinationMode::originalLocation};
+    SettingValue<ResizeMode>      resizeMode{m_file, "resizeMode", defaults::resizeMode};
+    SettingValue<std::int64_t>    maximumPixels{m_file, "maximumPixels", defaults::maximumPixels};
+    SettingValue<OutputFormat>    outputFormat{m_file, "outputFormat", defaults::outputFormat};
+    SettingValue<double>          quality{m_file, "quality", defaults::quality};
+    SettingValue<bool>            optimizeColorForSharing{m_file, "optimizeColorForSharing", defaults::optimizeColorForSharing};
+    SettingValue<bool>            removeColorManagement{m_file, "removeColorManagement", defaults::removeColorManagement};
+    SettingValue<bool>            removeMetadata{m_file, "removeMetadata", defaults::removeMetadata};
+    SettingValue<DestinationMode> destinationMode{m_file, "destinationMode", defaults::destinationMode};
     // Made and read by folder_bookmark.h; empty when no folder is chosen.
     SettingValue<QByteArray>      destinationFolderBookmark{m_file, "destinationFolderBookmark", QByteArray()};
-    SettingValue<QString>         filenamePrefix{m_file, "filenamePrefix", QString()};
-    SettingValue<QString>         filenameSuffix{m_file, "filenameSuffix", QString()};
-    SettingValue<bool>            moveOriginalToTrash{m_file, "moveOriginalToTrash", false};
-    SettingValue<bool>            preserveModificationTime{m_file, "preserveModificationTime", true};
-    SettingValue<bool>            warnBeforeOverwrite{m_file, "warnBeforeOverwrite", false};
-    SettingValue<bool>            exitWhenComplete{m_file, "exitWhenComplete", false};
+    SettingValue<QString>         filenamePrefix{m_file, "filenamePrefix", QString::fromUtf8(defaults::filenamePrefix)};
+    SettingValue<QString>         filenameSuffix{m_file, "filenameSuffix", QString::fromUtf8(defaults::filenameSuffix)};
+    SettingValue<bool>            moveOriginalToTrash{m_file, "moveOriginalToTrash", defaults::moveOriginalToTrash};
+    SettingValue<bool>            preserveModificationTime{m_file, "preserveModificationTime", defaults::preserveModificationTime};
+    SettingValue<bool>            warnBeforeOverwrite{m_file, "warnBeforeOverwrite", defaults::warnBeforeOverwrite};
+    SettingValue<bool>            exitWhenComplete{m_file, "exitWhenComplete", defaults::exitWhenComplete};
     // clang-format on
 
     // The same formulas as OptimizerSettings, of the values stored now.

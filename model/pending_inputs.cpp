@@ -8,12 +8,12 @@
 
 namespace lumora {
 
-int PendingInputs::add(const std::vector<std::filesystem::path>& urls)
+int PendingInputs::add(const std::vector<std::filesystem::path>& paths)
 {
     int added = 0;
-    for (const auto& url : urls) {
-        if (!m_keys.insert(deduplicationKey(url)).second) continue;
-        m_urls.push_back(url);
+    for (const auto& path : paths) {
+        if (!m_keys.insert(deduplicationKey(path)).second) continue;
+        m_paths.push_back(path);
         ++added;
     }
     return added;
@@ -22,7 +22,7 @@ int PendingInputs::add(const std::vector<std::filesystem::path>& urls)
 std::vector<std::filesystem::path> PendingInputs::take()
 {
     m_keys.clear();
-    return std::exchange(m_urls, {});
+    return std::exchange(m_paths, {});
 }
 
 } // namespace lumora

@@ -14,15 +14,15 @@ class PendingInputs
 {
 public:
     // Adds what is not waiting already and returns how many that were.
-    int add(const std::vector<std::filesystem::path>& urls);
+    int add(const std::vector<std::filesystem::path>& paths);
     // Hands over everything and is empty then.
     std::vector<std::filesystem::path> take();
 
-    bool isEmpty() const { return m_urls.empty(); }
+    bool isEmpty() const { return m_paths.empty(); }
 
 private:
-    std::vector<std::filesystem::path> m_urls;
-    std::unordered_set<std::string> m_keys; // exactly the keys of m_urls
+    std::vector<std::filesystem::path> m_paths;
+    std::unordered_set<std::string> m_keys; // exactly the keys of m_paths
 };
 
 } // namespace lumora

@@ -5,12 +5,14 @@
 // neither is reported. Main thread only.
 #pragma once
 
-#include <QFileSystemWatcher>
+#include "model/preferences_store.h"
+
 #include <QHash>
 #include <QObject>
-#include <QSettings>
 #include <QString>
 #include <QVariant>
+
+#include <memory>
 
 namespace lumora {
 
@@ -25,11 +27,12 @@ public:
     // Writes nothing; the file comes into being with the first value that is set.
     explicit PreferencesFile(const QString& fileName = defaultFileName(), QObject* parent = nullptr);
 
-    QString fileName() const { return m_store.fileName(); }
+    QString fileName() const { return m_store->fileName(); }
 
-    // What the file holds now; invalid when the key is absent.
-    QVariant value(const QString& key);
-    void setValue(const QString& key, const QVariant& value);
+    // What was set last, here or in the file; invalid when the key is absent.
+    QVariant value(const QString& key) { return m_store->value(key); }
+    // Observers are told before it returns; the file follows.
+    void setValue(const QString& key, const QVariant& value) { m_store->setValue(key, value); }
 
     // From now on `changed` tells of this key.
     void follow(const QString& key);
@@ -41,10 +44,8 @@ Q_SIGNALS:
 
 private:
     void announceChanges();
-    void watch();
 
-    QSettings m_store;
-    QFileSystemWatcher m_watcher;
+    const std::shared_ptr<PreferencesStore> m_store;
     QHash<QString, QVariant> m_announced; // the followed keys with the values that observers know of
 };
 

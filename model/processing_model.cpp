@@ -59,9 +59,9 @@ void ProcessingModel::setOnComplete(std::function<void()> onComplete)
     m_onComplete = std::move(onComplete);
 }
 
-void ProcessingModel::process(const std::vector<std::filesystem::path>& urls)
+void ProcessingModel::process(const std::vector<std::filesystem::path>& paths)
 {
-    if (m_pending.add(urls) == 0) {
+    if (m_pending.add(paths) == 0) {
         setStatusText(nothingFound());
         return;
     }

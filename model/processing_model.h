@@ -52,7 +52,7 @@ public:
 
     // Accepts drops at any time, also from a signal or from onComplete. What is already waiting is not queued
     // again.
-    void process(const std::vector<std::filesystem::path>& urls);
+    void process(const std::vector<std::filesystem::path>& paths);
 
     // Hands out no further file and drops what waits; files in flight finish and are reported and recorded,
     // then the batch completes. Does nothing when there is nothing to cancel.

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// One setting: its key, its type and its default. Every read asks the preferences file and every set writes
-// it, so a view may hold a SettingValue& as its two-way binding. Belongs to a PreferencesFile; main thread
+// One setting: its key, its type and its default. Every read asks the preferences file and every set goes
+// there, so a view may hold a SettingValue& as its two-way binding. Belongs to a PreferencesFile; main thread
 // only.
 #pragma once
 

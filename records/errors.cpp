@@ -7,9 +7,9 @@
 namespace lumora {
 namespace {
 
-std::string nameOf(const std::filesystem::path& url)
+std::string nameOf(const std::filesystem::path& file)
 {
-    return url.filename().string();
+    return file.filename().string();
 }
 
 } // namespace

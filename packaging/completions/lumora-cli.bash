@@ -1,7 +1,7 @@
 # shellcheck shell=bash
 # SPDX-FileCopyrightText: 2026 Tidewell
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Completion of lumora-cli for bash.
+# Completion of lumora-cli for bash, made by the target cli-documents.
 
 _lumora_cli() {
     local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]}
@@ -15,24 +15,45 @@ _lumora_cli() {
     local values=
     compopt +o default +o filenames 2>/dev/null
     case $option in
-    --format | -f) values="webp webpLossless jpeg png heic original" ;;
+    -f | --format) values="webp webpLossless jpeg png heic original" ;;
+    -q | --quality) return ;;
     --resize) values="maxWidth maxHeight longestEdge none" ;;
-    --existing) values="replace ask skip" ;;
-    --quality | -q | --max-pixels | --jobs | -j | --prefix | --suffix) return ;;
-    --output-dir | -o)
+    --max-pixels) return ;;
+    -o | --output-dir)
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -d -- "$word")
         return
         ;;
+    --prefix) return ;;
+    --suffix) return ;;
+    --existing) values="replace ask skip" ;;
+    -j | --jobs) return ;;
     *)
         if [[ $word != -* ]]; then
             compopt -o default 2>/dev/null
             COMPREPLY=()
             return
         fi
-        values="-f --format -q --quality --resize --max-pixels --srgb --no-srgb --remove-profile --no-remove-profile
-            --remove-metadata --no-remove-metadata -o --output-dir --prefix --suffix --existing --trash-original
-            --keep-time --no-keep-time -j --jobs -n --dry-run --json --quiet --record-stats --version -h --help"
+        values="-f --format
+            -q --quality
+            --resize
+            --max-pixels
+            --srgb --no-srgb
+            --remove-profile --no-remove-profile
+            --remove-metadata --no-remove-metadata
+            -o --output-dir
+            --prefix
+            --suffix
+            --existing
+            --trash-original
+            --keep-time --no-keep-time
+            -j --jobs
+            -n --dry-run
+            --json
+            --quiet
+            --record-stats
+            --version
+            -h --help"
         ;;
     esac
     mapfile -t COMPREPLY < <(compgen -W "$values" -- "$word")

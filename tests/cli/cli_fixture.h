@@ -39,6 +39,7 @@ protected:
     std::filesystem::path out(const std::string& name) const { return m_place / "out" / name; }
     std::filesystem::path home() const { return m_place / "home"; }
     std::vector<std::string> outputs() const; // the names in out, sorted
+    std::filesystem::path beside(const std::string& name) const { return m_place / name; }
     // A fresh folder beside the others.
     std::filesystem::path folder(const std::string& name) const;
 

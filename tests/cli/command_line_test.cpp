@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "cli/command_line.h"
+#include "cli/command_line_parser.h"
 
 #include <gtest/gtest.h>
 
@@ -108,6 +108,27 @@ TEST(CommandLine, everythingAfterTwoDashesIsAPath)
               (Paths{"a.jpg", "-b.jpg", "--quiet"}));
 }
 
+TEST(CommandLine, longNamesMayBeCutAsLongAsOneFits)
+{
+    EXPECT_EQ(accepted({"--form", "jpeg", "a.jpg"}).format, OutputFormat::jpeg);
+    EXPECT_FALSE(accepted({"--no-sr", "a.jpg"}).sRGB);
+    EXPECT_EQ(complaint({"--remove", "a.jpg"}), "unknown option --remove");
+}
+
+TEST(CommandLine, lettersMayBeJoinedWithTheirValue)
+{
+    const CommandLine line = accepted({"-nfpng", "a.jpg", "-q70"});
+    EXPECT_TRUE(line.dryRun);
+    EXPECT_EQ(line.format, OutputFormat::png);
+    EXPECT_EQ(line.quality, 70);
+}
+
+TEST(CommandLine, pathsInBracketsStayWhole)
+{
+    EXPECT_EQ(accepted({"[a,b].jpg"}).paths, std::vector<std::filesystem::path>{"[a,b].jpg"});
+    EXPECT_EQ(accepted({"[a,b]"}).paths, std::vector<std::filesystem::path>{"[a,b]"});
+}
+
 TEST(CommandLine, pathsKeepTheirBytes)
 {
     EXPECT_EQ(accepted({"caf\xe9 \n.jpg"}).paths.front().native(), "caf\xe9 \n.jpg");
@@ -118,6 +139,7 @@ TEST(CommandLine, helpAndVersionNeedNoPath)
     EXPECT_EQ(accepted({"--help"}).action, Action::showHelp);
     EXPECT_EQ(accepted({"--version"}).action, Action::showVersion);
     EXPECT_EQ(accepted({"--version", "--help"}).action, Action::showVersion);
+    EXPECT_EQ(accepted({"--help", "--frobnicate"}).action, Action::showHelp);
 }
 
 struct WrongUsage

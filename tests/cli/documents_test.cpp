@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The man page and the completions name exactly the options of the table, with their values.
+// The man page and the completions say what the table of options says.
+#include "cli/documents/completions.h"
+#include "cli/documents/manual.h"
 #include "cli/options.h"
 
 #include "tests/support/files.h"
@@ -20,7 +22,7 @@ Names tableNames()
     Names names;
     for (const Option& option : options()) {
         names.insert("--" + std::string(option.name));
-        if (option.negatable) names.insert("--no-" + std::string(option.name));
+        if (!option.negation.empty()) names.insert("--no-" + std::string(option.name));
         if (option.letter) names.insert({'-', option.letter});
     }
     return names;
@@ -43,8 +45,19 @@ std::string document(const std::string& name)
 void expectValues(const std::string& text)
 {
     for (const Option& option : options())
-        for (const std::string& value : option.values)
+        for (const std::string& value : option.value.choices)
             EXPECT_TRUE(std::regex_search(text, std::regex("\\b" + value + "\\b"))) << value;
+}
+
+const char* const remedy = "build the target cli-documents";
+
+TEST(Documents, areMadeOfTheTable)
+{
+    const std::string page = document("docs/lumora-cli.1");
+    EXPECT_EQ(page, withOptions(page)) << remedy;
+    EXPECT_EQ(document("packaging/completions/lumora-cli.bash"), bashCompletion()) << remedy;
+    EXPECT_EQ(document("packaging/completions/_lumora-cli"), zshCompletion()) << remedy;
+    EXPECT_EQ(document("packaging/completions/lumora-cli.fish"), fishCompletion()) << remedy;
 }
 
 TEST(ManPage, describesExactlyTheOptionsThatExist)
@@ -56,11 +69,11 @@ TEST(ManPage, describesExactlyTheOptionsThatExist)
         described.merge(matches(heading, "\\\\fB(--?[a-z-]+)\\\\fR"));
     }
     EXPECT_EQ(described, tableNames());
-    expectValues(page);
+    expectValues(std::regex_replace(page, std::regex("\\\\f[BIR]"), ""));
     for (const Option& option : options()) {
-        if (option.argument.empty()) continue;
+        if (option.value.argument.empty()) continue;
         const std::string signature =
-            "--" + std::string(option.name) + "\\fR=\\fI" + std::string(option.argument) + "\\fR";
+            "--" + std::string(option.name) + "\\fR=\\fI" + std::string(option.value.argument) + "\\fR";
         EXPECT_THAT(page, testing::HasSubstr(signature));
     }
 }
@@ -69,7 +82,7 @@ TEST(BashCompletion, offersExactlyTheOptionsThatExist)
 {
     const std::string script = document("packaging/completions/lumora-cli.bash");
     std::smatch list;
-    ASSERT_TRUE(std::regex_search(script, list, std::regex("values=\"(-f [^\"]*)\"")));
+    ASSERT_TRUE(std::regex_search(script, list, std::regex("values=\"(-f[^\"]*)\"")));
     EXPECT_EQ(matches(list[1], "(--?[a-z-]+)"), tableNames());
     expectValues(script);
 }

@@ -125,6 +125,23 @@ INSTANTIATE_TEST_SUITE_P(Names, JsonLine,
                                          "\xee\xbd\xbf \xef\x80\x80 beside the private ones",
                                          "\xf0\x9f cut"));
 
+TEST(JsonLine, isReadBackByALibrary)
+{
+    std::string all;
+    for (int c = 0; c < 0x80; ++c)
+        all += static_cast<char>(c);
+    all += "\u0080é\u07ff\u0800日\ud7ff\uf900\uffff\U00010000😀\U0010ffff";
+    const auto object = nlohmann::json::parse(jsonLine({"a.jpg", std::nullopt, 0, 0, all, false}));
+    EXPECT_EQ(object.at("message").get<std::string>(), all);
+    EXPECT_EQ(nlohmann::json::parse(jsonLine({"", "", INT64_MAX, INT64_MIN, "", true})),
+              nlohmann::json({{"source", ""},
+                              {"output", ""},
+                              {"originalBytes", INT64_MAX},
+                              {"outputBytes", INT64_MIN},
+                              {"message", ""},
+                              {"success", true}}));
+}
+
 TEST(JsonLine, hasExactlySixKeys)
 {
     EXPECT_EQ(
@@ -139,7 +156,8 @@ TEST(HelpText, namesEveryOptionAndFitsATerminal)
 {
     const std::string help = helpText();
     for (const Option& option : options())
-        EXPECT_THAT(help, HasSubstr((option.negatable ? "--[no-]" : "--") + std::string(option.name)));
+        EXPECT_THAT(help,
+                    HasSubstr((!option.negation.empty() ? "--[no-]" : "--") + std::string(option.name)));
     std::istringstream lines(help);
     for (std::string line; std::getline(lines, line);)
         EXPECT_LE(line.size(), 80u) << line;

@@ -62,6 +62,18 @@ TEST_F(ExistingOutput, PassesOnWhyAnExistingOutputCannotBeRemoved)
     EXPECT_TRUE(std::filesystem::exists(m_in / "a.webp" / "inside"));
 }
 
+TEST_F(ExistingOutput, StaysWhenTheTypeCannotBeWrittenAnyway)
+{
+    const auto source = photo("a.webp");
+    std::filesystem::create_directory(m_folder / "out");
+    test::writeText(m_folder / "out" / "a.webp", "an earlier output");
+    EXPECT_EQ(failureOf(source, {.outputFormat = OutputFormat::original,
+                                 .destinationMode = DestinationMode::selectedFolder,
+                                 .destinationFolderURL = m_folder / "out"}),
+              "Original Format is not supported by this macOS ImageIO installation.");
+    EXPECT_EQ(test::readBytes(m_folder / "out" / "a.webp"), "an earlier output");
+}
+
 TEST_F(ExistingOutput, ReplacesALinkAndNotWhatItLeadsTo)
 {
     const auto source = photo("a.png");

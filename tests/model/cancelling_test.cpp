@@ -72,8 +72,10 @@ TEST_F(Cancelling, AtOnceKillsWhatRuns)
     ASSERT_TRUE(test::waitUntil([&] { return m_gate.inFlight() == 2; }));
     model().cancelNow();
     ASSERT_TRUE(waitUntilDone());
-    for (int row = 0; row < model().resultCount(); ++row)
+    ASSERT_EQ(model().resultCount(), 2);
+    for (int row = 0; row < 2; ++row)
         EXPECT_EQ(model().resultAt(row).message, "killed");
+    EXPECT_EQ(m_gate.started().size(), 2U);
 }
 
 TEST_F(Cancelling, TheNextDropAfterIsProcessed)
@@ -91,9 +93,10 @@ TEST_F(Cancelling, DestructionInABatchKillsWhatRunsAndWaits)
 {
     m_gate.close();
     drop(files(10));
-    ASSERT_TRUE(test::waitUntil([&] { return model().totalCount() == 10; }));
+    ASSERT_TRUE(test::waitUntil([&] { return m_gate.inFlight() == 8; }));
     m_model.reset();
     EXPECT_EQ(m_gate.inFlight(), 0U);
+    EXPECT_EQ(m_gate.started().size(), 8U);
 }
 
 TEST_F(Cancelling, DestructionWhileScanningWaits)

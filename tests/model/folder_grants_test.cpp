@@ -64,6 +64,7 @@ TEST_F(FolderGrants, ASelectedFolderNeedsNone)
     drop(filesOfThreeFolders());
     ASSERT_TRUE(waitUntilDone());
     EXPECT_TRUE(m_asked.empty());
+    EXPECT_EQ(model().resultCount(), 50);
 }
 
 TEST_F(FolderGrants, OnlyASandboxAsks)

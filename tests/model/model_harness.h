@@ -142,9 +142,9 @@ protected:
             made.push_back(file(prefix + std::to_string(i) + ".png"));
         return made;
     }
-    void drop(const std::vector<std::filesystem::path>& urls)
+    void drop(const std::vector<std::filesystem::path>& paths)
     {
-        model().process(urls);
+        model().process(paths);
         m_delay->advance(std::chrono::milliseconds(150));
     }
     bool waitUntilDone()

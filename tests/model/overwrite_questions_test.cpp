@@ -12,8 +12,6 @@ using test::ModelTest;
 class OverwriteQuestions : public ModelTest
 {
 protected:
-    std::vector<std::string> m_asked;
-
     ProcessingResult optimize(const std::filesystem::path& file, const OptimizerSettings& settings,
                               const OptimizerServices& services) override
     {
@@ -62,6 +60,7 @@ TEST_F(OverwriteQuestions, WithoutAnybodyToAskAreSkipped)
 {
     drop(files(2));
     ASSERT_TRUE(waitUntilDone());
+    ASSERT_EQ(model().resultCount(), 2);
     EXPECT_EQ(model().resultAt(0).message, "Skipped because the output file already exists.");
 }
 

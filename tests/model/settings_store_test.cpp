@@ -82,10 +82,9 @@ TEST_F(SettingsStoreTest, EverySettingComesBackInTheNextLaunch)
     EXPECT_TRUE(settings.exitWhenComplete());
 }
 
-TEST_F(SettingsStoreTest, ASettingIsWrittenWhenItIsAssigned)
+TEST_F(SettingsStoreTest, OnlyWhatIsAssignedIsWritten)
 {
-    LumoraSettings settings(fileName());
-    settings.outputFormat.set(OutputFormat::jpeg);
+    LumoraSettings(fileName()).outputFormat.set(OutputFormat::jpeg);
     EXPECT_NE(stored().find("outputFormat=jpeg"), std::string::npos);
     EXPECT_EQ(stored().find("quality"), std::string::npos);
 }
@@ -112,10 +111,10 @@ TEST_F(SettingsStoreTest, WhatIsNoValueOfItsTypeReadsAsTheDefaultAndStaysStored)
 TEST_F(SettingsStoreTest, ABadValueOutlivesTheAssignmentOfAnotherSetting)
 {
     store("outputFormat=gif");
-    LumoraSettings settings(fileName());
-    settings.quality.set(50);
+    LumoraSettings(fileName()).quality.set(50);
+    EXPECT_NE(stored().find("quality=50"), std::string::npos);
     EXPECT_NE(stored().find("outputFormat=gif"), std::string::npos);
-    settings.outputFormat.set(OutputFormat::png);
+    LumoraSettings(fileName()).outputFormat.set(OutputFormat::png);
     EXPECT_EQ(stored().find("gif"), std::string::npos);
 }
 
@@ -262,11 +261,13 @@ TEST_F(SettingsStoreTest, AFolderInPlaceOfTheFileKeepsTheValuesInMemory)
 TEST_F(SettingsStoreTest, TwoWritersOfDifferentSettingsKeepBoth)
 {
     store("quality=1");
-    LumoraSettings settings(fileName());
-    EXPECT_EQ(settings.quality(), 1.0);
-    store("quality=1\nmaximumPixels=77"); // another program, after this one has read
-    settings.quality.set(2);
-    EXPECT_EQ(settings.maximumPixels(), 77);
+    {
+        LumoraSettings settings(fileName());
+        EXPECT_EQ(settings.quality(), 1.0);
+        store("quality=1\nmaximumPixels=77"); // another program, after this one has read
+        settings.quality.set(2);
+        EXPECT_EQ(settings.maximumPixels(), 77);
+    }
     EXPECT_NE(stored().find("maximumPixels=77"), std::string::npos);
     EXPECT_NE(stored().find("quality=2"), std::string::npos);
 }

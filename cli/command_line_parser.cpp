@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "cli/option_parser.h"
+#include "cli/command_line_parser.h"
 
-#include "cli/command_line.h"
+#include "cli/options.h"
 
 #include <getopt.h>
 
@@ -33,9 +33,9 @@ struct GetoptTable
 
     void add(const Option& option, int index)
     {
-        const bool takesValue = !option.argument.empty();
+        const bool takesValue = !option.value.argument.empty();
         addLong(std::string(option.name), takesValue, firstPlain + index);
-        if (option.negatable) addLong("no-" + std::string(option.name), false, firstNegated + index);
+        if (!option.negation.empty()) addLong("no-" + std::string(option.name), false, firstNegated + index);
         if (!option.letter) return;
         letters += option.letter;
         if (takesValue) letters += ':';
@@ -48,30 +48,18 @@ struct GetoptTable
     }
 };
 
-std::string join(const std::vector<std::string>& values)
-{
-    std::string text;
-    for (const std::string& value : values)
-        text += (text.empty() ? "" : ", ") + value;
-    return text;
-}
-
-ParsedOption parsed(const Option& option, bool negated, const char* value)
-{
-    ParsedOption result{&option, negated, value ? value : ""};
-    if (!option.values.empty() && std::ranges::find(option.values, result.value) == option.values.end())
-        throw UsageError{"--" + std::string(option.name) + " takes one of " + join(option.values) +
-                         ", not '" + result.value + "'"};
-    return result;
-}
-
-ParsedOption parsedByCode(int code)
+void applyCode(int code, const char* value, CommandLine& line)
 {
     const auto table = options();
+    const auto apply = [&](const Option& option, bool negated) {
+        option.value.apply(line, {option.name, negated, value ? value : ""});
+    };
     if (code >= firstNegated)
-        return parsed(table[static_cast<std::size_t>(code - firstNegated)], true, nullptr);
-    if (code >= firstPlain) return parsed(table[static_cast<std::size_t>(code - firstPlain)], false, optarg);
-    return parsed(*std::ranges::find(table, static_cast<char>(code), &Option::letter), false, optarg);
+        apply(table[static_cast<std::size_t>(code - firstNegated)], true);
+    else if (code >= firstPlain)
+        apply(table[static_cast<std::size_t>(code - firstPlain)], false);
+    else
+        apply(*std::ranges::find(table, static_cast<char>(code), &Option::letter), false);
 }
 
 UsageError complaint(int code, const std::string& argument)
@@ -84,9 +72,7 @@ UsageError complaint(int code, const std::string& argument)
     return {"unknown option " + name};
 }
 
-} // namespace
-
-ParsedArguments parseOptions(const std::vector<std::string>& arguments)
+CommandLine parsed(const std::vector<std::string>& arguments)
 {
     static const GetoptTable table;
     std::string program = "lumora-cli";
@@ -97,17 +83,31 @@ ParsedArguments parseOptions(const std::vector<std::string>& arguments)
     const int argc = static_cast<int>(argv.size());
     argv.push_back(nullptr);
 
-    ParsedArguments result;
+    CommandLine line;
     opterr = 0;
     optind = 0; // restarts the scan
     int code;
     while ((code = getopt_long(argc, argv.data(), table.letters.c_str(), table.longOptions.data(),
                                nullptr)) != -1) {
         if (code == '?' || code == ':') throw complaint(code, argv[static_cast<std::size_t>(optind - 1)]);
-        result.options.push_back(parsedByCode(code));
+        applyCode(code, optarg, line);
+        // Like everywhere: the first of --help and --version wins, whatever follows.
+        if (line.action != Action::optimize) return line;
     }
-    result.operands.assign(argv.begin() + optind, argv.begin() + argc);
-    return result;
+    line.paths.assign(argv.begin() + optind, argv.begin() + argc);
+    if (line.paths.empty()) throw UsageError{"no files or folders given"};
+    return line;
+}
+
+} // namespace
+
+std::variant<CommandLine, UsageError> parseCommandLine(const std::vector<std::string>& arguments)
+{
+    try {
+        return parsed(arguments);
+    } catch (const UsageError& error) {
+        return error;
+    }
 }
 
 } // namespace lumora::cli

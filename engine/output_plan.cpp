@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/output_plan.h"
+
+#include "engine/output_naming.h"
+#include "formats/image_destination.h"
+#include "system/file_services.h"
+#include "system/paths.h"
+
+namespace lumora::ImageOptimizer {
+namespace {
+
+// A link to the input's folder gives the input a second path that names alone cannot tell from another file.
+std::filesystem::path outputPath(const std::filesystem::path& input, const ImageSource& source,
+                                 const OptimizerSettings& settings)
+{
+    std::filesystem::path output = outputURL(input, source.typeIdentifier(), settings);
+    if (!isSameFile(output, input)) return output;
+    return outputURLBesideSource(input, source.typeIdentifier(), settings);
+}
+
+// The encoder of WebP stands outside the list of writable types.
+std::string outputType(const ImageSource& source, const OptimizerSettings& settings)
+{
+    if (isWebP(settings.outputFormat)) return std::string(*utiIdentifier(settings.outputFormat));
+    return outputUTI(source.typeIdentifier(), settings, ImageDestination::writableTypeIdentifiers());
+}
+
+} // namespace
+
+OutputPlan plan(const std::filesystem::path& input, const ImageSource& source,
+                const OptimizerSettings& settings)
+{
+    std::filesystem::path path = outputPath(input, source, settings);
+    const bool isTaken = fileExists(path);
+    return {std::move(path), isTaken, outputType(source, settings)};
+}
+
+bool isSameFile(const std::filesystem::path& a, const std::filesystem::path& b)
+{
+    std::error_code missing;
+    return standardized(a) == standardized(b) || std::filesystem::equivalent(a, b, missing);
+}
+
+} // namespace lumora::ImageOptimizer

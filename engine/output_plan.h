@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a run of one file would write and where, decided before anything is touched. Asks the file system and
+// changes nothing; any thread.
+#pragma once
+
+#include "formats/image_source.h"
+#include "records/optimizer_settings.h"
+
+#include <filesystem>
+#include <string>
+
+namespace lumora::ImageOptimizer {
+
+struct OutputPlan
+{
+    std::filesystem::path path; // never one that leads to the input
+    bool isTaken;               // by anything, a link that leads nowhere included
+    std::string typeIdentifier; // to encode to
+};
+
+// Throws missingDestinationFolder, or unsupportedFormat when nothing here writes the type.
+OutputPlan plan(const std::filesystem::path& input, const ImageSource& source,
+                const OptimizerSettings& settings);
+
+// Whether two paths lead to one file, by their names or through links.
+bool isSameFile(const std::filesystem::path& a, const std::filesystem::path& b);
+
+} // namespace lumora::ImageOptimizer
