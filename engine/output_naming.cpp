@@ -77,12 +77,12 @@ std::filesystem::path outputURL(const std::filesystem::path& source,
         fileIn(outputFolder(source, settings), outputName(source, settings),
                outputExtension(source, sourceType, settings));
     if (standardized(candidate) != standardized(source)) return candidate;
-    return outputURLBesideSource(source, sourceType, settings);
+    return outputPathBesideSource(source, sourceType, settings);
 }
 
-std::filesystem::path outputURLBesideSource(const std::filesystem::path& source,
-                                            const std::optional<std::string>& sourceType,
-                                            const OptimizerSettings& settings)
+std::filesystem::path outputPathBesideSource(const std::filesystem::path& source,
+                                             const std::optional<std::string>& sourceType,
+                                             const OptimizerSettings& settings)
 {
     return fileIn(outputFolder(source, settings), outputName(source, settings) + std::string(collisionSuffix),
                   outputExtension(source, sourceType, settings));

@@ -23,9 +23,9 @@ std::filesystem::path outputURL(const std::filesystem::path& source,
                                 const OptimizerSettings& settings);
 
 // The same with the "-optimized" name, for an output that turns out to be the source under another path.
-std::filesystem::path outputURLBesideSource(const std::filesystem::path& source,
-                                            const std::optional<std::string>& sourceType,
-                                            const OptimizerSettings& settings);
+std::filesystem::path outputPathBesideSource(const std::filesystem::path& source,
+                                             const std::optional<std::string>& sourceType,
+                                             const OptimizerSettings& settings);
 
 // Without the dot; never empty.
 std::string outputExtension(const std::filesystem::path& source, const std::optional<std::string>& sourceType,

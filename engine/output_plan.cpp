@@ -16,7 +16,7 @@ std::filesystem::path outputPath(const std::filesystem::path& input, const Image
 {
     std::filesystem::path output = outputURL(input, source.typeIdentifier(), settings);
     if (!isSameFile(output, input)) return output;
-    return outputURLBesideSource(input, source.typeIdentifier(), settings);
+    return outputPathBesideSource(input, source.typeIdentifier(), settings);
 }
 
 // The encoder of WebP stands outside the list of writable types.

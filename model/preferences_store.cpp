@@ -36,7 +36,8 @@ std::shared_ptr<PreferencesStore> PreferencesStore::open(const QString& fileName
     return store;
 }
 
-PreferencesStore::PreferencesStore(const QString& fileName) : m_file(fileName, QSettings::IniFormat)
+PreferencesStore::PreferencesStore(const QString& fileName, const DelayFactory& makeDelay)
+    : m_file(fileName, QSettings::IniFormat), m_writing(makeDelay([this] { writeFile(); }))
 {
     const auto onChange = [this] {
         watch();
@@ -45,9 +46,6 @@ PreferencesStore::PreferencesStore(const QString& fileName) : m_file(fileName, Q
     connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, onChange);
     connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, onChange);
     watch();
-    m_rest.setSingleShot(true);
-    m_rest.setInterval(rest);
-    connect(&m_rest, &QTimer::timeout, this, &PreferencesStore::writeFile);
     if (const auto* application = QCoreApplication::instance())
         connect(application, &QCoreApplication::aboutToQuit, this, &PreferencesStore::writeFile);
 }
@@ -72,7 +70,7 @@ void PreferencesStore::setValue(const QString& key, const QVariant& value)
         m_unsaved.remove(key);
     else
         m_unsaved.insert(key, {value, before});
-    m_rest.start();
+    m_writing->restart(rest);
     Q_EMIT touched();
 }
 
@@ -89,7 +87,7 @@ void PreferencesStore::readFile()
 
 void PreferencesStore::writeFile()
 {
-    m_rest.stop();
+    m_writing->stop();
     readFile();
     if (m_unsaved.isEmpty()) return;
     for (auto unsaved = m_unsaved.cbegin(); unsaved != m_unsaved.cend(); ++unsaved)

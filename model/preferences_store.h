@@ -6,12 +6,13 @@
 // in the file before: it stays, and where both set one key the later of the two wins. Main thread only.
 #pragma once
 
+#include "model/delay.h"
+
 #include <QFileSystemWatcher>
 #include <QHash>
 #include <QObject>
 #include <QSettings>
 #include <QString>
-#include <QTimer>
 #include <QVariant>
 
 #include <memory>
@@ -25,7 +26,7 @@ class PreferencesStore : public QObject
 public:
     // The one of this file.
     static std::shared_ptr<PreferencesStore> open(const QString& fileName);
-    explicit PreferencesStore(const QString& fileName);
+    explicit PreferencesStore(const QString& fileName, const DelayFactory& makeDelay = makeTimerDelay);
     ~PreferencesStore() override;
 
     QString fileName() const { return m_file.fileName(); }
@@ -50,7 +51,7 @@ private:
     QSettings m_file;
     QFileSystemWatcher m_watcher;
     QHash<QString, Unsaved> m_unsaved;
-    QTimer m_rest;
+    const std::unique_ptr<Delay> m_writing;
 };
 
 } // namespace lumora

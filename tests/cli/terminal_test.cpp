@@ -105,6 +105,17 @@ TEST_F(CliTerminal, theEndOfInputSkips)
     EXPECT_EQ(readFile(out("a.webp")), "old");
 }
 
+TEST_F(CliTerminal, aDryRunSaysThatItWouldAskAndAsksNothing)
+{
+    writeFile(out("a.webp"), "old");
+    const auto process = startHere({"-o", out(""), "--dry-run", "--existing", "ask", "a.jpg"});
+    EXPECT_EQ(screenUntil(""), "");
+    const Outcome outcome = finish(*process);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.results, EndsWith(": Would be asked about\n"));
+    EXPECT_EQ(readFile(out("a.webp")), "old");
+}
+
 TEST_F(CliTerminal, anInterruptAnswersTheQuestionWithSkip)
 {
     writeFile(out("a.webp"), "old");

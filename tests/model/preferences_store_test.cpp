@@ -4,11 +4,11 @@
 #include "model/lumora_settings.h"
 
 #include "tests/model/event_loop.h"
+#include "tests/model/manual_delay.h"
 #include "tests/support/files.h"
 #include "tests/support/temporary_directory.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QStringList>
 
 #include <gmock/gmock.h>
@@ -17,7 +17,6 @@
 #include <sys/stat.h>
 
 #include <memory>
-#include <set>
 #include <tuple>
 
 namespace lumora {
@@ -25,6 +24,7 @@ namespace {
 
 using testing::HasSubstr;
 using testing::Not;
+using namespace std::chrono_literals;
 
 class PreferencesStoreTest : public ::testing::Test
 {
@@ -56,47 +56,39 @@ protected:
     }
 };
 
-TEST_F(PreferencesStoreTest, ManyQuickChangesAreReadAndToldAtOnceAndWrittenOnce)
+TEST_F(PreferencesStoreTest, ManyQuickChangesAreReadAndToldAtOnceAndWrittenOnceTheLastRests)
 {
     storeFromOutside("maximumPixels=5");
-    auto settings = std::make_unique<LumoraSettings>(fileName());
-    int told = 0;
-    QObject::connect(settings.get(), &LumoraSettings::changed, [&] { ++told; });
     const Identity before = identity();
+    test::ManualDelay* delay = nullptr;
+    PreferencesStore store(fileName(),
+                           [&](auto call) { return std::make_unique<test::ManualDelay>(delay, call); });
+    int told = 0;
+    QObject::connect(&store, &PreferencesStore::touched, [&] { ++told; });
     for (int step = 1; step <= 100; ++step) {
-        settings->quality.set(step);
-        EXPECT_EQ(settings->quality(), step);
+        store.setValue(QStringLiteral("quality"), QString::number(step));
+        EXPECT_EQ(store.value(QStringLiteral("quality")), QString::number(step));
         EXPECT_EQ(told, step);
-        test::handleEvents();
+        delay->advance(299ms);
     }
     EXPECT_EQ(identity(), before);
+    delay->advance(1ms);
+    EXPECT_THAT(stored(), HasSubstr("quality=100\n"));
+    EXPECT_THAT(stored(), HasSubstr("maximumPixels=5\n"));
 
-    std::set<Identity> identities{before};
-    ASSERT_TRUE(test::waitUntil([&] {
-        identities.insert(identity());
-        return stored().find("quality=100") != std::string::npos;
-    }));
-    identities.insert(identity());
-    EXPECT_EQ(identities.size(), 2U);
     const Identity after = identity();
-    settings.reset();
+    EXPECT_FALSE(delay->isRunning());
+    store.setValue(QStringLiteral("quality"), QStringLiteral("100"));
+    delay->advance(300ms);
     EXPECT_EQ(identity(), after) << "what is written already is not written again";
 }
 
-TEST_F(PreferencesStoreTest, EachChangeWaitsForTheNext)
+TEST_F(PreferencesStoreTest, TheRealTimerWrites)
 {
     LumoraSettings settings(fileName());
-    settings.quality.set(1);
-    QElapsedTimer clock;
-    clock.start();
-    int steps = 1;
-    // Longer than the rest, with a change all the time.
-    ASSERT_TRUE(test::waitUntil([&] {
-        settings.quality.set(++steps);
-        return clock.elapsed() > 700;
-    }));
-    EXPECT_EQ(identity(), Identity{});
-    EXPECT_TRUE(waitUntilStored("quality=" + std::to_string(steps)));
+    settings.quality.set(7);
+    EXPECT_FALSE(std::filesystem::exists(m_file));
+    EXPECT_TRUE(waitUntilStored("quality=7"));
 }
 
 TEST_F(PreferencesStoreTest, TheEndOfTheLastHolderWrites)
