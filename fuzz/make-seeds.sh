@@ -65,6 +65,13 @@ mkdir -p "$here/corpus/byte_count_text_fuzzer"
 printf '\x3f\x42\x0f\0\0\0\0\0' > "$here/corpus/byte_count_text_fuzzer/below-one-megabyte"
 printf '\0\0\0\0\0\0\0\x80' > "$here/corpus/byte_count_text_fuzzer/smallest"
 
+uris=$here/corpus/file_uris_fuzzer
+mkdir -p "$uris"
+printf '# from a browser\r\nfile:///a.png\r\n\r\nhttps://example.invalid/b.png\r\nfile://localhost/c%%20d\r\n' > "$uris/list"
+printf 'file:///a\nFILE://LocalHost/b\n\0' > "$uris/bare-line-feeds"
+printf 'file:///100%%.png\nfile:///%%zz%%2\nfile:///a%%00b\nfile:///a#b?c' > "$uris/odd-escapes"
+printf 'file:///%%FF\x80/%%c3%%a9\nfile:/one\nfile:relative\nfile://elsewhere.invalid/a' > "$uris/odd-forms"
+
 # The types are told apart by the heads of the same files.
 mkdir -p "$here/corpus/image_types_fuzzer"
 for file in "$seeds"/*; do

@@ -1,52 +1,23 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "system/atomic_file.h"
 #include "system/file_services.h"
+
+#include "tests/support/file_size_limit.h"
 #include "tests/support/files.h"
 #include "tests/support/temporary_directory.h"
 
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <cstdlib>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace lumora {
 namespace {
 
+using test::FileSizeLimit;
 using test::readFile;
 using test::TemporaryDirectory;
 using test::writeFile;
-
-// Every file that this process writes fails beyond the limit, as on a full disk; it works for root as well.
-class FileSizeLimit
-{
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &m_before); }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-private:
-    rlimit m_before{};
-};
-
-std::size_t entryCount(const std::filesystem::path& folder)
-{
-    return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder), {}));
-}
-
-std::span<const std::byte> bytesOf(std::string_view text)
-{
-    return std::as_bytes(std::span(text));
-}
 
 TEST(FileSize, IsThatOfTheFileThePathLeadsTo)
 {
@@ -210,81 +181,6 @@ TEST(TemporaryDirectoryService, FollowsTheEnvironmentWhileItNamesAFolder)
     setenv("TMPDIR", (folder / "missing").c_str(), 1);
     EXPECT_EQ(temporaryDirectory(), "/tmp");
     before ? setenv("TMPDIR", restored.c_str(), 1) : unsetenv("TMPDIR");
-}
-
-TEST(AtomicFile, AppearsOnlyWhenCommitted)
-{
-    const TemporaryDirectory folder;
-    writeFile(folder / "target", "old");
-    Result<AtomicFile> file = AtomicFile::create(folder / "target");
-    ASSERT_TRUE(file);
-    ASSERT_TRUE(file->append(bytesOf("new ")));
-    ASSERT_TRUE(file->append(bytesOf("content")));
-    EXPECT_EQ(readFile(folder / "target"), "old");
-    ASSERT_TRUE(file->commit());
-    EXPECT_EQ(readFile(folder / "target"), "new content");
-    EXPECT_EQ(entryCount(folder.path()), 1U);
-}
-
-TEST(AtomicFile, LeavesNothingWhenDropped)
-{
-    const TemporaryDirectory folder;
-    {
-        Result<AtomicFile> file = AtomicFile::create(folder / "target");
-        ASSERT_TRUE(file);
-        ASSERT_TRUE(file->append(bytesOf("half")));
-    }
-    EXPECT_EQ(entryCount(folder.path()), 0U);
-}
-
-TEST(AtomicFile, TakesTheLongestNameThereIs)
-{
-    const TemporaryDirectory folder;
-    const std::string name = std::string(250, 'n') + ".webp";
-    ASSERT_TRUE(writeFileAtomically(folder / name, bytesOf("content")));
-    EXPECT_EQ(readFile(folder / name), "content");
-}
-
-TEST(AtomicFile, GivesTheFileThePermissionsOfANewOne)
-{
-    const TemporaryDirectory folder;
-    const mode_t before = umask(027);
-    ASSERT_TRUE(writeFileAtomically(folder / "target", {}));
-    umask(before);
-    struct stat status;
-    ASSERT_EQ(::stat((folder / "target").c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777U, 0640U);
-}
-
-TEST(AtomicFile, FailsInAMissingFolder)
-{
-    const TemporaryDirectory folder;
-    const Result<AtomicFile> file = AtomicFile::create(folder / "missing" / "a.ppm");
-    ASSERT_FALSE(file);
-    EXPECT_EQ(file.error().description, "a.ppm could not be written: No such file or directory");
-}
-
-TEST(AtomicFile, KeepsTheOldFileWhenTheDiskIsFull)
-{
-    const TemporaryDirectory folder;
-    writeFile(folder / "target", "old");
-    {
-        const FileSizeLimit full(50'000);
-        const Status written = writeFileAtomically(folder / "target", bytesOf(std::string(100'000, 'x')));
-        ASSERT_FALSE(written);
-        EXPECT_EQ(written.error().description, "target could not be written: File too large");
-    }
-    EXPECT_EQ(readFile(folder / "target"), "old");
-    EXPECT_EQ(entryCount(folder.path()), 1U);
-}
-
-TEST(AtomicFile, DoesNotReplaceAFolder)
-{
-    const TemporaryDirectory folder;
-    std::filesystem::create_directory(folder / "target");
-    EXPECT_FALSE(writeFileAtomically(folder / "target", bytesOf("x")));
-    EXPECT_TRUE(std::filesystem::is_directory(folder / "target"));
-    EXPECT_EQ(entryCount(folder.path()), 1U);
 }
 
 } // namespace
