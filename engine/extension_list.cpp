@@ -18,9 +18,9 @@ char lowered(char c)
 
 } // namespace
 
-bool hasExtension(const std::filesystem::path& url, std::span<const std::string_view> extensions)
+bool hasExtension(const std::filesystem::path& path, std::span<const std::string_view> extensions)
 {
-    std::string extension = pathExtension(url);
+    std::string extension = pathExtension(path);
     std::ranges::transform(extension, extension.begin(), lowered);
     return std::ranges::find(extensions, extension) != extensions.end();
 }

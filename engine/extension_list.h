@@ -10,6 +10,6 @@
 namespace lumora {
 
 // Whether the name's extension, ASCII letters in any case, is one of these lower-case ones (without the dot).
-bool hasExtension(const std::filesystem::path& url, std::span<const std::string_view> extensions);
+bool hasExtension(const std::filesystem::path& path, std::span<const std::string_view> extensions);
 
 } // namespace lumora

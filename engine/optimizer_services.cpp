@@ -10,7 +10,7 @@ OptimizerServices OptimizerServices::system()
 {
     return {
         .confirmOverwrite = [](const std::filesystem::path&) { return false; },
-        .moveToTrash = [](const std::filesystem::path& url) { return lumora::moveToTrash(url); },
+        .moveToTrash = [](const std::filesystem::path& path) { return lumora::moveToTrash(path); },
         .stop = {},
     };
 }

@@ -24,7 +24,7 @@ Batch::Batch(BatchContext context) : m_context(std::move(context)) {}
 Batch::~Batch()
 {
     cancel();
-    kill();
+    stop();
 }
 
 void Batch::expand(std::vector<std::filesystem::path> inputs, std::function<void(Expansion)> done)
@@ -68,9 +68,9 @@ void Batch::cancel()
 ProcessingResult Batch::optimize(const std::filesystem::path& file) const
 {
     OptimizerServices services = m_context.services.optimizerServices;
-    services.stop = m_kill.get_token();
+    services.stop = m_stop.get_token();
     services.confirmOverwrite = [this](const std::filesystem::path& output) {
-        return m_context.prompter.confirm(output, m_kill.get_token());
+        return m_context.prompter.confirm(output, m_stop.get_token());
     };
     try {
         return m_context.services.optimize(file, m_context.settings, services);

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // One batch at work: the expansion of its inputs, its settings, its workers. Belongs to the main thread, on
-// which it calls back. Destruction kills running encoders, answers open questions with skip and waits for the
-// threads; nothing is called back after that.
+// which it calls back. Destruction stops the files in work, answers open questions with skip and waits for
+// the threads; nothing is called back after that.
 #pragma once
 
 #include "model/overwrite_prompter.h"
@@ -62,7 +62,7 @@ public:
     void cancel();
     bool isCancelled() const { return m_isCancelled; }
     // Files in flight fail as soon as they can.
-    void kill() { m_kill.request_stop(); }
+    void stop() { m_stop.request_stop(); }
 
 private:
     ProcessingResult optimize(const std::filesystem::path& file) const;
@@ -73,7 +73,7 @@ private:
     std::size_t m_next = 0;
     int m_inFlight = 0;
     bool m_isCancelled = false;
-    std::stop_source m_kill;
+    std::stop_source m_stop;
     std::jthread m_expansion;
     std::unique_ptr<WorkerPool> m_workers;
 };

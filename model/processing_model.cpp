@@ -83,7 +83,7 @@ void ProcessingModel::cancel()
 void ProcessingModel::cancelNow()
 {
     cancel();
-    if (m_batch) m_batch->kill();
+    if (m_batch) m_batch->stop();
 }
 
 void ProcessingModel::startPendingBatch()

@@ -6,7 +6,7 @@
 // which files finish.
 //
 // All members and signals belong to the main thread, whose event loop must run. Destruction in the middle of
-// a batch kills the running encoders, answers open questions with skip and waits for the workers.
+// a batch stops the files in work, answers open questions with skip and waits for the workers.
 #pragma once
 
 #include "model/batch.h"
@@ -57,7 +57,7 @@ public:
     // Hands out no further file and drops what waits; files in flight finish and are reported and recorded,
     // then the batch completes. Does nothing when there is nothing to cancel.
     void cancel();
-    // cancel(), and the files in flight fail as soon as they can: running encoders are killed, questions
+    // cancel(), and the files in flight fail as soon as they can, and questions
     // skip.
     void cancelNow();
 

@@ -22,11 +22,11 @@ namespace lumora {
 struct ProcessingServices
 {
     // ImageOptimizer::optimize. Called on workers; its services carry the worker's road to confirmOverwrite
-    // below and the order to kill encoders.
+    // below and the order to stop.
     std::function<ProcessingResult(const std::filesystem::path&, const OptimizerSettings&,
                                    const OptimizerServices&)>
         optimize;
-    // The Trash and the encoder's place for `optimize`; the other two members are the model's to fill in.
+    // The Trash for `optimize`; the other two members are the model's to fill in.
     OptimizerServices optimizerServices;
     // FileInputResolver::imageURLs. Called on a thread of its own.
     std::function<std::vector<std::filesystem::path>(const std::vector<std::filesystem::path>&,

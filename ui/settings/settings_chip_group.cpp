@@ -3,6 +3,7 @@
 #include "ui/settings/settings_chip_group.h"
 
 #include "ui/settings/settings_chips.h"
+#include "ui/theme/layout_bleed.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
@@ -13,6 +14,7 @@ namespace lumora {
 
 SettingsChipGroup::SettingsChipGroup(LumoraSettings& settings, QWidget* parent) : QScrollArea(parent)
 {
+    setLayoutBleed(*this, bleed);
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::NoFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/theme/lumora_style.h"
 
-#include "ui/settings/settings_chip_group.h"
 #include "ui/theme/control_painting.h"
 #include "ui/theme/fonts.h"
+#include "ui/theme/layout_bleed.h"
 #include "ui/theme/scroll_bar.h"
 #include "ui/theme/surfaces.h"
 #include "ui/theme/theme_palette.h"
@@ -120,8 +120,9 @@ QSize LumoraStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
 
 QRect LumoraStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const
 {
-    if (element == SE_FrameLayoutItem && qobject_cast<const SettingsChipGroup*>(widget)) {
-        return option->rect.marginsRemoved(SettingsChipGroup::bleed);
+    if (element == SE_FrameLayoutItem) {
+        const QMargins bleed = layoutBleed(widget);
+        if (!bleed.isNull()) return option->rect.marginsRemoved(bleed);
     }
     if (element == SE_LineEditContents) return option->rect.adjusted(6, 0, -6, 0);
     if (element == SE_CheckBoxFocusRect) return option->rect;
