@@ -50,7 +50,7 @@ build_and_test() {
 
 stage_asan() {
     export LSAN_OPTIONS=suppressions=$root/tests/leak-suppressions.txt
-    build_and_test asan-ubsan tests/records tests/platform tests/engine tests/model
+    build_and_test asan-ubsan tests/records tests/platform tests/engine tests/model tests/cli
 }
 
 # Only the model runs threads of our own; the codec libraries are not instrumented.

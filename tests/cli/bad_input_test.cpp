@@ -73,7 +73,7 @@ protected:
 
     static std::string bmpOf(const lumora::test::Pixels& picture)
     {
-        const auto little = [](std::uint32_t value, int bytes) {
+        const auto little = [](std::uint64_t value, int bytes) {
             std::string text;
             for (int i = 0; i < bytes; ++i)
                 text += static_cast<char>(value >> (8 * i) & 0xFFu);

@@ -4,6 +4,7 @@
 
 #include "samples/pictures.h"
 
+#include <cstdlib>
 #include <sstream>
 
 namespace lumora::cli::test {
@@ -39,6 +40,8 @@ CliTest::CliTest()
         {"PATH", "/usr/bin:/bin"},         {"LC_ALL", "C.UTF-8"}, {"TERM", "xterm"},
         {"TMPDIR", m_place / "tmp"},       {"HOME", home()},      {"XDG_CONFIG_HOME", home() / "config"},
         {"XDG_DATA_HOME", home() / "data"}};
+    for (const char* name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"})
+        if (const char* value = std::getenv(name)) m_launch.environment[name] = value;
 }
 
 void CliTest::TearDown()
