@@ -7,9 +7,15 @@ if(NOT CMAKE_BUILD_TYPE)
   set(CMAKE_BUILD_TYPE Release)
 endif()
 
+# The same for all, since libraries share precompiled headers only when their flags are the same.
+add_compile_options(-pthread)
+
 find_program(LUMORA_CCACHE ccache)
 if(LUMORA_CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${LUMORA_CCACHE})
+  # Without these ccache keeps nothing that was compiled with a precompiled header.
+  set(CMAKE_CXX_COMPILER_LAUNCHER env CCACHE_SLOPPINESS=pch_defines,time_macros ${LUMORA_CCACHE})
+  add_compile_options(
+    $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess> "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
 endif()
 
 add_library(lumora_warnings INTERFACE)
@@ -22,6 +28,8 @@ endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # GCC 12 reports null dereferences and overlapping copies inside the standard library's own headers.
   target_compile_options(lumora_warnings INTERFACE -Wno-null-dereference -Wno-restrict)
+  # The library silences these in its headers, which GCC forgets when they come out of a precompiled header.
+  target_compile_options(lumora_warnings INTERFACE -Wno-array-bounds -Wno-stringop-overflow -Wno-stringop-overread)
 endif()
 
 if(LUMORA_SANITIZE)

@@ -1,6 +1,5 @@
 # Every library is a Debian 12 package; docs/architecture.md gives the reason for each.
 find_package(PkgConfig REQUIRED)
-find_package(Threads REQUIRED)
 pkg_check_modules(VIPS REQUIRED IMPORTED_TARGET vips>=8.14)
 pkg_get_variable(VIPS_LIBDIR vips libdir)
 pkg_check_modules(GMODULE REQUIRED IMPORTED_TARGET gmodule-2.0)
