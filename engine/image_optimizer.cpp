@@ -49,43 +49,69 @@ try {
     throw ImageOptimizerError::unreadableImage();
 }
 
-void removeExisting(const std::filesystem::path& output)
+bool mayReplace(const Job& job, const OutputPlan& output)
 {
-    if (!fileExists(output)) return;
-    if (const auto removed = removeFile(output); !removed) throw PlatformError(removed.error().description);
+    return !job.settings.warnBeforeOverwrite || job.services.confirmOverwrite(output.path);
 }
 
-void makeWay(const Job& job, const OutputPlan& output)
+// What the answer allows. A file that nobody was asked about because it was not there yet is kept.
+ExistingFile permissionFor(const Job& job, const OutputPlan& output)
 {
-    if (!output.isTaken) return;
-    if (job.settings.warnBeforeOverwrite && !job.services.confirmOverwrite(output.path)) {
-        throw ImageOptimizerError::overwriteDeclined();
-    }
-    removeExisting(output.path);
+    if (output.isTaken && !mayReplace(job, output)) throw ImageOptimizerError::overwriteDeclined();
+    return output.isTaken || !job.settings.warnBeforeOverwrite ? ExistingFile::replace : ExistingFile::keep;
 }
 
-void encodeWithPlatform(const Job& job, const ImageSource& source, const Image& image, const OutputPlan& plan)
+AtomicFile encodeWithPlatform(const Job& job, const ImageSource& source, const Image& image,
+                              const OutputPlan& plan)
 {
     const std::filesystem::path& output = plan.path;
     auto destination = ImageDestination::create(output, plan.typeIdentifier);
     if (!destination) throw ImageOptimizerError::cannotCreateDestination(output);
     destination->addImage(image, destinationProperties(job.settings, source.metadata()));
-    if (!destination->finalize()) throw ImageOptimizerError::cannotFinalize(output);
+    auto encoded = destination->finalize();
+    if (!encoded) throw ImageOptimizerError::cannotFinalize(output);
+    return std::move(*encoded);
 }
 
-void encode(const Job& job, const ImageSource& source, const Image& image, const OutputPlan& output)
+AtomicFile encode(const Job& job, const ImageSource& source, const Image& image, const OutputPlan& output)
 {
-    if (isWebP(job.settings.outputFormat)) {
-        encodeWebPWithCWebP(image, output.path, job.settings, source.metadata(), job.services.stop);
-    } else {
-        encodeWithPlatform(job, source, image, output);
+    if (isWebP(job.settings.outputFormat))
+        return encodeWebPWithCWebP(image, output.path, job.settings, source.metadata(), job.services.stop);
+    return encodeWithPlatform(job, source, image, output);
+}
+
+// Only now does an older output give way, to a whole new one.
+void putInPlace(const Job& job, const OutputPlan& output, AtomicFile& encoded, ExistingFile permission)
+{
+    auto placed = encoded.commit(permission);
+    if (!placed && encoded.isTaken()) {
+        if (!mayReplace(job, output)) throw ImageOptimizerError::overwriteDeclined();
+        placed = encoded.commit(ExistingFile::replace);
     }
+    if (!placed) throw PlatformError(placed.error().description);
+}
+
+// Whether the output can stand for the original: it survives a power cut and decodes to its last row.
+bool isSafe(const std::filesystem::path& output, const Image& image)
+{
+    if (!syncFile(output)) return false;
+    const auto written = ImageSource::open(output);
+    if (!written || written->image().width() != image.width() || written->image().height() != image.height())
+        return false;
+    return static_cast<bool>(decode(written->image()));
+}
+
+bool isUntouched(const Job& job, const ImageSource& source)
+{
+    return source.stamp() && fileStamp(job.input) == source.stamp();
 }
 
 // False when the original should have gone to the Trash and did not.
-bool disposeOfOriginal(const Job& job, const std::filesystem::path& output)
+bool disposeOfOriginal(const Job& job, const ImageSource& source, const Image& image,
+                       const std::filesystem::path& output)
 {
     if (!job.settings.moveOriginalToTrash || isSameFile(job.input, output)) return true;
+    if (!isSafe(output, image) || !isUntouched(job, source)) return false;
     return static_cast<bool>(job.services.moveToTrash(job.input));
 }
 
@@ -107,12 +133,13 @@ ProcessingResult optimize(const std::filesystem::path& input, const OptimizerSet
     const Image image = finalImage(job, source);
 
     const OutputPlan planned = plan(input, source, settings);
-    makeWay(job, planned);
-    encode(job, source, image, planned);
+    const ExistingFile permission = permissionFor(job, planned);
+    AtomicFile encoded = encode(job, source, image, planned);
+    putInPlace(job, planned, encoded, permission);
     const std::filesystem::path& output = planned.path;
 
     if (settings.preserveModificationTime) preserveModificationDate(input, output);
-    const bool isOriginalDisposedOf = disposeOfOriginal(job, output);
+    const bool isOriginalDisposedOf = disposeOfOriginal(job, source, image, output);
     const std::int64_t outputBytes = fileSize(output);
     return {input,
             output,

@@ -10,13 +10,23 @@
 namespace lumora::ImageOptimizer {
 namespace {
 
-// A link to the input's folder gives the input a second path that names alone cannot tell from another file.
+std::filesystem::path numbered(const std::filesystem::path& path, int number)
+{
+    return path.parent_path() /
+           (path.stem().native() + " " + std::to_string(number) + path.extension().native());
+}
+
+// Links give the input further paths that names alone cannot tell from another file.
 std::filesystem::path outputPath(const std::filesystem::path& input, const ImageSource& source,
                                  const OptimizerSettings& settings)
 {
     std::filesystem::path output = outputURL(input, source.typeIdentifier(), settings);
     if (!isSameFile(output, input)) return output;
-    return outputPathBesideSource(input, source.typeIdentifier(), settings);
+    const auto besides = outputPathBesideSource(input, source.typeIdentifier(), settings);
+    output = besides;
+    for (int number = 2; isSameFile(output, input); ++number)
+        output = numbered(besides, number);
+    return output;
 }
 
 // The encoder of WebP stands outside the list of writable types.

@@ -68,11 +68,13 @@ std::vector<std::string> cwebpOptions(const OptimizerSettings& settings)
     return options;
 }
 
-void encodeWebPWithCWebP(const Image& image, const std::filesystem::path& output,
-                         const OptimizerSettings& settings, const Metadata&, const std::stop_token& stop)
+AtomicFile encodeWebPWithCWebP(const Image& image, const std::filesystem::path& output,
+                               const OptimizerSettings& settings, const Metadata&,
+                               const std::stop_token& stop)
 {
-    if (const auto encoded = encodeWithCwebp(image, output, cwebpOptions(settings), stop); !encoded)
-        throw errorOf(encoded.error(), output);
+    auto encoded = encodeWithCwebp(image, output, cwebpOptions(settings), stop);
+    if (!encoded) throw errorOf(encoded.error(), output);
+    return std::move(*encoded);
 }
 
 } // namespace lumora::ImageOptimizer

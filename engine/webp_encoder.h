@@ -24,10 +24,11 @@ std::string_view webPMetadataArgument(const OptimizerSettings& settings);
 // The encoder's arguments but for the two files. A quality that is no integer of 64 bits ends the program.
 std::vector<std::string> cwebpOptions(const OptimizerSettings& settings);
 
-// Encodes to the output path, where no file may be. The source's metadata changes nothing yet: the PPM file
-// cannot carry it. Blocks its thread until the encoder ends; a stop kills it. Throws ImageOptimizerError.
-void encodeWebPWithCWebP(const Image& image, const std::filesystem::path& output,
-                         const OptimizerSettings& settings, const Metadata& sourceMetadata,
-                         const std::stop_token& stop);
+// Encodes the whole file, which still has to be given the name of the output. The source's metadata changes
+// nothing yet: the PPM file cannot carry it. Blocks its thread until the encoder ends; a stop kills it.
+// Throws ImageOptimizerError.
+AtomicFile encodeWebPWithCWebP(const Image& image, const std::filesystem::path& output,
+                               const OptimizerSettings& settings, const Metadata& sourceMetadata,
+                               const std::stop_token& stop);
 
 } // namespace lumora::ImageOptimizer

@@ -65,14 +65,14 @@ void ImageDestination::addImage(const Image& image, const DestinationProperties&
     m_state->properties = properties;
 }
 
-Status ImageDestination::finalize()
+Result<AtomicFile> ImageDestination::finalize()
 {
     if (!m_state->image) return Error{"no picture was added"};
     const auto bytes = encodeImage(m_state->format, *m_state->image, encoderQuality(m_state->properties),
                                    m_state->properties.metadata);
     if (!bytes) return bytes.error();
-    if (auto status = m_state->file.append(*bytes); !status) return status;
-    return m_state->file.commit();
+    if (const auto status = m_state->file.append(*bytes); !status) return status.error();
+    return std::move(m_state->file);
 }
 
 } // namespace lumora

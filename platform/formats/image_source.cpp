@@ -79,9 +79,10 @@ Image pictureOf(VipsImagePtr image, const FormatReader& reader, FileDescriptor f
 
 } // namespace
 
-ImageSource::ImageSource(std::string typeIdentifier, Image image, Orientation orientation, Metadata metadata)
+ImageSource::ImageSource(std::string typeIdentifier, Image image, Orientation orientation, Metadata metadata,
+                         std::optional<FileStamp> stamp)
     : m_typeIdentifier(std::move(typeIdentifier)), m_image(std::move(image)), m_orientation(orientation),
-      m_metadata(std::move(metadata))
+      m_metadata(std::move(metadata)), m_stamp(stamp)
 {
 }
 
@@ -89,6 +90,7 @@ Result<ImageSource> ImageSource::open(const std::filesystem::path& path)
 try {
     auto file = openRegularFile(path);
     if (!file) return file.error();
+    const auto stamp = fileStamp(file->get());
     const Format* const format = formatOf(file->get());
     if (!format) return Error{"not a readable image type"};
     allowOperations();
@@ -103,7 +105,7 @@ try {
     const Orientation orientation = *metadata.orientation;
     return ImageSource(std::move(identifier),
                        pictureOf(std::move(*loaded), *format->reader, std::move(*file)), orientation,
-                       std::move(metadata));
+                       std::move(metadata), stamp);
 } catch (const std::bad_alloc&) {
     return Error{"not enough memory"};
 }

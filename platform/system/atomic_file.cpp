@@ -10,12 +10,30 @@
 #include <fcntl.h>
 #include <string>
 #include <string_view>
+#include <sys/sendfile.h>
+#include <unistd.h>
 #include <utility>
 
 namespace lumora {
 namespace {
 
 constexpr std::string_view draftPrefix = ".lumora-";
+
+// Renames to a name that must be free. 0 or errno, EEXIST among them. File systems that cannot refuse in one
+// step take a second link, which can; those without links are asked first.
+int renameBesides(const std::filesystem::path& from, const std::filesystem::path& to)
+{
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return 0;
+    if (errno != EINVAL && errno != ENOSYS) return errno;
+    if (::link(from.c_str(), to.c_str()) == 0) {
+        ::unlink(from.c_str());
+        return 0;
+    }
+    if (errno == EEXIST) return EEXIST;
+    std::error_code unknown;
+    if (std::filesystem::exists(std::filesystem::symlink_status(to, unknown))) return EEXIST;
+    return std::rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
+}
 
 } // namespace
 
@@ -36,7 +54,7 @@ AtomicFile::AtomicFile(std::filesystem::path target, std::filesystem::path draft
 
 AtomicFile::AtomicFile(AtomicFile&& other) noexcept
     : m_target(std::move(other.m_target)), m_draft(std::exchange(other.m_draft, {})),
-      m_descriptor(std::move(other.m_descriptor))
+      m_descriptor(std::move(other.m_descriptor)), m_isTaken(other.m_isTaken)
 {
 }
 
@@ -56,11 +74,34 @@ Status AtomicFile::append(std::span<const std::byte> bytes)
     return Done{};
 }
 
-Status AtomicFile::commit()
+Status AtomicFile::appendFile(int descriptor)
 {
-    if (!m_descriptor.close()) return fileError(m_target, "written", errno);
-    if (std::rename(m_draft.c_str(), m_target.c_str()) != 0) return fileError(m_target, "written", errno);
+    constexpr std::size_t atOnce = std::size_t{1} << 30U;
+    for (;;) {
+        const ssize_t sent = ::sendfile(m_descriptor.get(), descriptor, nullptr, atOnce);
+        if (sent == 0) return Done{};
+        if (sent < 0 && errno != EINTR) return fileError(m_target, "written", errno);
+    }
+}
+
+Status AtomicFile::commit(ExistingFile existing)
+{
+    if (m_descriptor.isOpen() && !m_descriptor.close()) return fileError(m_target, "written", errno);
+    const int failure = existing == ExistingFile::keep ? renameBesides(m_draft, m_target)
+                        : std::rename(m_draft.c_str(), m_target.c_str()) == 0 ? 0
+                                                                              : errno;
+    m_isTaken = existing == ExistingFile::keep && failure == EEXIST;
+    if (failure != 0) return fileError(m_target, "written", failure);
     m_draft.clear();
+    return Done{};
+}
+
+Status syncFile(const std::filesystem::path& path)
+{
+    for (const auto& [name, kind] : {std::pair(path, 0), std::pair(path.parent_path(), O_DIRECTORY)}) {
+        const FileDescriptor file(::open(name.empty() ? "." : name.c_str(), O_RDONLY | O_CLOEXEC | kind));
+        if (!file.isOpen() || ::fsync(file.get()) != 0) return fileError(path, "written", errno);
+    }
     return Done{};
 }
 

@@ -10,6 +10,14 @@
 #include <cstring>
 
 namespace lumora {
+namespace {
+
+FileStamp stampOf(const struct stat& status)
+{
+    return {status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+}
+
+} // namespace
 
 Result<FileDescriptor> openRegularFile(const std::filesystem::path& path)
 {
@@ -18,6 +26,20 @@ Result<FileDescriptor> openRegularFile(const std::filesystem::path& path)
     if (!file.isOpen() || fstat(file.get(), &status) != 0) return Error{std::strerror(errno)};
     if (!S_ISREG(status.st_mode)) return Error{"not a file"};
     return file;
+}
+
+std::optional<FileStamp> fileStamp(int descriptor)
+{
+    struct stat status = {};
+    if (fstat(descriptor, &status) != 0) return std::nullopt;
+    return stampOf(status);
+}
+
+std::optional<FileStamp> fileStamp(const std::filesystem::path& path)
+{
+    struct stat status = {};
+    if (stat(path.c_str(), &status) != 0) return std::nullopt;
+    return stampOf(status);
 }
 
 Result<std::vector<std::byte>> readAll(int descriptor, std::size_t most)

@@ -96,5 +96,51 @@ TEST_F(ExistingOutput, NeverReplacesTheInputThroughALinkedFolder)
     EXPECT_EQ(result.outputURL->filename(), "a-optimized.png");
 }
 
+TEST_F(ExistingOutput, StaysAsItWasWhenTheNewOneCannotBeMade)
+{
+    const auto source = photo("a.png");
+    test::writeText(m_in / "a.webp", "an earlier output");
+    installBundled("exit 3");
+    EXPECT_NE(failureOf(source), "no failure");
+    EXPECT_EQ(test::readBytes(m_in / "a.webp"), "an earlier output");
+    std::filesystem::remove(bundled());
+    EXPECT_NE(failureOf(source), "no failure");
+    EXPECT_EQ(test::readBytes(m_in / "a.webp"), "an earlier output");
+
+    test::save(m_in / "tall.png", test::uniformPicture(1, 16385, {1, 2, 3}));
+    test::writeText(m_in / "tall.heic", "an earlier output");
+    EXPECT_NE(
+        failureOf(m_in / "tall.png", {.resizeMode = ResizeMode::none, .outputFormat = OutputFormat::heic}),
+        "no failure");
+    EXPECT_EQ(test::readBytes(m_in / "tall.heic"), "an earlier output");
+}
+
+TEST_F(ExistingOutput, IsAskedAboutWhenItAppearsWhileThePictureIsEncoded)
+{
+    const auto source = photo("a.png");
+    test::save(m_folder / "made.webp", test::load(source));
+    installWriting(m_folder / "made.webp", "printf 'another file' > '" + (m_in / "a.webp").string() + "'");
+    m_answer = false;
+    EXPECT_EQ(failureOf(source, {.resizeMode = ResizeMode::none, .warnBeforeOverwrite = true}),
+              "Skipped because the output file already exists.");
+    EXPECT_EQ(test::readBytes(m_in / "a.webp"), "another file");
+    std::filesystem::remove(m_in / "a.webp");
+    m_answer = true;
+    EXPECT_EQ(failureOf(source, {.resizeMode = ResizeMode::none, .warnBeforeOverwrite = true}), "no failure");
+    EXPECT_THAT(test::readBytes(m_in / "a.webp"), StartsWith("RIFF"));
+    EXPECT_THAT(m_asked, testing::ElementsAre("a.webp", "a.webp"));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(m_in), {}), 2) << "a draft remains";
+}
+
+TEST_F(ExistingOutput, NeverReplacesTheInputThroughALinkUnderTheSecondName)
+{
+    test::save(m_in / "a-optimized.jpg", test::corneredPicture(32, 24));
+    std::filesystem::create_symlink("a-optimized.jpg", m_in / "a.jpg");
+    const std::string before = test::readBytes(m_in / "a-optimized.jpg");
+    const auto result = optimize(m_in / "a.jpg", {.outputFormat = OutputFormat::jpeg});
+    EXPECT_EQ(result.outputURL, m_in / "a-optimized 2.jpg");
+    EXPECT_EQ(test::readBytes(m_in / "a-optimized.jpg"), before);
+}
+
 } // namespace
 } // namespace lumora

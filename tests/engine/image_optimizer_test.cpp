@@ -28,8 +28,7 @@ TEST_F(Optimizer, SaysConvertedForEqualSizes)
 {
     const auto source = photo("a.png");
     const auto size = std::filesystem::file_size(source);
-    installBundled("while [ \"$1\" != -o ]; do shift; done; head -c " + std::to_string(size) +
-                   " /dev/zero > \"$2\"");
+    installWriting(webpOfSize(64, 48, size));
     const auto result = optimize(source);
     EXPECT_EQ(result.outputBytes, result.originalBytes);
     EXPECT_EQ(result.message, "Converted");
@@ -38,13 +37,13 @@ TEST_F(Optimizer, SaysConvertedForEqualSizes)
 TEST_F(Optimizer, SaysWhatItSaved)
 {
     const auto source = photo("a.png");
-    installBundled("while [ \"$1\" != -o ]; do shift; done; head -c 100 /dev/zero > \"$2\"");
+    installWriting(webpOfSize(64, 48, 500));
     test::writeText(m_in / "pad", "");
-    std::filesystem::resize_file(source, 1'300'100); // data behind the picture's end is no damage
+    std::filesystem::resize_file(source, 1'300'500); // data behind the picture's end is no damage
     const auto result = optimize(source);
     EXPECT_EQ(result.message, "Saved 1.3 MB");
-    EXPECT_EQ(result.originalBytes, 1'300'100);
-    EXPECT_EQ(result.outputBytes, 100);
+    EXPECT_EQ(result.originalBytes, 1'300'500);
+    EXPECT_EQ(result.outputBytes, 500);
     EXPECT_EQ(result.sourceURL, source);
     EXPECT_EQ(*result.outputURL, m_in / "a.webp");
 }
@@ -63,13 +62,13 @@ TEST_F(Optimizer, SucceedsWithAWarningWhenTheTrashFails)
 {
     m_services.moveToTrash = [](const std::filesystem::path&) -> Status { return Error{"no trash here"}; };
     const auto source = photo("a.png");
-    installBundled("while [ \"$1\" != -o ]; do shift; done; head -c 9000000 /dev/zero > \"$2\"");
+    installWriting(webpOfSize(64, 48, 9'000'000));
     const auto grown = optimize(source, {.moveOriginalToTrash = true});
     EXPECT_TRUE(grown.isSuccess);
     EXPECT_EQ(grown.message, "Converted. Original could not be moved to Trash");
     EXPECT_TRUE(std::filesystem::exists(source));
 
-    installBundled("while [ \"$1\" != -o ]; do shift; done; printf x > \"$2\"");
+    installWriting(webpOfSize(64, 48, 500));
     EXPECT_THAT(optimize(source, {.moveOriginalToTrash = true}).message,
                 testing::MatchesRegex("Saved .*\\. Original could not be moved to Trash"));
 }
@@ -168,6 +167,29 @@ TEST_F(Optimizer, TakesNamesAsBytes)
 }
 
 // An average over many pixels tells whether the picture moved or changed its tone; the noise of the codecs
+
+TEST_F(Optimizer, KeepsAnOriginalThatChangedMeanwhile)
+{
+    const auto source = photo("a.png");
+    test::save(m_folder / "made.webp", test::load(source));
+    installWriting(m_folder / "made.webp", "printf more >> '" + source.string() + "'");
+    const auto result = optimize(source, {.resizeMode = ResizeMode::none, .moveOriginalToTrash = true});
+    EXPECT_THAT(result.message, testing::EndsWith(". Original could not be moved to Trash"));
+    EXPECT_TRUE(std::filesystem::exists(source));
+}
+
+TEST_F(Optimizer, KeepsTheOriginalOfAnOutputThatDoesNotDecode)
+{
+    const auto source = photo("a.png");
+    test::save(m_folder / "made.webp", test::load(source));
+    std::string damaged = test::readBytes(m_folder / "made.webp");
+    std::fill(damaged.begin() + 40, damaged.end(), '\0'); // whole by its length
+    test::writeText(m_folder / "damaged.webp", damaged);
+    installWriting(m_folder / "damaged.webp");
+    const auto result = optimize(source, {.resizeMode = ResizeMode::none, .moveOriginalToTrash = true});
+    EXPECT_THAT(result.message, testing::EndsWith(". Original could not be moved to Trash"));
+    EXPECT_TRUE(std::filesystem::exists(source));
+}
 
 } // namespace
 } // namespace lumora

@@ -36,6 +36,13 @@ std::vector<std::string> linesOf(const std::filesystem::path& file)
 class WebPEncoder : public test::EncoderTest
 {
 protected:
+    // What the encoder would have made of the picture below.
+    std::filesystem::path picture()
+    {
+        test::save(m_folder / "made.webp", test::corneredPicture(8, 6));
+        return m_folder / "made.webp";
+    }
+
     Image imageOf(const test::Pixels& pixels)
     {
         test::save(m_folder / "source.png", pixels);
@@ -47,7 +54,9 @@ protected:
     std::string failureOf(const std::filesystem::path& output, const SettingsDraft& draft = {})
     {
         try {
-            encodeWebPWithCWebP(imageOf(test::corneredPicture(8, 6)), output, settings(draft), {}, {});
+            auto file =
+                encodeWebPWithCWebP(imageOf(test::corneredPicture(8, 6)), output, settings(draft), {}, {});
+            EXPECT_TRUE(file.commit());
         } catch (const ImageOptimizerError& error) {
             return error.what();
         }
@@ -140,15 +149,32 @@ TEST_F(WebPEncoder, NoticesAnEncoderThatWritesNothing)
 
 TEST_F(WebPEncoder, CopiesTheResultAndLeavesNoTemporaryFile)
 {
-    installBundled("while [ \"$1\" != -o ]; do shift; done; printf result > \"$2\"");
+    installWriting(picture());
     EXPECT_EQ(failureOf(m_folder / "a.webp"), "no failure");
-    EXPECT_EQ(test::readBytes(m_folder / "a.webp"), "result");
+    EXPECT_EQ(test::readBytes(m_folder / "a.webp"), test::readBytes(picture()));
     EXPECT_TRUE(std::filesystem::is_empty(m_temporary));
+}
+
+TEST_F(WebPEncoder, DoesNotBelieveAnEncoderThatSaysItSucceeded)
+{
+    const std::string whole = test::readBytes(picture());
+    test::writeText(m_folder / "empty", "");
+    test::writeText(m_folder / "words", "hi");
+    test::writeText(m_folder / "cut", whole.substr(0, whole.size() - 10));
+    test::writeText(m_folder / "longer", whole + "more");
+    test::save(m_folder / "another.webp", test::corneredPicture(6, 8));
+    for (const char* name : {"empty", "words", "cut", "longer", "another.webp"}) {
+        installWriting(m_folder / name);
+        EXPECT_EQ(failureOf(m_folder / "a.webp"),
+                  "Could not finish writing a.webp: cwebp did not write a whole file")
+            << name;
+        EXPECT_FALSE(std::filesystem::exists(m_folder / "a.webp")) << name;
+    }
 }
 
 TEST_F(WebPEncoder, SaysWhyTheResultCannotBeSaved)
 {
-    installBundled("while [ \"$1\" != -o ]; do shift; done; printf result > \"$2\"");
+    installWriting(picture());
     EXPECT_THAT(failureOf(m_folder / "missing" / "a.webp"), StartsWith("Could not save a.webp: "));
     EXPECT_TRUE(std::filesystem::is_empty(m_temporary));
 }
@@ -164,7 +190,7 @@ TEST_F(WebPEncoder, LeavesNoTemporaryFileAfterAFailure)
 TEST_F(WebPEncoder, HandsThePpmOverAsItsParentWroteIt)
 {
     installBundled("cp \"$6\" '" + (m_folder / "seen.ppm").string() +
-                   "'; while [ \"$1\" != -o ]; do shift; done; printf x > \"$2\"");
+                   "'; while [ \"$1\" != -o ]; do shift; done; cp '" + picture().string() + "' \"$2\"");
     EXPECT_EQ(failureOf(m_folder / "a.webp"), "no failure");
     EXPECT_THAT(test::readBytes(m_folder / "seen.ppm"), StartsWith("P6\n8 6\n255\n"));
 }

@@ -43,6 +43,25 @@ protected:
         std::filesystem::remove(bundled());
         std::filesystem::create_symlink("/usr/bin/cwebp", bundled());
     }
+    // An encoder whose output is this file, whatever it is given; then it does what else is asked.
+    void installWriting(const std::filesystem::path& file, const std::string& more = "")
+    {
+        installBundled("while [ \"$1\" != -o ]; do shift; done; cp '" + file.string() + "' \"$2\"" +
+                       (more.empty() ? "" : "; " + more));
+    }
+    // A whole WebP of a single colour in exactly so many bytes, of which some are of a chunk that no reader
+    // knows.
+    std::filesystem::path webpOfSize(int width, int height, std::size_t size)
+    {
+        const auto file = m_folder / ("padded" + std::to_string(size) + ".webp");
+        save(file, uniformPicture(width, height, {9, 9, 9}));
+        std::string bytes = readBytes(file);
+        const std::size_t padding = size - bytes.size() - 8;
+        bytes += "PADD" + littleEndian(padding) + std::string(padding, '\0');
+        bytes.replace(4, 4, littleEndian(size - 8));
+        writeText(file, bytes);
+        return file;
+    }
     void setOverride(const std::filesystem::path& encoder)
     {
         setenv("LUMORA_CWEBP_PATH", encoder.c_str(), 1);
@@ -55,6 +74,13 @@ protected:
     std::filesystem::path m_temporary = m_folder / "tmp";
 
 private:
+    static std::string littleEndian(std::size_t number)
+    {
+        std::string bytes;
+        for (const unsigned shift : {0U, 8U, 16U, 24U})
+            bytes += static_cast<char>(number >> shift & 0xFFU);
+        return bytes;
+    }
     static std::filesystem::path writeScript(const std::filesystem::path& file, const std::string& body,
                                              const std::string& interpreter)
     {

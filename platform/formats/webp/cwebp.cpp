@@ -6,11 +6,14 @@
 #include "system/bundle.h"
 #include "system/child_process.h"
 #include "system/file_services.h"
+#include "system/regular_file.h"
 #include "system/utf8.h"
 #include "webp/ppm_writer.h"
+#include "webp/webp_size.h"
 
 #include <cstdlib>
 #include <string_view>
+#include <utility>
 
 namespace lumora {
 namespace {
@@ -62,6 +65,23 @@ Result<Done, CwebpError> run(const std::filesystem::path& encoder, const std::ve
     return Done{};
 }
 
+// The encoder's word that it succeeded is not enough: it does not look whether its last bytes reached the
+// disk.
+Result<AtomicFile, CwebpError> takenOver(const std::filesystem::path& webp, const Image& image,
+                                         const std::filesystem::path& output)
+{
+    const auto file = openRegularFile(webp);
+    if (!file) return CwebpError{Step::copying, {}, file.error().description};
+    const auto size = webpSize(file->get());
+    if (!size || *size != std::pair(image.width(), image.height()))
+        return CwebpError{Step::encoding, {}, "cwebp did not write a whole file"};
+    auto copy = AtomicFile::create(output);
+    if (!copy) return CwebpError{Step::copying, {}, copy.error().description};
+    if (const auto copied = copy->appendFile(file->get()); !copied)
+        return CwebpError{Step::copying, {}, copied.error().description};
+    return std::move(*copy);
+}
+
 } // namespace
 
 std::optional<std::filesystem::path> findCwebp(const std::filesystem::path& bundle)
@@ -74,20 +94,18 @@ std::optional<std::filesystem::path> findCwebp(const std::filesystem::path& bund
     return std::nullopt;
 }
 
-Result<Done, CwebpError> encodeWithCwebp(const Image& image, const std::filesystem::path& output,
-                                         std::vector<std::string> options, const std::stop_token& stop)
+Result<AtomicFile, CwebpError> encodeWithCwebp(const Image& image, const std::filesystem::path& output,
+                                               std::vector<std::string> options, const std::stop_token& stop)
 {
     const auto encoder = findCwebp(mainBundlePath());
     if (!encoder) return CwebpError{Step::findingEncoder, {}, {}};
 
     const TemporaryFile ppm("ppm");
     const TemporaryFile webp("webp");
-    if (auto status = writePpm(image, ppm.path()); !status) return status;
+    if (const auto status = writePpm(image, ppm.path()); !status) return status.error();
     options.insert(options.end(), {ppm.path().string(), "-o", webp.path().string()});
-    if (auto status = run(*encoder, options, webp.path(), stop); !status) return status;
-    if (const auto copied = copyFile(webp.path(), output); !copied)
-        return CwebpError{Step::copying, {}, copied.error().description};
-    return Done{};
+    if (const auto status = run(*encoder, options, webp.path(), stop); !status) return status.error();
+    return takenOver(webp.path(), image, output);
 }
 
 } // namespace lumora

@@ -36,7 +36,8 @@ protected:
         auto destination = ImageDestination::create(file, type);
         EXPECT_TRUE(destination);
         destination->addImage(image, {{}, quality});
-        EXPECT_TRUE(destination->finalize());
+        auto whole = destination->finalize();
+        EXPECT_TRUE(whole && whole->commit());
         return file;
     }
 

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "pixels/image.h"
+#include "system/atomic_file.h"
 #include "system/result.h"
 
 #include <filesystem>
@@ -36,10 +37,10 @@ struct CwebpError
     std::string reason; // may be empty
 };
 
-// Encodes to the path, where no file may be. `options` are the encoder's arguments but for the two files,
-// which are put behind them. Blocks its thread until the encoder ends, without a time limit; a stop kills it.
-// Leaves no temporary file on any way out.
-Result<Done, CwebpError> encodeWithCwebp(const Image& image, const std::filesystem::path& output,
-                                         std::vector<std::string> options, const std::stop_token& stop);
+// Encodes the file that is to be at the path; it is whole, but still has to be given its name. `options` are
+// the encoder's arguments but for the two files, which are put behind them. Blocks its thread until the
+// encoder ends, without a time limit; a stop kills it. Leaves no temporary file on any way out.
+Result<AtomicFile, CwebpError> encodeWithCwebp(const Image& image, const std::filesystem::path& output,
+                                               std::vector<std::string> options, const std::stop_token& stop);
 
 } // namespace lumora

@@ -6,6 +6,7 @@
 
 #include "metadata/metadata.h"
 #include "pixels/image.h"
+#include "system/atomic_file.h"
 #include "system/result.h"
 
 #include <filesystem>
@@ -44,8 +45,8 @@ public:
     // The one picture of the file, decoded (Image::isInMemory).
     void addImage(const Image& image, const DestinationProperties& properties);
 
-    // Encodes and writes the file. An existing file at the path is replaced.
-    Status finalize();
+    // Encodes and writes the file, whole, which still has to be given its name. The last call.
+    Result<AtomicFile> finalize();
 
 private:
     struct State;

@@ -8,6 +8,7 @@
 
 #include "metadata/metadata.h"
 #include "pixels/image.h"
+#include "system/regular_file.h"
 #include "system/result.h"
 
 #include <filesystem>
@@ -31,14 +32,18 @@ public:
     // How the stored picture must be turned to stand upright.
     Orientation orientation() const { return m_orientation; }
     const Metadata& metadata() const { return m_metadata; }
+    // The file as it was when it was opened.
+    const std::optional<FileStamp>& stamp() const { return m_stamp; }
 
 private:
-    ImageSource(std::string typeIdentifier, Image image, Orientation orientation, Metadata metadata);
+    ImageSource(std::string typeIdentifier, Image image, Orientation orientation, Metadata metadata,
+                std::optional<FileStamp> stamp);
 
     std::optional<std::string> m_typeIdentifier;
     Image m_image;
     Orientation m_orientation;
     Metadata m_metadata;
+    std::optional<FileStamp> m_stamp;
 };
 
 } // namespace lumora

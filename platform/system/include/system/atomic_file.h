@@ -13,9 +13,11 @@
 
 namespace lumora {
 
-// A file that appears under its name complete or not at all: written under a name of its own beside the
-// target, then renamed over it. An existing target stays as it was until commit() and is replaced by it.
-// Survives the end of the program, not of the machine: nothing is forced to the disk, which would cost more
+enum class ExistingFile { replace, keep };
+
+// A file that appears under its name complete or not at all: written under a hidden name of its own beside
+// the target, then renamed to it. An existing target stays as it was until commit(). Survives the end of the
+// program, not of the machine: nothing is forced to the disk unless it is asked for, which would cost more
 // than the encode of a small image. Use from one thread.
 class AtomicFile
 {
@@ -30,8 +32,17 @@ public:
 
     // One system call or more for each call: hand over whole strips, not single pixels.
     Status append(std::span<const std::byte> bytes);
-    // The last call. After a failure the target is as it was before.
-    Status commit();
+    // What another file holds from its position on.
+    Status appendFile(int descriptor);
+
+    // Where the file is until commit().
+    const std::filesystem::path& draft() const { return m_draft; }
+
+    // Gives the file its name; nothing is appended any more. After a failure the target is as it was before,
+    // and another attempt is allowed. `isTaken` tells from the others the failure of `keep` at a target that
+    // exists.
+    Status commit(ExistingFile existing = ExistingFile::replace);
+    bool isTaken() const { return m_isTaken; }
 
 private:
     AtomicFile(std::filesystem::path target, std::filesystem::path draft, FileDescriptor descriptor);
@@ -39,7 +50,11 @@ private:
     std::filesystem::path m_target;
     std::filesystem::path m_draft; // empty once there is nothing left to discard
     FileDescriptor m_descriptor;
+    bool m_isTaken = false;
 };
+
+// Forces a finished file and its name to the disk, so that both survive a power cut.
+Status syncFile(const std::filesystem::path& path);
 
 // Removes what AtomicFile left in this folder when its program was killed: drafts that nobody has touched for
 // an hour. Failures are left to the next call.
