@@ -3,20 +3,26 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Installs what is missing, then builds and tests Lumora in stages.
 #   ./test.sh          every stage
-#   ./test.sh STAGE…   only these: scripts build tests desktop package asan tsan fuzz
+#   ./test.sh STAGE…   only these: scripts lint build tests desktop package asan tsan fuzz
 set -eu
 
 root=$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")
 cd -- "$root"
 
 # name:minutes, in order. A stage that takes longer is ended and counts as failed.
-stages=(scripts:2 build:25 tests:15 desktop:5 package:3 asan:25 tsan:15 fuzz:15)
+stages=(scripts:2 lint:10 build:25 tests:15 desktop:5 package:3 asan:25 tsan:15 fuzz:15)
 
 stage_scripts() {
     find . -path ./build -prune -o \( -name '*.sh' -o -path ./.ci/run \) -print0 | xargs -0 shellcheck
+    tests/checks/includes.sh
     bash -n packaging/completions/lumora-cli.bash
     zsh -n packaging/completions/_lumora-cli
     fish --no-execute packaging/completions/lumora-cli.fish
+}
+
+# clang-format on every source, clang-tidy on those that changed last: on all it takes too long for a stage.
+stage_lint() {
+    tests/checks/lint.sh
 }
 
 stage_build() {

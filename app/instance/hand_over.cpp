@@ -12,7 +12,7 @@ namespace lumora {
 namespace {
 
 // A session bus takes far larger messages, but the receiver decodes each in one go on its main thread.
-constexpr qsizetype bytesPerCall = 256 * 1024;
+constexpr qsizetype bytesPerCall = qsizetype{256} * 1024;
 
 // The leave to raise a window that the launching desktop gave to this process.
 QVariantMap platformData()

@@ -3,7 +3,7 @@
 // An XMP packet brought to agree with the picture that it will travel with. Any thread.
 #pragma once
 
-#include "metadata/blocks.h"
+#include "metadata/picture_facts.h"
 
 #include <string>
 

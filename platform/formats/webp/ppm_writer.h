@@ -3,8 +3,9 @@
 // The encoder's input: a binary PPM file ("P6", 8 bits a component).
 #pragma once
 
-#include "formats/cwebp.h"
+#include "formats/cwebp_error.h"
 #include "pixels/image.h"
+#include "system/result.h"
 
 #include <filesystem>
 

@@ -14,8 +14,12 @@ using test::imageOf;
 using test::pixelsOf;
 using test::uniformPicture;
 
-constexpr StorageLimits roomy{true, true, true, true, false};
-constexpr StorageLimits plain{false, false, false, false, false}; // three components of 8 bits
+constexpr StorageLimits roomy{.holdsSixteenBits = true,
+                              .holdsGray = true,
+                              .holdsInk = true,
+                              .holdsAlpha = true,
+                              .profiles = ProfileStorage::any};
+constexpr StorageLimits plain{}; // three components of 8 bits
 
 VipsImagePtr stored(const Image& image, const StorageLimits& limits)
 {
@@ -65,6 +69,18 @@ TEST(StorableBitmap, StaysColouredUnderItsProfile)
     const VipsImagePtr result = stored(image, roomy);
     EXPECT_EQ(vips_image_get_bands(result.get()), 3);
     EXPECT_EQ(blobOf(result.get(), VIPS_META_ICC_NAME).size(), srgbProfile().size());
+}
+
+TEST(StorableBitmap, LosesTheProfileThatCannotBeHeld)
+{
+    const Image image = bitmap({9, 8, 7, 255});
+    vips_image_set_blob_copy(image.pixels(), VIPS_META_ICC_NAME, srgbProfile().data(), srgbProfile().size());
+    StorageLimits limits = roomy;
+    limits.profiles = ProfileStorage::none;
+    EXPECT_FALSE(vips_image_get_typeof(stored(image, limits).get(), VIPS_META_ICC_NAME));
+    EXPECT_EQ(firstPixel(image, limits), (std::vector{9, 8, 7}));
+    limits.profiles = ProfileStorage::rgbOnly;
+    EXPECT_TRUE(vips_image_get_typeof(stored(image, limits).get(), VIPS_META_ICC_NAME));
 }
 
 TEST(StorablePicture, KeepsItsDepthWhereThereIsRoom)

@@ -4,6 +4,7 @@
 // as a temporary WebP file. Any thread; several encoders may run at once.
 #pragma once
 
+#include "formats/cwebp_error.h"
 #include "pixels/image.h"
 #include "system/atomic_file.h"
 #include "system/result.h"
@@ -19,23 +20,6 @@ namespace lumora {
 // The encoder to run: what LUMORA_CWEBP_PATH names when that is executable, else Contents/MacOS/cwebp of the
 // bundle. Looked up anew at each call.
 std::optional<std::filesystem::path> findCwebp(const std::filesystem::path& bundle);
-
-// A failure at one of the steps, which callers tell apart.
-struct CwebpError
-{
-    enum class Step {
-        findingEncoder,
-        drawing,    // `file` is the PPM file
-        writingPpm, // `file` is the PPM file
-        launching,  // `file` is the encoder
-        encoding,   // no `file`
-        copying,    // no `file`
-    };
-
-    Step step;
-    std::filesystem::path file;
-    std::string reason; // may be empty
-};
 
 // Encodes the file that is to be at the path; it is whole, but still has to be given its name. `options` are
 // the encoder's arguments but for the two files, which are put behind them. Blocks its thread until the

@@ -8,29 +8,13 @@
 #pragma once
 
 #include "metadata/metadata.h"
+#include "metadata/picture_facts.h"
 
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <vector>
 
 namespace lumora {
-
-// What the metadata must say about the picture that it travels with.
-struct PictureFacts
-{
-    std::int64_t width; // pixels
-    std::int64_t height;
-    bool isSrgb;
-    std::string profileName;  // description of the embedded colour profile; empty without one
-    bool isJpegColor = false; // colours stored as brightness and two differences
-};
-
-// As EXIF numbers them: sRGB, or left to the profile.
-inline std::uint16_t exifColorSpace(const PictureFacts& facts)
-{
-    return facts.isSrgb ? 1 : 0xFFFF;
-}
 
 // A TIFF structure, without any container's prefix.
 std::string exifBlock(const Metadata& metadata, const PictureFacts& facts);
