@@ -13,39 +13,41 @@
 
 #include <array>
 #include <cstring>
+#include <utility>
 
 namespace lumora {
 namespace {
 
-// Counts how often a file is opened, by whatever name.
+// Counts how often a file is opened and closed, by whatever name.
 class OpenCounter
 {
 public:
     explicit OpenCounter(const std::filesystem::path& file)
         : m_events(inotify_init1(IN_CLOEXEC | IN_NONBLOCK))
     {
-        // Equal events that follow one another are reported as one, and between two openings there is a read.
-        EXPECT_GE(inotify_add_watch(m_events.get(), file.c_str(), IN_OPEN | IN_ACCESS), 0);
+        // Equal events that follow one another are reported as one: the readings between keep them apart.
+        EXPECT_GE(inotify_add_watch(m_events.get(), file.c_str(), IN_OPEN | IN_ACCESS | IN_CLOSE), 0);
     }
 
-    int openings()
+    // Of the events so far.
+    void expect(int openings, int closings)
     {
+        std::pair<int, int> found;
         alignas(inotify_event) std::array<char, 4096> events{};
-        for (;;) {
-            const ssize_t size = read(m_events.get(), events.data(), events.size());
-            if (size <= 0) return m_openings;
+        for (ssize_t size = 0; (size = read(m_events.get(), events.data(), events.size())) > 0;) {
             for (ssize_t at = 0; at < size;) {
                 inotify_event event{};
                 std::memcpy(&event, events.data() + at, sizeof event);
-                if ((event.mask & IN_OPEN) != 0) ++m_openings;
+                found.first += (event.mask & IN_OPEN) != 0 ? 1 : 0;
+                found.second += (event.mask & IN_CLOSE) != 0 ? 1 : 0;
                 at += static_cast<ssize_t>(sizeof event + event.len);
             }
         }
+        EXPECT_EQ(found, std::pair(openings, closings));
     }
 
 private:
     FileDescriptor m_events;
-    int m_openings = 0;
 };
 
 struct File
@@ -86,10 +88,12 @@ protected:
 TEST_P(OpenedFile, IsOpenedOnceForEverything)
 {
     OpenCounter counter(path());
-    const auto source = ImageSource::open(path());
-    ASSERT_TRUE(source);
-    ASSERT_TRUE(decode(source->image()));
-    EXPECT_EQ(counter.openings(), 1);
+    {
+        const auto source = ImageSource::open(path());
+        ASSERT_TRUE(source);
+        ASSERT_TRUE(decode(source->image()));
+    }
+    counter.expect(1, 1);
 }
 
 TEST_P(OpenedFile, StaysTheFileThatItWasWhenItsNameLeadsToAPipe)
@@ -135,14 +139,14 @@ protected:
 TEST_F(Source, IsNotOpenedAgainForASmallerPicture)
 {
     test::save(m_folder / "a.jpg", test::corneredPicture(1600, 1200));
+    OpenCounter counter(m_folder / "a.jpg");
     const auto source = ImageSource::open(m_folder / "a.jpg");
     ASSERT_TRUE(source);
     test::save(m_folder / "b.jpg", test::uniformPicture(1600, 1200, {0, 0, 0}));
     std::filesystem::rename(m_folder / "b.jpg", m_folder / "a.jpg");
-    OpenCounter counter(m_folder / "a.jpg");
     const auto small = draw(source->image(), {160, 120, ColorSpace::deviceRGB});
     ASSERT_TRUE(small);
-    EXPECT_EQ(counter.openings(), 0);
+    counter.expect(1, 0);
     EXPECT_NEAR(test::load(written(*small, "public.png")).at(10, 10)[0], 235, 12);
 }
 

@@ -90,6 +90,14 @@ TEST(FilteredRows, SuitEachRowWhenTheyAreChosenOneByOne)
     EXPECT_EQ(filtersOf(filtered(rows, 4, 1, RowFilters::adaptive), 4), (Row{0, 1, 2, 2}));
 }
 
+// Each value is the mean of its neighbours.
+TEST(FilteredRows, SuitARowOfMeans)
+{
+    const Row rows{200, 10, 180, 30, 160, 50, 100, 55, 117, 73, 116, 83};
+    EXPECT_EQ(filtered(rows, 6, 1, RowFilters::adaptive),
+              (Row{0, 200, 10, 180, 30, 160, 50, 3, 0, 0, 0, 0, 0, 0}));
+}
+
 // Differences count as signed: 250 is a step down of 6.
 TEST(FilteredRows, CountAStepDownLikeAStepUp)
 {
