@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/intake/files_and_folders_dialog.h"
 
+#include "formats/format.h"
+
 #include <QAbstractItemView>
 #include <QFile>
 #include <QLineEdit>
@@ -12,8 +14,12 @@ namespace {
 
 QString imageFilter()
 {
-    return QStringLiteral(
-        "Images and folders (*.jpg *.jpeg *.png *.gif *.tif *.tiff *.bmp *.heic *.heif *.webp)");
+    QStringList patterns;
+    for (const Format* format : formats()) {
+        for (const std::string_view extension : format->extensions)
+            patterns << QStringLiteral("*.") + QLatin1String(extension.data(), qsizetype(extension.size()));
+    }
+    return QStringLiteral("Images and folders (%1)").arg(patterns.join(u' '));
 }
 
 QAbstractItemView* entries(const QFileDialog& dialog)

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formats/format.h"
 
+#include "format_io.h"
 #include "records/option_enums.h"
 
 #include <gtest/gtest.h>
@@ -109,6 +110,57 @@ TEST(Formats, AreTakenInUnderTheirCustomaryExtensionsAndNoOthers)
         extensions.insert(format->extensions.begin(), format->extensions.end());
     EXPECT_EQ(extensions, (std::multiset<std::string_view>{"bmp", "gif", "heic", "heif", "jpeg", "jpg", "png",
                                                            "tif", "tiff", "webp"}));
+}
+
+TEST(Formats, HaveRowsThatAgreeWithThemselves)
+{
+    const auto isLowerCase = [](std::string_view text) {
+        return !text.empty() && std::ranges::all_of(text, [](unsigned char c) {
+            return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+        });
+    };
+    for (const Format* format : formats()) {
+        SCOPED_TRACE(format->identifier);
+        EXPECT_TRUE(isLowerCase(format->preferredExtension));
+        for (const std::string_view extension : format->extensions)
+            EXPECT_TRUE(isLowerCase(extension)) << extension;
+        if (!format->extensions.empty()) {
+            EXPECT_TRUE(std::ranges::count(format->extensions, format->preferredExtension));
+        }
+        EXPECT_NE(format->begins, nullptr);
+        EXPECT_TRUE(format->reader->load && format->reader->describe);
+    }
+}
+
+TEST(Formats, AreCalledByMimeTypesOfTheirOwn)
+{
+    std::set<std::string_view> types;
+    for (const Format* format : formats()) {
+        EXPECT_FALSE(format->mimeTypes.empty()) << format->identifier;
+        for (const std::string_view type : format->mimeTypes) {
+            EXPECT_TRUE(type.starts_with("image/")) << type;
+            EXPECT_TRUE(types.insert(type).second) << type;
+        }
+    }
+}
+
+TEST(Formats, HoldNothingWhereNobodyWritesThem)
+{
+    for (const Format* format : formats()) {
+        const StorageLimits& limits = format->limits;
+        SCOPED_TRACE(format->identifier);
+        if (format->writtenBy() == WrittenBy::nobody) {
+            EXPECT_FALSE(limits.holdsSixteenBits || limits.holdsGray || limits.holdsInk ||
+                         limits.holdsAlpha || limits.holdsAnyModel);
+            EXPECT_EQ(limits.profiles, ProfileStorage::none);
+        }
+        // An edge as long as a cheap camera's, or none: what is refused must be rare.
+        EXPECT_TRUE(limits.longestEdge == 0 || limits.longestEdge >= 16383) << limits.longestEdge;
+        // Inks and other models mean nothing without the profile that explains them.
+        if (limits.holdsInk || limits.holdsAnyModel) {
+            EXPECT_EQ(limits.profiles, ProfileStorage::any);
+        }
+    }
 }
 
 // The options name the types that they write in words of their own, which lie below this table.

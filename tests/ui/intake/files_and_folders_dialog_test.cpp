@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/intake/files_and_folders_dialog.h"
 
+#include "formats/format.h"
 #include "tests/app/wait_for.h"
 #include "tests/support/temporary_directory.h"
 
@@ -52,6 +53,23 @@ TEST_F(FilesAndFolders, OffersFoldersAndImagesOnly)
 {
     ASSERT_TRUE(test::waitFor([this] { return offered().size() == 2; }));
     EXPECT_THAT(offered(), testing::UnorderedElementsAre(QStringLiteral("album"), QStringLiteral("a b.png")));
+}
+
+TEST_F(FilesAndFolders, OffersEveryFormatThatIsTakenInAndNoOther)
+{
+    QStringList images;
+    for (const Format* format : formats()) {
+        for (const std::string_view extension : format->extensions) {
+            const std::string name = "a." + std::string(extension);
+            std::ofstream(m_folder / "album" / name) << "x";
+            images << QString::fromStdString(name);
+        }
+    }
+    for (const char* name : {"a.pdf", "a.svg", "a.avif", "jpg"})
+        std::ofstream(m_folder / "album" / name) << "x";
+    m_dialog.setDirectory(QString::fromStdString((m_folder / "album").string()));
+    ASSERT_TRUE(test::waitFor([&] { return offered().size() >= images.size(); }));
+    EXPECT_THAT(offered(), testing::UnorderedElementsAreArray(images));
 }
 
 TEST_F(FilesAndFolders, ChoosesAFolderAndAFileTogether)

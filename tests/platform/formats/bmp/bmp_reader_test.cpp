@@ -2,68 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "bmp/bmp_codec.h"
 
-#include "formats/image_source.h"
-#include "tests/platform/formats/bmp/bmp_builder.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "tests/platform/formats/bmp/bmp_cases.h"
 
 namespace lumora {
 namespace {
 
-using test::BmpBuilder;
-
-struct Readable
-{
-    const char* name;
-    BmpBuilder bmp;
-    int channels;
-    std::vector<int> rows; // of the 2 x 2 picture, from the top
-};
-
-void PrintTo(const Readable& c, std::ostream* out)
-{
-    *out << c.name;
-}
-
-// The picture of most cases: red and green above blue and white.
-const std::vector<int> picture{255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255};
-const std::vector<std::uint32_t> palette{0x000000, 0xFF0000, 0x00FF00, 0x0000FF, 0xFFFFFF};
-const std::vector<std::uint32_t> twoColors{0x102030, 0xFFFFFF};
-const std::vector<int> checker{255, 255, 255, 16, 32, 48, 16, 32, 48, 255, 255, 255};
-const std::vector<std::uint8_t> triples{255, 0, 0, 255, 255, 255, 0, 0, 0, 0, 255, 0, 255, 0, 0, 0};
-
-BmpBuilder core(std::uint16_t bits, std::vector<std::uint32_t> colors, std::vector<std::uint8_t> pixels)
-{
-    return {.headerSize = 12, .bits = bits, .palette = std::move(colors), .pixels = std::move(pixels)};
-}
-
-BmpBuilder indexed(std::uint16_t bits, std::vector<std::uint32_t> colors, std::vector<std::uint8_t> pixels,
-                   std::uint32_t compression = 0)
-{
-    const auto used = static_cast<std::uint32_t>(colors.size());
-    return {.bits = bits,
-            .compression = compression,
-            .colorsUsed = used,
-            .palette = std::move(colors),
-            .pixels = std::move(pixels)};
-}
-
-BmpBuilder masked(std::uint32_t headerSize, std::uint16_t bits, std::vector<std::uint32_t> masks,
-                  std::vector<std::uint8_t> pixels, std::uint32_t compression = 3)
-{
-    return {.headerSize = headerSize,
-            .bits = bits,
-            .compression = compression,
-            .masks = std::move(masks),
-            .pixels = std::move(pixels)};
-}
-
-const std::vector<std::uint8_t> bgra{255, 0, 0, 0, 255, 255, 255, 64, 0, 0, 255, 128, 0, 255, 0, 255};
-const std::vector<int> pictureWithAlpha{255, 0, 0, 128, 0, 255, 0, 255, 0, 0, 255, 0, 255, 255, 255, 64};
-const std::vector<std::uint32_t> maskRgb{0xFF0000, 0xFF00, 0xFF};
-const std::vector<std::uint32_t> maskRgba{0xFF0000, 0xFF00, 0xFF, 0xFF000000};
+using namespace test;
 
 class ReadableBmp : public testing::TestWithParam<Readable>
 {
@@ -71,19 +15,12 @@ class ReadableBmp : public testing::TestWithParam<Readable>
 
 TEST_P(ReadableBmp, GivesItsPictureFromTheTop)
 {
-    const std::vector<std::byte> file = GetParam().bmp.file();
-    const auto header = readBmpHeader(file);
-    ASSERT_TRUE(header) << header.error().description;
-    EXPECT_EQ(header->width, 2);
-    EXPECT_EQ(header->height, 2);
-    EXPECT_EQ(header->bitsPerPixel, GetParam().bmp.bits);
-    EXPECT_EQ(header->channels(), GetParam().channels);
-    const auto rows = decodeBmp(file);
-    ASSERT_TRUE(rows) << rows.error().description;
-    std::vector<int> values;
-    for (const std::byte value : *rows)
-        values.push_back(std::to_integer<int>(value));
-    EXPECT_EQ(values, GetParam().rows);
+    expectPicture(GetParam());
+}
+
+TEST_P(ReadableBmp, FailsForEveryBeginningOfItsHeader)
+{
+    expectNoPictureOfABeginning(GetParam());
 }
 
 const std::vector<Readable> readables{
@@ -125,88 +62,9 @@ const std::vector<Readable> readables{
      masked(40, 32, {0, 0xFF00, 0xFF}, bgra),
      3,
      {0, 0, 0, 0, 255, 0, 0, 0, 255, 0, 255, 255}},
-    {"Runs8", indexed(8, palette, {1, 3, 1, 4, 0, 0, 1, 1, 1, 2, 0, 1}, 1), 3, picture},
-    {"Runs8Copied", indexed(8, palette, {1, 3, 1, 4, 0, 0, 1, 1, 1, 2, 0, 0, 0, 1}, 1), 3, picture},
-    {"Runs8WithoutEndMark", indexed(8, palette, {1, 3, 1, 4, 0, 0, 1, 1, 1, 2}, 1), 3, picture},
-    {"Runs8Jump", indexed(8, twoColors, {0, 2, 1, 0, 1, 1, 0, 0, 1, 1, 0, 1}, 1), 3, checker},
-    {"Runs4", indexed(4, palette, {2, 0x34, 0, 0, 2, 0x12, 0, 1}, 2), 3, picture},
 };
 
-std::string nameOf(const testing::TestParamInfo<Readable>& test)
-{
-    return test.param.name;
-}
-
-INSTANTIATE_TEST_SUITE_P(, ReadableBmp, testing::ValuesIn(readables), nameOf);
-
-TEST(BmpRuns, CopyStretchesOfPixelsPaddedToWords)
-{
-    BmpBuilder bmp = indexed(8, palette, {0, 3, 1, 2, 3, 0, 1, 4, 0, 1}, 1);
-    bmp.width = 4;
-    bmp.height = 1;
-    const auto rows = decodeBmp(bmp.file());
-    ASSERT_TRUE(rows) << rows.error().description;
-    EXPECT_EQ((*rows)[0], std::byte{255});
-    EXPECT_EQ((*rows)[8], std::byte{255});
-    EXPECT_EQ((*rows)[9], std::byte{255});
-}
-
-TEST(BmpRuns, CopyStretchesOfNibblesPaddedToWords)
-{
-    BmpBuilder bmp = indexed(4, palette, {0, 5, 0x12, 0x34, 0x10, 0, 1, 0x20, 0, 1}, 2);
-    bmp.width = 6;
-    bmp.height = 1;
-    const auto rows = decodeBmp(bmp.file());
-    ASSERT_TRUE(rows) << rows.error().description;
-    const std::vector<std::byte> red{std::byte{255}, std::byte{0}, std::byte{0}};
-    EXPECT_TRUE(std::equal(red.begin(), red.end(), rows->begin()));
-    EXPECT_TRUE(std::equal(red.begin(), red.end(), rows->begin() + 12));
-    EXPECT_EQ((*rows)[16], std::byte{255});
-}
-
-TEST(BmpRuns, AlternateBetweenTheTwoColoursOfAByte)
-{
-    BmpBuilder bmp = indexed(4, palette, {5, 0x12, 0, 1}, 2);
-    bmp.width = 5;
-    bmp.height = 1;
-    const auto rows = decodeBmp(bmp.file());
-    ASSERT_TRUE(rows) << rows.error().description;
-    for (std::size_t x = 0; x < 5; ++x)
-        EXPECT_EQ((*rows)[3 * x + x % 2], std::byte{255}) << x;
-}
-
-TEST(BmpProfile, IsTheEmbeddedOne)
-{
-    BmpBuilder bmp{.headerSize = 124, .pixels = triples};
-    std::vector<std::byte> file = bmp.file();
-    const auto set = [&](std::size_t at, std::uint32_t value) {
-        for (std::size_t i = 0; i < 4; ++i)
-            file[14 + at + i] = std::byte((value >> (8 * i)) & 0xFFU);
-    };
-    set(56, 0x4D424544);
-    set(112, static_cast<std::uint32_t>(file.size() - 14));
-    set(116, 3);
-    for (const char letter : {'i', 'c', 'c'})
-        file.push_back(std::byte(letter));
-    const auto header = readBmpHeader(file);
-    ASSERT_TRUE(header);
-    ASSERT_EQ(header->iccProfile.size(), 3U);
-    EXPECT_EQ(header->iccProfile[2], std::byte{'c'});
-
-    set(116, 4); // one byte more than the file has
-    EXPECT_TRUE(readBmpHeader(file)->iccProfile.empty());
-}
-
-struct Unreadable
-{
-    const char* name;
-    BmpBuilder bmp;
-};
-
-void PrintTo(const Unreadable& c, std::ostream* out)
-{
-    *out << c.name;
-}
+INSTANTIATE_TEST_SUITE_P(, ReadableBmp, testing::ValuesIn(readables), byName);
 
 class UnreadableBmp : public testing::TestWithParam<Unreadable>
 {
@@ -218,63 +76,12 @@ TEST_P(UnreadableBmp, Fails)
 }
 
 const std::vector<Unreadable> unreadables{
-    {"UnknownHeader", {.headerSize = 41, .pixels = triples}},
-    {"NoWidth", {.width = 0, .pixels = triples}},
-    {"NegativeWidth", {.width = -2, .pixels = triples}},
-    {"NoHeight", {.height = 0, .pixels = triples}},
-    {"LowestHeight", {.height = INT32_MIN, .pixels = triples}},
     {"PixelsCutOff", {.pixels = {triples.begin(), triples.end() - 3}}},
     {"NoPixels", {.pixels = {}}},
-    {"ThreeBits", {.bits = 3, .pixels = triples}},
-    {"NoBits", {.bits = 0, .pixels = triples}},
-    {"JpegInside", {.compression = 4, .pixels = triples}},
-    {"PngInside", {.compression = 5, .pixels = triples}},
-    {"UnknownCoding", {.compression = 99, .pixels = triples}},
-    {"Os2HuffmanCoding",
-     {.headerSize = 64, .bits = 1, .compression = 3, .palette = twoColors, .pixels = triples}},
-    {"RunsOf24Bits", {.compression = 1, .pixels = triples}},
-    {"MasksOf24Bits", {.compression = 3, .masks = maskRgb, .pixels = triples}},
-    {"MaskWithAGap", masked(40, 32, {0xFF00FF, 0xFF00, 0xFF}, bgra)},
-    {"PixelsBeforeTheHeaderEnds", {.pixels = triples, .pixelPosition = 20}},
-    {"PixelsBeyondTheFile", {.pixels = triples, .pixelPosition = 100'000}},
-    {"NoPalette", {.bits = 8, .pixels = {0, 0, 0, 0, 0, 0, 0, 0}}},
     {"ColourBeyondThePalette", indexed(8, palette, {3, 4, 0, 0, 1, 5, 0, 0})},
-    {"RunColourBeyondThePalette", indexed(8, palette, {2, 5, 0, 0, 2, 1, 0, 1}, 1)},
-    {"RunBeyondTheRow", indexed(8, palette, {3, 1, 0, 1}, 1)},
-    {"RunAboveThePicture", indexed(8, palette, {0, 0, 0, 0, 1, 1, 0, 1}, 1)},
-    {"CopyBeyondTheRow", indexed(8, palette, {0, 3, 1, 1, 1, 0, 0, 1}, 1)},
-    {"CopyBeyondTheFile", indexed(4, palette, {0, 3, 0x11}, 2)},
-    {"JumpOutOfThePicture", indexed(8, palette, {0, 2, 3, 0, 0, 1}, 1)},
-    {"JumpCutOff", indexed(8, palette, {0, 2, 1}, 1)},
-    {"EndlessRows", indexed(8, palette, {0, 0, 0, 0, 0, 0, 0, 1}, 1)},
-    {"RunsCutOff", indexed(8, palette, {2, 1, 0, 0, 1}, 1)},
 };
 
-INSTANTIATE_TEST_SUITE_P(, UnreadableBmp, testing::ValuesIn(unreadables),
-                         [](const auto& test) { return test.param.name; });
-
-TEST(BmpLimit, IsNamedAndCheckedBeforeAnythingIsAllocated)
-{
-    const BmpBuilder over{.width = 30'000, .height = 10'001, .bits = 8, .compression = 1, .palette = palette};
-    const auto header = readBmpHeader(over.file());
-    ASSERT_FALSE(header);
-    EXPECT_EQ(header.error().description, "more than 300 megapixels");
-    const BmpBuilder most{.width = 30'000, .height = 10'000, .bits = 8, .compression = 1, .palette = palette};
-    EXPECT_TRUE(readBmpHeader(most.file()));
-    const BmpBuilder huge{.width = INT32_MAX, .height = INT32_MAX, .bits = 32};
-    EXPECT_FALSE(readBmpHeader(huge.file()));
-}
-
-TEST(BmpReader, FailsOnEveryBeginningOfAFile)
-{
-    for (const Readable& readable : readables) {
-        const std::vector<std::byte> file = readable.bmp.file();
-        const std::size_t headerEnd = 14 + readable.bmp.headerSize;
-        for (std::size_t size = 0; size < headerEnd; ++size) {
-            EXPECT_FALSE(decodeBmp(std::span(file).first(size))) << readable.name << " " << size;
-        }
-    }
-}
+INSTANTIATE_TEST_SUITE_P(, UnreadableBmp, testing::ValuesIn(unreadables), byName);
 
 } // namespace
 } // namespace lumora

@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "heif/heic_encoder.h"
+
+#include "tests/platform/formats/written_pictures.h"
+
+#include <gmock/gmock.h>
+
+namespace lumora {
+namespace {
+
+class Heic : public test::WrittenPictures
+{
+protected:
+    test::Pixels writtenPixels(const test::Pixels& pixels, double quality = 0.9)
+    {
+        return test::load(written(redrawn(pixels), "public.heic", quality));
+    }
+    static void expectClose(const std::vector<int>& found, const std::vector<int>& wanted)
+    {
+        ASSERT_EQ(found.size(), wanted.size());
+        for (std::size_t i = 0; i < wanted.size(); ++i)
+            EXPECT_NEAR(found[i], wanted[i], 8) << i;
+    }
+};
+
+TEST_F(Heic, GivesThePictureClosely)
+{
+    const auto heic = writtenPixels(test::corneredPicture(64, 48));
+    EXPECT_EQ(heic.width, 64);
+    EXPECT_EQ(heic.height, 48);
+    expectClose(heic.at(8, 8), test::corneredPicture(64, 48).at(8, 8));
+    expectClose(heic.at(56, 40), test::corneredPicture(64, 48).at(56, 40));
+}
+
+TEST_F(Heic, KeepsTransparency)
+{
+    expectClose(writtenPixels(test::uniformPicture(16, 16, {200, 100, 40, 51})).at(8, 8), {200, 100, 40, 51});
+    expectClose(writtenPixels(test::uniformPicture(16, 16, {90, 51})).at(8, 8), {90, 90, 90, 51});
+}
+
+TEST_F(Heic, WidensGray)
+{
+    expectClose(writtenPixels(test::uniformPicture(16, 16, {90})).at(8, 8), {90, 90, 90});
+}
+
+TEST_F(Heic, IsSmallerAtLowerQuality)
+{
+    const Image image = redrawn(test::corneredPicture(256, 256));
+    EXPECT_LT(std::filesystem::file_size(written(image, "public.heic", 0.3)),
+              std::filesystem::file_size(written(image, "public.heic", 0.85)));
+}
+
+TEST_F(Heic, HoldsMetadataAndProfile)
+{
+    const Image wide = asStored(test::corneredPicture(16, 16), {.profile = "p3"});
+    const auto png = ImageSource::open(m_folder / "source.png");
+    const auto heic = ImageSource::open(written(wide, "public.heic", 0.9, test::someMetadata()));
+    ASSERT_TRUE(png && heic);
+    test::expectSomeMetadata(heic->metadata(), false);
+    EXPECT_FALSE(heic->metadata().profileName.empty());
+    EXPECT_EQ(heic->metadata().profileName, png->metadata().profileName);
+}
+
+TEST(HevcEncoder, IsThere)
+{
+    EXPECT_TRUE(hasHevcEncoder());
+    EXPECT_TRUE(heicFormat.canBeWritten());
+}
+
+} // namespace
+} // namespace lumora

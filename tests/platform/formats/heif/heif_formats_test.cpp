@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "format_io.h"
+#include "tests/platform/formats/written_pictures.h"
+
+#include <vips/vips.h>
+
+namespace lumora {
+namespace {
+
+class Heif : public test::WrittenPictures
+{
+protected:
+    // A picture coded as HEIC, under other brands.
+    std::optional<std::string> typeUnder(const std::string& brand)
+    {
+        test::save(m_folder / "a.heic", test::corneredPicture(16, 16));
+        std::string bytes = test::readBytes(m_folder / "a.heic");
+        const std::size_t boxEnd = static_cast<unsigned char>(bytes.at(3));
+        for (std::size_t at = 8; at < boxEnd; at += 4) {
+            if (at != 12) bytes.replace(at, 4, brand);
+        }
+        test::writeText(m_folder / "b.heic", bytes);
+        const auto source = ImageSource::open(m_folder / "b.heic");
+        EXPECT_TRUE(source) << source.error().description;
+        EXPECT_TRUE(decode(source->image()));
+        return source->typeIdentifier();
+    }
+};
+
+// What the first bytes say is only a claim.
+TEST_F(Heif, IsCalledByWhatItIsCodedWith)
+{
+    for (const char* brand : {"heic", "mif1"})
+        EXPECT_EQ(typeUnder(brand), "public.heic") << brand;
+}
+
+TEST_F(Heif, GivesOneOfItsThreeIdentifiersAndNoOther)
+{
+    for (const Format* format : formats()) {
+        const bool isHeif = format == &heicFormat || format == &heifFormat || format == &avifFormat;
+        EXPECT_EQ(format->reader->refinedIdentifier != nullptr, isHeif) << format->identifier;
+    }
+    const auto refined = heifFormat.reader->refinedIdentifier;
+    const VipsImagePtr coded(vips_image_new());
+    EXPECT_EQ(refined(coded.get()), "");
+    for (const auto& [codec, identifier] : {std::pair{"hevc", "public.heic"}, std::pair{"av1", "public.avif"},
+                                            std::pair{"jpeg", "public.heif"}}) {
+        vips_image_set_string(coded.get(), "heif-compression", codec);
+        EXPECT_EQ(refined(coded.get()), identifier);
+    }
+}
+
+TEST_F(Heif, ThatIsCutOffGivesNoPicture)
+{
+    test::save(m_folder / "a.heic", test::corneredPicture(64, 64));
+    const std::string bytes = test::readBytes(m_folder / "a.heic");
+    for (std::size_t size = 0; size < bytes.size(); size += bytes.size() / 12) {
+        test::writeText(m_folder / "b.heic", bytes.substr(0, size));
+        const auto source = ImageSource::open(m_folder / "b.heic");
+        EXPECT_FALSE(source && decode(source->image())) << size;
+    }
+}
+
+} // namespace
+} // namespace lumora

@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "pixels/stored_form.h"
+#include "tests/platform/formats/png/png_file.h"
+#include "tests/platform/formats/written_pictures.h"
+
+#include <gmock/gmock.h>
+
+namespace lumora {
+namespace {
+
+using namespace std::string_literals;
+
+using Png = test::WrittenPictures;
+
+TEST_F(Png, BringsItsMetadataAlong)
+{
+    Metadata metadata = test::someMetadata();
+    metadata.pngTexts = {{"Title", "Harbour"}, {"Author", "Zo\xC3\xAB"}};
+    metadata.pngDensity = {300, 150};
+    const auto source =
+        ImageSource::open(written(redrawn(test::corneredPicture(16, 12)), "public.png", 1, metadata));
+    ASSERT_TRUE(source);
+    test::expectSomeMetadata(source->metadata());
+    EXPECT_THAT(source->metadata().pngTexts, testing::IsSupersetOf(metadata.pngTexts));
+    EXPECT_NEAR(source->metadata().pngDensity.x, 300, 0.02);
+    EXPECT_NEAR(source->metadata().pngDensity.y, 150, 0.02);
+}
+
+TEST_F(Png, TellsInHowManyBitsItsGrayWasStored)
+{
+    test::Pixels stripes{32, 4, 1, {}};
+    for (int i = 0; i < 32 * 4; ++i)
+        stripes.bytes.push_back(i % 2 == 0 ? 255 : 0);
+    for (const int bits : {1, 2, 4, 8}) {
+        test::save(m_folder / "a.png", stripes, {.bits = bits});
+        const auto source = ImageSource::open(m_folder / "a.png");
+        ASSERT_TRUE(source);
+        EXPECT_EQ(storedForm(source->image().pixels()).bits, bits);
+        EXPECT_EQ(source->metadata().colorModel, "Gray");
+    }
+}
+
+TEST_F(Png, WithDamagedDataGivesNoPicture)
+{
+    test::save(m_folder / "a.png", test::corneredPicture(64, 48));
+    std::string png = test::readBytes(m_folder / "a.png");
+    png[png.size() - 40] = static_cast<char>(png[png.size() - 40] ^ 0x55);
+    test::writeText(m_folder / "a.png", png);
+    const auto source = ImageSource::open(m_folder / "a.png");
+    ASSERT_TRUE(source);
+    EXPECT_FALSE(decode(source->image()));
+}
+
+TEST_F(Png, WithAnUnsoundHeadIsRefused)
+{
+    test::writeText(m_folder / "a.png", std::string(test::pngSignature));
+    const auto source = ImageSource::open(m_folder / "a.png");
+    ASSERT_FALSE(source);
+    EXPECT_EQ(source.error().description, "damaged PNG");
+}
+
+} // namespace
+} // namespace lumora
