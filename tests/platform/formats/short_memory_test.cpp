@@ -42,7 +42,7 @@ void operator delete(void* memory, std::size_t) noexcept
 namespace lumora {
 namespace {
 
-constexpr PictureFacts facts{16, 12, true, {}};
+const PictureFacts facts{16, 12, true, {}};
 
 Metadata metadataWithoutXmp()
 {

@@ -48,7 +48,7 @@ protected:
     std::filesystem::path written(const Image& image, const std::string& type, double quality = 0.82,
                                   const Metadata& metadata = {})
     {
-        const auto file = m_folder / ("out" + std::to_string(++m_count));
+        auto file = m_folder / ("out" + std::to_string(++m_count));
         auto destination = ImageDestination::create(file, type);
         EXPECT_TRUE(destination);
         destination->addImage(image, {metadata, quality});

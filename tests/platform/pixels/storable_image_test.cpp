@@ -49,9 +49,9 @@ TEST(StorableBitmap, HasNoComponentThatSaysNothing)
 TEST(StorableBitmap, KeepsWhatOnlyItsLastPixelNeeds)
 {
     test::Pixels pixels = uniformPicture(3, 2, {9, 9, 9, 255});
-    pixels.bytes[5 * 4] = 8;
+    pixels.bytes[20] = 8; // the red of the last pixel
     EXPECT_EQ(pixelsOf(stored(imageOf(pixels, ImageState::drawn), roomy).get()).bands, 3);
-    pixels.bytes[5 * 4 + 3] = 254;
+    pixels.bytes[23] = 254;
     EXPECT_EQ(pixelsOf(stored(imageOf(pixels, ImageState::drawn), roomy).get()).bands, 4);
 }
 

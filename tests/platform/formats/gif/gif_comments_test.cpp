@@ -86,8 +86,9 @@ TEST(AddedGifComments, ComeBackAndThePictureStays)
 TEST(AddedGifComments, StandBeforeThePicture)
 {
     for (const std::string& head : {header, tableHeader}) {
-        EXPECT_EQ(withGifComments(bytesOf(head + picture + ";"), {"first"}),
-                  bytesOf(head + remark("first") + picture + ";"));
+        std::string expected = head;
+        expected += remark("first") + picture + ";";
+        EXPECT_EQ(withGifComments(bytesOf(head + picture + ";"), {"first"}), bytesOf(expected));
     }
 }
 

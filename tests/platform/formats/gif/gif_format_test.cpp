@@ -62,7 +62,7 @@ TEST_F(Gif, BringsItsRemarksAlong)
 TEST_F(Gif, GivesItsFirstFrame)
 {
     test::Pixels frames = test::uniformPicture(8, 16, {250, 0, 0});
-    for (std::size_t i = 8 * 8 * 3; i < frames.bytes.size(); i += 3)
+    for (std::size_t i = std::size_t{8} * 8 * 3; i < frames.bytes.size(); i += 3)
         frames.bytes[i] = 10;
     test::save(m_folder / "a.gif", frames, {.pageHeight = 8});
     const auto source = ImageSource::open(m_folder / "a.gif");
