@@ -98,6 +98,8 @@ int run(int argc, char** argv, const LaunchRequest& request)
     startImageLibrary(); // the toolkit brings threads
     // Ignored, as a parent may leave it, the encoder's exit status would be lost.
     std::signal(SIGCHLD, SIG_DFL);
+    // A file that grows beyond what the user may write is a failed write, not the end of the program.
+    std::signal(SIGXFSZ, SIG_IGN);
     makeRoomForToken();
     QApplication application(argc, argv);
     describeApplication();

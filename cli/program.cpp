@@ -76,6 +76,8 @@ int runProgram(const std::vector<std::string>& arguments)
     // A reader that leaves early shows as a failed write, not as the end of the program in the middle of a
     // file.
     std::signal(SIGPIPE, SIG_IGN);
+    // So is a file that grows beyond what the user may write.
+    std::signal(SIGXFSZ, SIG_IGN);
     // Ignored, as a parent may leave it, the encoder's exit status would be lost.
     std::signal(SIGCHLD, SIG_DFL);
     const auto parsed = parseCommandLine(arguments);

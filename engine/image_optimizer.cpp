@@ -80,6 +80,21 @@ AtomicFile encode(const Job& job, const ImageSource& source, const Image& image,
     return encodeWithPlatform(job, source, image, output);
 }
 
+bool decodesTo(const Image& image, const std::filesystem::path& file)
+{
+    const auto written = ImageSource::open(file);
+    if (!written || written->image().width() != image.width() || written->image().height() != image.height())
+        return false;
+    return static_cast<bool>(decode(written->image()));
+}
+
+// Where something else is given up for the output, nobody's word is enough.
+void checkWhole(const Job& job, const OutputPlan& output, const Image& image, const AtomicFile& encoded)
+{
+    if ((output.isTaken || job.settings.moveOriginalToTrash) && !decodesTo(image, encoded.draft()))
+        throw ImageOptimizerError::cannotFinalize(output.path, "the new file cannot be read");
+}
+
 // Only now does an older output give way, to a whole new one.
 void putInPlace(const Job& job, const OutputPlan& output, AtomicFile& encoded, ExistingFile permission)
 {
@@ -91,27 +106,17 @@ void putInPlace(const Job& job, const OutputPlan& output, AtomicFile& encoded, E
     if (!placed) throw PlatformError(placed.error().description);
 }
 
-// Whether the output can stand for the original: it survives a power cut and decodes to its last row.
-bool isSafe(const std::filesystem::path& output, const Image& image)
-{
-    if (!syncFile(output)) return false;
-    const auto written = ImageSource::open(output);
-    if (!written || written->image().width() != image.width() || written->image().height() != image.height())
-        return false;
-    return static_cast<bool>(decode(written->image()));
-}
-
 bool isUntouched(const Job& job, const ImageSource& source)
 {
     return source.stamp() && fileStamp(job.input) == source.stamp();
 }
 
-// False when the original should have gone to the Trash and did not.
-bool disposeOfOriginal(const Job& job, const ImageSource& source, const Image& image,
-                       const std::filesystem::path& output)
+// False when the original should have gone to the Trash and did not. It goes only when a power cut could no
+// longer take the output.
+bool disposeOfOriginal(const Job& job, const ImageSource& source, const std::filesystem::path& output)
 {
     if (!job.settings.moveOriginalToTrash || isSameFile(job.input, output)) return true;
-    if (!isSafe(output, image) || !isUntouched(job, source)) return false;
+    if (!syncFile(output) || !isUntouched(job, source)) return false;
     return static_cast<bool>(job.services.moveToTrash(job.input));
 }
 
@@ -135,11 +140,12 @@ ProcessingResult optimize(const std::filesystem::path& input, const OptimizerSet
     const OutputPlan planned = plan(input, source, settings);
     const ExistingFile permission = permissionFor(job, planned);
     AtomicFile encoded = encode(job, source, image, planned);
+    checkWhole(job, planned, image, encoded);
     putInPlace(job, planned, encoded, permission);
     const std::filesystem::path& output = planned.path;
 
     if (settings.preserveModificationTime) preserveModificationDate(input, output);
-    const bool isOriginalDisposedOf = disposeOfOriginal(job, source, image, output);
+    const bool isOriginalDisposedOf = disposeOfOriginal(job, source, output);
     const std::int64_t outputBytes = fileSize(output);
     return {input,
             output,

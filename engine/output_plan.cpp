@@ -4,6 +4,7 @@
 
 #include "engine/output_naming.h"
 #include "formats/image_destination.h"
+#include "records/errors.h"
 #include "system/file_services.h"
 #include "system/paths.h"
 
@@ -42,6 +43,7 @@ OutputPlan plan(const std::filesystem::path& input, const ImageSource& source,
                 const OptimizerSettings& settings)
 {
     std::filesystem::path path = outputPath(input, source, settings);
+    if (const auto status = checkReplaceable(path); !status) throw PlatformError(status.error().description);
     const bool isTaken = fileExists(path);
     return {std::move(path), isTaken, outputType(source, settings)};
 }

@@ -19,7 +19,8 @@ struct OutputPlan
     std::string typeIdentifier; // to encode to
 };
 
-// Throws missingDestinationFolder, or unsupportedFormat when nothing here writes the type.
+// Throws missingDestinationFolder, unsupportedFormat when nothing here writes the type, or a PlatformError
+// when a folder stands at the path.
 OutputPlan plan(const std::filesystem::path& input, const ImageSource& source,
                 const OptimizerSettings& settings);
 

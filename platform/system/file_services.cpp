@@ -53,6 +53,14 @@ bool isExecutableFile(const std::filesystem::path& path)
     return status && S_ISREG(status->st_mode) && ::access(path.c_str(), X_OK) == 0;
 }
 
+Status checkReplaceable(const std::filesystem::path& path)
+{
+    struct stat status;
+    if (::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode))
+        return fileError(path, "written", EISDIR);
+    return Done{};
+}
+
 Status removeFile(const std::filesystem::path& path)
 {
     if (::unlink(path.c_str()) != 0) return fileError(path, "removed", errno);

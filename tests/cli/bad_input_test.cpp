@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/cli/cli_fixture.h"
+#include "tests/support/file_size_limit.h"
 #include "tests/support/sample_images.h"
 
 #include "samples/pictures.h"
@@ -225,6 +226,18 @@ TEST_F(CliTest, aFullDiskFailsEachFileAndLeavesNoPiece)
         EXPECT_THAT(outcome.objects()[0].at("message").get<std::string>(), StartsWith("Could not "))
             << format;
         EXPECT_THAT(outputs(), IsEmpty()) << format;
+    }
+}
+
+TEST_F(CliTest, aLimitOnTheSizeOfFilesIsAFailedWriteAndLeavesNothing)
+{
+    photograph("a.jpg");
+    for (const char* format : {"jpeg", "png", "webp"}) {
+        const lumora::test::FileSizeLimit limit(1000);
+        std::signal(SIGXFSZ, SIG_DFL); // as a shell leaves it to the program
+        const Outcome outcome = runInto({"--format", format, "a.jpg"});
+        EXPECT_EQ(outcome.status, 1) << format;
+        EXPECT_FALSE(fs::exists(out("")) && !fs::is_empty(out(""))) << format;
     }
 }
 

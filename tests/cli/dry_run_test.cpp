@@ -120,6 +120,18 @@ INSTANTIATE_TEST_SUITE_P(
                    "Original Format is not supported by this macOS ImageIO installation."}),
     [](const auto& instance) { return instance.param.name; });
 
+TEST_F(CliTest, aDryRunForeseesThatAFolderStandsAtTheOutputsName)
+{
+    photograph("a.jpg");
+    fs::create_directory(in("a.webp"));
+    for (const bool dry : {true, false}) {
+        const Outcome outcome = run({dry ? "--dry-run" : "--quiet", in("a.jpg").native()});
+        EXPECT_EQ(outcome.status, 1) << dry;
+        EXPECT_THAT(outcome.results, testing::HasSubstr("a.webp could not be written: Is a directory"))
+            << dry;
+    }
+}
+
 TEST_F(CliTest, aDryRunRefusesAnOutputFolderThatCannotBeMade)
 {
     photograph("a.jpg");

@@ -178,7 +178,7 @@ TEST_F(Optimizer, KeepsAnOriginalThatChangedMeanwhile)
     EXPECT_TRUE(std::filesystem::exists(source));
 }
 
-TEST_F(Optimizer, KeepsTheOriginalOfAnOutputThatDoesNotDecode)
+TEST_F(Optimizer, GivesNothingUpForAnOutputThatDoesNotDecode)
 {
     const auto source = photo("a.png");
     test::save(m_folder / "made.webp", test::load(source));
@@ -186,9 +186,15 @@ TEST_F(Optimizer, KeepsTheOriginalOfAnOutputThatDoesNotDecode)
     std::fill(damaged.begin() + 40, damaged.end(), '\0'); // whole by its length
     test::writeText(m_folder / "damaged.webp", damaged);
     installWriting(m_folder / "damaged.webp");
-    const auto result = optimize(source, {.resizeMode = ResizeMode::none, .moveOriginalToTrash = true});
-    EXPECT_THAT(result.message, testing::EndsWith(". Original could not be moved to Trash"));
+    EXPECT_EQ(failureOf(source, {.resizeMode = ResizeMode::none, .moveOriginalToTrash = true}),
+              "Could not finish writing a.webp: the new file cannot be read");
     EXPECT_TRUE(std::filesystem::exists(source));
+    EXPECT_EQ(filesIn(m_in), 1U);
+
+    test::writeText(m_in / "a.webp", "an earlier output");
+    EXPECT_EQ(failureOf(source, {.resizeMode = ResizeMode::none}),
+              "Could not finish writing a.webp: the new file cannot be read");
+    EXPECT_EQ(test::readBytes(m_in / "a.webp"), "an earlier output");
 }
 
 } // namespace

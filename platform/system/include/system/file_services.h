@@ -23,6 +23,9 @@ bool fileExists(const std::filesystem::path& path);
 // A regular file, links followed, that this user may run.
 bool isExecutableFile(const std::filesystem::path& path);
 
+// Fails when a folder stands at the path, which no file can replace.
+Status checkReplaceable(const std::filesystem::path& path);
+
 // Removes one file, or a link and not what it leads to. A folder is refused, whatever it holds.
 Status removeFile(const std::filesystem::path& path);
 
