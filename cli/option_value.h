@@ -60,6 +60,7 @@ template <class Enum>
 OptionValue choice(std::string_view argument, Enum CommandLine::*member)
 {
     std::vector<std::string> names;
+    names.reserve(allCases<Enum>.size());
     for (const Enum value : allCases<Enum>)
         names.emplace_back(rawValue(value));
     return choice(argument, member, std::move(names));

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The exact colours of a picture, when they are few. For the codec layer only.
+// The exact colours of a picture, when they are few. Any thread.
 #pragma once
 
 #include <cstdint>

@@ -2,14 +2,14 @@
 # SPDX-FileCopyrightText: 2026 Tidewell
 # SPDX-License-Identifier: GPL-3.0-or-later
 # lint.sh [--all]: clang-format on every source, and clang-tidy on those that changed last, the newest first: in the
-# working tree, then in the last 20 commits, but no more than 24 sources, which two cores read in two minutes.
+# working tree, then in the last 20 commits, but no more than 20 sources, which two cores read in two minutes.
 # --all reads every source, which takes them half an hour.
 set -eu
 
 self=$(readlink -f -- "${BASH_SOURCE[0]}")
 cd -- "$(dirname -- "$self")/../.."
 commits=20
-limit=24
+limit=20
 database=build/lint
 
 changed_files() {
