@@ -27,8 +27,6 @@ std::string qualityArgument(double quality)
 ImageOptimizerError errorOf(const CwebpError& error, const std::filesystem::path& output)
 {
     switch (error.step) {
-    case CwebpError::Step::findingEncoder:
-        return ImageOptimizerError::unsupportedFormat("WebP support is not bundled in this build.");
     case CwebpError::Step::drawing:
         return ImageOptimizerError::cannotCreateDestination(error.file);
     case CwebpError::Step::writingPpm:
@@ -72,7 +70,9 @@ AtomicFile encodeWebPWithCWebP(const Image& image, const std::filesystem::path& 
                                const OptimizerSettings& settings, const Metadata&,
                                const std::stop_token& stop)
 {
-    auto encoded = encodeWithCwebp(image, output, cwebpOptions(settings), stop);
+    const auto encoder = bundledCWebPExecutableURL();
+    if (!encoder) throw ImageOptimizerError::unsupportedFormat("WebP support is not bundled in this build.");
+    auto encoded = encodeWithCwebp(*encoder, image, output, cwebpOptions(settings), stop);
     if (!encoded) throw errorOf(encoded.error(), output);
     return std::move(*encoded);
 }

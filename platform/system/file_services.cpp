@@ -3,12 +3,10 @@
 #include "system/file_services.h"
 
 #include "file_errors.h"
-#include "system/file_descriptor.h"
 
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
-#include <sys/sendfile.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,17 +18,6 @@ std::optional<struct stat> statusOf(const std::filesystem::path& path)
     struct stat status;
     if (::stat(path.c_str(), &status) != 0) return std::nullopt;
     return status;
-}
-
-// 0, or the errno of the transfer that failed.
-int transfer(int from, int to)
-{
-    constexpr std::size_t atOnce = std::size_t{1} << 30U;
-    for (;;) {
-        const ssize_t sent = ::sendfile(to, from, nullptr, atOnce);
-        if (sent == 0) return 0;
-        if (sent < 0 && errno != EINTR) return errno;
-    }
 }
 
 } // namespace
@@ -65,25 +52,6 @@ Status removeFile(const std::filesystem::path& path)
 {
     if (::unlink(path.c_str()) != 0) return fileError(path, "removed", errno);
     return Done{};
-}
-
-Status copyFile(const std::filesystem::path& from, const std::filesystem::path& to)
-{
-    // Without waiting for a writer, should the source be a pipe: that fails by its kind below.
-    const FileDescriptor source(::open(from.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (!source.isOpen()) return fileError(from, "copied", errno);
-    struct stat status;
-    if (::fstat(source.get(), &status) != 0) return fileError(from, "copied", errno);
-    if (!S_ISREG(status.st_mode)) return fileError(from, "copied", S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
-
-    FileDescriptor target(
-        ::open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, status.st_mode & 0777U));
-    if (!target.isOpen()) return fileError(to, "written", errno);
-    int failure = transfer(source.get(), target.get());
-    if (!target.close() && failure == 0) failure = errno;
-    if (failure == 0) return Done{};
-    ::unlink(to.c_str());
-    return fileError(to, "written", failure);
 }
 
 std::optional<timespec> modificationDate(const std::filesystem::path& path)

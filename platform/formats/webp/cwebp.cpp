@@ -3,7 +3,6 @@
 #include "formats/cwebp.h"
 
 #include "records/uuid.h"
-#include "system/bundle.h"
 #include "system/child_process.h"
 #include "system/file_services.h"
 #include "system/regular_file.h"
@@ -94,17 +93,15 @@ std::optional<std::filesystem::path> findCwebp(const std::filesystem::path& bund
     return std::nullopt;
 }
 
-Result<AtomicFile, CwebpError> encodeWithCwebp(const Image& image, const std::filesystem::path& output,
+Result<AtomicFile, CwebpError> encodeWithCwebp(const std::filesystem::path& encoder, const Image& image,
+                                               const std::filesystem::path& output,
                                                std::vector<std::string> options, const std::stop_token& stop)
 {
-    const auto encoder = findCwebp(mainBundlePath());
-    if (!encoder) return CwebpError{Step::findingEncoder, {}, {}};
-
     const TemporaryFile ppm("ppm");
     const TemporaryFile webp("webp");
     if (const auto status = writePpm(image, ppm.path()); !status) return status.error();
     options.insert(options.end(), {ppm.path().string(), "-o", webp.path().string()});
-    if (const auto status = run(*encoder, options, webp.path(), stop); !status) return status.error();
+    if (const auto status = run(encoder, options, webp.path(), stop); !status) return status.error();
     return takenOver(webp.path(), image, output);
 }
 

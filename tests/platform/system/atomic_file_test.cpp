@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "system/atomic_file.h"
 
+#include "system/regular_file.h"
 #include "tests/support/file_size_limit.h"
 #include "tests/support/files.h"
 #include "tests/support/temporary_directory.h"
@@ -93,6 +94,69 @@ TEST(AtomicFile, KeepsTheOldFileWhenTheDiskIsFull)
     }
     EXPECT_EQ(readFile(folder / "target"), "old");
     EXPECT_EQ(entryCount(folder.path()), 1U);
+}
+
+TEST(AtomicFile, TakesInAnotherFileOfAnyLength)
+{
+    const TemporaryDirectory folder;
+    const std::string content(3'000'000, 'x');
+    writeFile(folder / "from", content);
+    const auto from = openRegularFile(folder / "from");
+    ASSERT_TRUE(from);
+    Result<AtomicFile> file = AtomicFile::create(folder / "to");
+    ASSERT_TRUE(file);
+    ASSERT_TRUE(file->append(bytesOf("before ")));
+    ASSERT_TRUE(file->appendFile(from->get()));
+    ASSERT_TRUE(file->commit());
+    EXPECT_EQ(readFile(folder / "to"), "before " + content);
+}
+
+TEST(AtomicFile, SaysWhyAnotherFileDoesNotFit)
+{
+    const TemporaryDirectory folder;
+    writeFile(folder / "from", std::string(100'000, 'x'));
+    const auto from = openRegularFile(folder / "from");
+    ASSERT_TRUE(from);
+    {
+        Result<AtomicFile> file = AtomicFile::create(folder / "to");
+        ASSERT_TRUE(file);
+        const FileSizeLimit full(50'000);
+        const Status copied = file->appendFile(from->get());
+        ASSERT_FALSE(copied);
+        EXPECT_EQ(copied.error().description, "to could not be written: File too large");
+    }
+    EXPECT_EQ(entryCount(folder.path()), 1U);
+}
+
+TEST(AtomicFile, KeepsAnExistingTargetWhenToldToAndMayTryAgain)
+{
+    const TemporaryDirectory folder;
+    Result<AtomicFile> file = AtomicFile::create(folder / "to");
+    ASSERT_TRUE(file);
+    ASSERT_TRUE(file->append(bytesOf("new")));
+    writeFile(folder / "to", "appeared meanwhile");
+    const Status kept = file->commit(ExistingFile::keep);
+    ASSERT_FALSE(kept);
+    EXPECT_TRUE(file->isTaken());
+    EXPECT_EQ(kept.error().description, "to could not be written: File exists");
+    EXPECT_EQ(readFile(folder / "to"), "appeared meanwhile");
+    EXPECT_EQ(readFile(file->draft()), "new");
+    ASSERT_TRUE(file->commit(ExistingFile::replace));
+    EXPECT_EQ(readFile(folder / "to"), "new");
+    EXPECT_EQ(entryCount(folder.path()), 1U);
+
+    Result<AtomicFile> other = AtomicFile::create(folder / "free");
+    ASSERT_TRUE(other);
+    EXPECT_TRUE(other->commit(ExistingFile::keep));
+    EXPECT_FALSE(other->isTaken());
+}
+
+TEST(SyncFile, FailsOnlyForWhatIsNotThere)
+{
+    const TemporaryDirectory folder;
+    writeFile(folder / "file", "content");
+    EXPECT_TRUE(syncFile(folder / "file"));
+    EXPECT_FALSE(syncFile(folder / "missing"));
 }
 
 TEST(AtomicFile, DoesNotReplaceAFolder)

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "system/file_services.h"
 
-#include "tests/support/file_size_limit.h"
 #include "tests/support/files.h"
 #include "tests/support/temporary_directory.h"
 
@@ -14,7 +13,6 @@
 namespace lumora {
 namespace {
 
-using test::FileSizeLimit;
 using test::readFile;
 using test::TemporaryDirectory;
 using test::writeFile;
@@ -89,51 +87,18 @@ TEST(RemoveFile, RefusesAFolderWithAllItHolds)
     EXPECT_EQ(readFile(folder / "a.webp" / "inside"), "kept");
 }
 
-TEST(CopyFile, CopiesBytesAndPermissions)
+TEST(CheckReplaceable, RefusesFoldersAlone)
 {
     const TemporaryDirectory folder;
-    const std::string content(3'000'000, 'x');
-    writeFile(folder / "from", content);
-    std::filesystem::permissions(folder / "from", std::filesystem::perms::owner_read);
-    ASSERT_TRUE(copyFile(folder / "from", folder / "to"));
-    EXPECT_EQ(readFile(folder / "to"), content);
-    EXPECT_EQ(std::filesystem::status(folder / "to").permissions(), std::filesystem::perms::owner_read);
-}
-
-TEST(CopyFile, KeepsAnExistingTarget)
-{
-    const TemporaryDirectory folder;
-    writeFile(folder / "from", "new");
-    writeFile(folder / "to", "old");
-    const Status copied = copyFile(folder / "from", folder / "to");
-    ASSERT_FALSE(copied);
-    EXPECT_EQ(copied.error().description, "to could not be written: File exists");
-    EXPECT_EQ(readFile(folder / "to"), "old");
-}
-
-TEST(CopyFile, RefusesWhatIsNotAFile)
-{
-    const TemporaryDirectory folder;
-    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
-    EXPECT_FALSE(copyFile(folder / "pipe", folder / "to"));
-    EXPECT_FALSE(copyFile(folder.path(), folder / "to"));
-    const Status missing = copyFile(folder / "missing", folder / "to");
-    ASSERT_FALSE(missing);
-    EXPECT_EQ(missing.error().description, "missing could not be copied: No such file or directory");
-    EXPECT_FALSE(fileExists(folder / "to"));
-}
-
-TEST(CopyFile, LeavesNoTargetWhenTheDiskIsFull)
-{
-    const TemporaryDirectory folder;
-    writeFile(folder / "from", std::string(100'000, 'x'));
-    {
-        const FileSizeLimit full(50'000);
-        const Status copied = copyFile(folder / "from", folder / "to");
-        ASSERT_FALSE(copied);
-        EXPECT_EQ(copied.error().description, "to could not be written: File too large");
-    }
-    EXPECT_FALSE(fileExists(folder / "to"));
+    std::filesystem::create_directory(folder / "a.webp");
+    std::filesystem::create_directory_symlink(folder / "a.webp", folder / "link");
+    writeFile(folder / "file", "");
+    EXPECT_TRUE(checkReplaceable(folder / "missing"));
+    EXPECT_TRUE(checkReplaceable(folder / "file"));
+    EXPECT_TRUE(checkReplaceable(folder / "link"));
+    const Status refused = checkReplaceable(folder / "a.webp");
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().description, "a.webp could not be written: Is a directory");
 }
 
 TEST(ModificationDate, IsCarriedOverToTheNanosecond)

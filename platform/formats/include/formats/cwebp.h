@@ -24,7 +24,8 @@ std::optional<std::filesystem::path> findCwebp(const std::filesystem::path& bund
 // Encodes the file that is to be at the path; it is whole, but still has to be given its name. `options` are
 // the encoder's arguments but for the two files, which are put behind them. Blocks its thread until the
 // encoder ends, without a time limit; a stop kills it. Leaves no temporary file on any way out.
-Result<AtomicFile, CwebpError> encodeWithCwebp(const Image& image, const std::filesystem::path& output,
+Result<AtomicFile, CwebpError> encodeWithCwebp(const std::filesystem::path& encoder, const Image& image,
+                                               const std::filesystem::path& output,
                                                std::vector<std::string> options, const std::stop_token& stop);
 
 } // namespace lumora

@@ -11,7 +11,6 @@ namespace lumora {
 struct CwebpError
 {
     enum class Step {
-        findingEncoder,
         drawing,    // `file` is the PPM file
         writingPpm, // `file` is the PPM file
         launching,  // `file` is the encoder

@@ -29,10 +29,6 @@ Status checkReplaceable(const std::filesystem::path& path);
 // Removes one file, or a link and not what it leads to. A folder is refused, whatever it holds.
 Status removeFile(const std::filesystem::path& path);
 
-// Copies the bytes and the permissions of a regular file. The target must not exist: a file that appeared
-// meanwhile is kept and the copy fails. A copy that fails part-way leaves no target.
-Status copyFile(const std::filesystem::path& from, const std::filesystem::path& to);
-
 // The time of the last change of content, links followed; absent when it cannot be read.
 std::optional<timespec> modificationDate(const std::filesystem::path& path);
 // Changes that time alone.
