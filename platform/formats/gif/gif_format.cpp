@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <array>
+#include <new>
 #include <optional>
 
 namespace lumora {
@@ -39,11 +40,23 @@ std::optional<IndexedPixels> exactColors(VipsImage* image)
     return colors;
 }
 
-int appendTo(void* bytes, const std::uint8_t* data, std::size_t size)
+struct Sink
 {
-    const auto more = std::as_bytes(std::span(data, size));
-    static_cast<Bytes*>(bytes)->insert(static_cast<Bytes*>(bytes)->end(), more.begin(), more.end());
-    return 0;
+    Bytes bytes;
+    bool isOutOfMemory = false;
+};
+
+// No exception may pass through the library: it is C, and would leave its memory behind.
+int appendTo(void* context, const std::uint8_t* data, std::size_t size) noexcept
+{
+    auto& sink = *static_cast<Sink*>(context);
+    try {
+        const auto more = std::as_bytes(std::span(data, size));
+        sink.bytes.insert(sink.bytes.end(), more.begin(), more.end());
+    } catch (const std::bad_alloc&) {
+        sink.isOutOfMemory = true;
+    }
+    return sink.isOutOfMemory ? 1 : 0;
 }
 
 Result<Bytes> encodeIndexed(VipsImage* image, IndexedPixels& colors)
@@ -51,14 +64,14 @@ Result<Bytes> encodeIndexed(VipsImage* image, IndexedPixels& colors)
     std::vector<std::uint8_t> palette;
     for (const PaletteColor& c : colors.palette)
         palette.insert(palette.end(), {c.red, c.green, c.blue});
-    Bytes bytes;
+    Sink sink;
     CGIF_Config config{};
     config.pGlobalPalette = palette.data();
     config.numGlobalPaletteEntries = static_cast<std::uint16_t>(colors.palette.size());
     config.width = static_cast<std::uint16_t>(vips_image_get_width(image));
     config.height = static_cast<std::uint16_t>(vips_image_get_height(image));
     config.pWriteFn = appendTo;
-    config.pContext = &bytes;
+    config.pContext = &sink;
     CGIF_FrameConfig frame{};
     if (colors.palette.front().alpha == 0) { // the palette begins with what is not opaque
         // The library gives only the frames of an animation the block that names the transparent index.
@@ -71,8 +84,10 @@ Result<Bytes> encodeIndexed(VipsImage* image, IndexedPixels& colors)
     CGIF* const gif = cgif_newgif(&config);
     if (!gif) return Error{"not enough memory"};
     const bool isAdded = cgif_addframe(gif, &frame) == CGIF_OK;
-    if (cgif_close(gif) != CGIF_OK || !isAdded) return Error{"the picture cannot be stored as GIF"};
-    return bytes;
+    const bool isClosed = cgif_close(gif) == CGIF_OK;
+    if (sink.isOutOfMemory) return Error{"not enough memory"};
+    if (!isAdded || !isClosed) return Error{"the picture cannot be stored as GIF"};
+    return std::move(sink.bytes);
 }
 
 Result<Bytes> encodeDithered(VipsImage* image)
