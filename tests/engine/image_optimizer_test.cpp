@@ -9,7 +9,6 @@
 namespace lumora {
 namespace {
 
-using test::SettingsDraft;
 using testing::StartsWith;
 
 using Optimizer = test::OptimizerTest;

@@ -53,7 +53,7 @@ protected:
     // knows.
     std::filesystem::path webpOfSize(int width, int height, std::size_t size)
     {
-        const auto file = m_folder / ("padded" + std::to_string(size) + ".webp");
+        auto file = m_folder / ("padded" + std::to_string(size) + ".webp");
         save(file, uniformPicture(width, height, {9, 9, 9}));
         std::string bytes = readBytes(file);
         const std::size_t padding = size - bytes.size() - 8;
