@@ -6,6 +6,7 @@
 #include "cli/json_line.h"
 #include "cli/overwrite_prompt.h"
 #include "cli/printable.h"
+#include "cli/unused_paths.h"
 #include "engine/file_input_resolver.h"
 #include "engine/output_plan.h"
 #include "formats/image_source.h"
@@ -60,8 +61,11 @@ std::string row(const ProcessingResult& result)
 int dryRun(const CommandLine& line, Console& console)
 {
     const auto paths = FileInputResolver::imageURLs(line.paths);
+    const auto complaints = complaintsAboutUnused(line.paths, paths);
+    for (const std::string& complaint : complaints)
+        console.complain(complaint);
     if (paths.empty()) console.complain("No supported image files found");
-    bool allSucceed = !paths.empty();
+    bool allSucceed = !paths.empty() && complaints.empty();
     for (const auto& path : paths) {
         const ProcessingResult result = foreseen(path, line);
         allSucceed = allSucceed && result.isSuccess;

@@ -64,8 +64,8 @@ std::string helpText()
             help += std::string(indentation - left.size(), ' ');
         appendWrapped(help, description(option), indentation);
     }
-    help += "\nExit status: 0 when every file succeeded; 1 when one failed or was skipped or no\n"
-            "supported image was found; 2 for wrong usage; 130 when interrupted.\n";
+    help += "\nExit status: 0 when every file succeeded; 1 when one failed or was skipped or a\n"
+            "named path led to no image; 2 for wrong usage; 130 when interrupted.\n";
     return help;
 }
 

@@ -34,6 +34,19 @@ Number atLeastOne(const GivenOption& given)
     return numberWithin(given, Number{1}, std::numeric_limits<Number>::max(), "of at least 1");
 }
 
+// "webpLossless" as people write it on command lines: "webp-lossless".
+std::string hyphenated(std::string_view name)
+{
+    std::string word;
+    for (const char c : name) {
+        if (c >= 'A' && c <= 'Z')
+            word.append({'-', static_cast<char>(c - 'A' + 'a')});
+        else
+            word += c;
+    }
+    return word;
+}
+
 // Without trailing zeros.
 std::string shortest(double number)
 {
@@ -101,7 +114,9 @@ OptionValue folder(std::optional<std::filesystem::path> CommandLine::*member)
 
 std::size_t chosen(const GivenOption& given, const std::vector<std::string>& names)
 {
-    const auto place = std::ranges::find(names, given.value);
+    const auto place = std::ranges::find_if(names, [&](const std::string& name) {
+        return given.value == name || given.value == hyphenated(name);
+    });
     if (place != names.end()) return static_cast<std::size_t>(place - names.begin());
     std::string list;
     for (const std::string& name : names)

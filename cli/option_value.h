@@ -45,7 +45,7 @@ OptionValue count(std::optional<int> CommandLine::*member);
 OptionValue nameFragment(std::string CommandLine::*member);
 OptionValue folder(std::optional<std::filesystem::path> CommandLine::*member);
 
-// One of an enum's cases, which are numbered from zero and called so.
+// One of an enum's cases, which are numbered from zero and called so; webp-lossless is webpLossless.
 std::size_t chosen(const GivenOption& given, const std::vector<std::string>& names);
 template <class Enum>
 OptionValue choice(std::string_view argument, Enum CommandLine::*member, std::vector<std::string> names)

@@ -2,11 +2,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/options.h"
 
+#include <utility>
+
 namespace lumora::cli {
 
 namespace {
 
 using Line = CommandLine;
+
+// The extension of its files is one more name of the format.
+OptionValue format()
+{
+    OptionValue value = choice("FORMAT", &Line::format);
+    value.apply = [apply = std::move(value.apply)](CommandLine& line, GivenOption given) {
+        if (given.value == "jpg") given.value = "jpeg";
+        apply(line, given);
+    };
+    return value;
+}
 
 std::vector<Option> makeOptions()
 {
@@ -14,9 +27,9 @@ std::vector<Option> makeOptions()
         {.heading = "What to write",
          .letter = 'f',
          .name = "format",
-         .value = choice("FORMAT", &Line::format),
+         .value = format(),
          .help = "what to write",
-         .manual = "With original each file keeps its format."},
+         .manual = "With original each file keeps its format; jpg is jpeg and webp-lossless webpLossless."},
         {.letter = 'q',
          .name = "quality",
          .value = percentage(&Line::quality),

@@ -4,10 +4,9 @@
 
 #include "cli/json_line.h"
 #include "cli/text_rows.h"
-#include "engine/image_file_filter.h"
+#include "cli/unused_paths.h"
 #include "model/stats_store.h"
 #include "model/termination_signals.h"
-#include "system/file_services.h"
 
 #include <QCoreApplication>
 
@@ -33,6 +32,12 @@ ProcessingServices Session::services()
     ProcessingServices services = ProcessingServices::system();
     services.workers = m_line.jobs;
     services.debounce = std::chrono::milliseconds(0);
+    services.expand = [complaints = m_complaintsAboutPaths,
+                       expand = std::move(services.expand)](const auto& paths, const std::stop_token& stop) {
+        auto images = expand(paths, stop);
+        if (!stop.stop_requested()) *complaints = complaintsAboutUnused(paths, images);
+        return images;
+    };
     if (m_line.existing == Existing::ask && OverwritePrompt::isPossible())
         services.confirmOverwrite = [this](const std::filesystem::path& output) {
             return m_prompt.ask(output);
@@ -44,12 +49,6 @@ int Session::run()
 {
     TerminationSignals signals;
     connect(&signals, &TerminationSignals::received, this, &Session::interrupt);
-    // The walk passes silently over what is not there; who named it wants to know.
-    for (const auto& path : m_line.paths) {
-        if (fileExists(path) || ImageFileFilter::isImage(path)) continue;
-        m_console.complain(path.native() + ": there is no such file or folder");
-        m_somePathIsMissing = true;
-    }
     m_model.process(m_line.paths);
     QCoreApplication::exec();
     return exitStatus();
@@ -86,6 +85,10 @@ void Session::stop()
 void Session::finish()
 {
     m_console.progress({});
+    if (!m_interruptedBy) {
+        for (const std::string& complaint : *m_complaintsAboutPaths)
+            m_console.complain(complaint);
+    }
     if (m_totals.files == 0 && !m_interruptedBy)
         m_console.complain(m_model.statusText().toStdString());
     else if (!m_line.json && !m_line.quiet)
@@ -97,7 +100,7 @@ int Session::exitStatus() const
 {
     if (m_interruptedBy) return 128 + *m_interruptedBy;
     const bool allSucceeded = m_totals.files > 0 && m_totals.succeeded == m_totals.files;
-    return allSucceeded && !m_somePathIsMissing && !m_console.resultsFailed() ? 0 : 1;
+    return allSucceeded && m_complaintsAboutPaths->empty() && !m_console.resultsFailed() ? 0 : 1;
 }
 
 } // namespace lumora::cli

@@ -13,7 +13,10 @@
 #include <QLocale>
 #include <QObject>
 
+#include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace lumora {
 class StatsStore;
@@ -43,12 +46,15 @@ private:
     const CommandLine m_line;
     Console& m_console;
     const QLocale m_locale = QLocale::system();
+    // Written by the thread that expands the paths, before the first result is there. That of an interrupted
+    // run may outlive the session.
+    const std::shared_ptr<std::vector<std::string>> m_complaintsAboutPaths =
+        std::make_shared<std::vector<std::string>>();
     OverwritePrompt m_prompt;
     std::unique_ptr<StatsStore> m_stats;
     ProcessingModel m_model;
     ResultTotals m_totals;
     std::optional<int> m_interruptedBy; // the first signal
-    bool m_somePathIsMissing = false;
 };
 
 } // namespace lumora::cli

@@ -67,7 +67,7 @@ void walk(const std::filesystem::path& root, Collection& collection, const std::
         const FolderEntry& entry = level.entries[level.next++];
         std::string path = joined(level.path, entry.name);
         if (ImageFileFilter::isImage(entry.name)) appendImage(path, level.key, entry.name, collection);
-        if (!entry.isFolder || isPackage(entry.name)) continue;
+        if (!entry.isFolder || isPackage(path)) continue;
         std::string key = joined(level.key, entry.name);
         std::vector<FolderEntry> entries = readFolder(path, LinkedFolder::refuse, stop);
         levels.push_back({std::move(path), std::move(key), std::move(entries)});

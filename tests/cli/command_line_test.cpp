@@ -101,6 +101,13 @@ TEST(CommandLine, theLastOfTwoContraryOptionsWins)
     EXPECT_FALSE(accepted({"--srgb", "--no-srgb", "a.jpg"}).sRGB);
 }
 
+TEST(CommandLine, choicesHaveTheNamesThatPeopleType)
+{
+    EXPECT_EQ(accepted({"-f", "jpg", "a.jpg"}).format, OutputFormat::jpeg);
+    EXPECT_EQ(accepted({"-f", "webp-lossless", "a.jpg"}).format, OutputFormat::webpLossless);
+    EXPECT_EQ(accepted({"--resize=longest-edge", "a.jpg"}).resizeMode, ResizeMode::longestEdge);
+}
+
 TEST(CommandLine, everythingAfterTwoDashesIsAPath)
 {
     using Paths = std::vector<std::filesystem::path>;
@@ -180,8 +187,8 @@ INSTANTIATE_TEST_SUITE_P(
         WrongUsage{{"--prefix", "a/b", "a.jpg"}, "--prefix is part of a file name and cannot hold '/'"},
         WrongUsage{{"--suffix", "/", "a.jpg"}, "--suffix is part of a file name and cannot hold '/'"},
         WrongUsage{{"-o", "", "a.jpg"}, "--output-dir takes the name of a folder"},
-        WrongUsage{{"-f", "jpg", "a.jpg"},
-                   "--format takes one of webp, webpLossless, jpeg, png, heic, original, not 'jpg'"},
+        WrongUsage{{"-f", "tiff", "a.jpg"},
+                   "--format takes one of webp, webpLossless, jpeg, png, heic, original, not 'tiff'"},
         WrongUsage{{"-f", "WEBP", "a.jpg"},
                    "--format takes one of webp, webpLossless, jpeg, png, heic, original, not 'WEBP'"},
         WrongUsage{{"--resize", "", "a.jpg"},

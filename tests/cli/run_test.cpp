@@ -12,6 +12,7 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::MatchesRegex;
+using testing::SizeIs;
 using testing::StartsWith;
 
 TEST_F(CliTest, writesBesideTheOriginalByDefault)
@@ -151,7 +152,24 @@ TEST_F(CliTest, findingNoImageIsAFailureWithAComplaint)
     const Outcome outcome = runInto({"notes.txt"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.results, "");
-    EXPECT_EQ(outcome.complaints, "lumora-cli: No supported image files found\n");
+    EXPECT_EQ(outcome.complaints, "lumora-cli: notes.txt: this is not a supported kind of image file\n"
+                                  "lumora-cli: No supported image files found\n");
+}
+
+TEST_F(CliTest, eachNamedPathWithoutAnImageIsNamedAndIsAFailure)
+{
+    fs::create_directories(in("good/inside"));
+    fs::create_directories(in("empty"));
+    photograph("good/inside/a.jpg");
+    writeFile(in("empty/notes.txt"), "no image");
+    writeFile(in("scan.pdf"), "no image");
+    for (const char* mode : {"--json", "--dry-run"}) {
+        const Outcome outcome = runInto({mode, "good", "empty", "./good/inside", "scan.pdf"});
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_THAT(outcome.lines(), SizeIs(1));
+        EXPECT_EQ(outcome.complaints, "lumora-cli: empty: there is no supported image file in this folder\n"
+                                      "lumora-cli: scan.pdf: this is not a supported kind of image file\n");
+    }
 }
 
 TEST_F(CliTest, aMissingPathIsNamedAndTheOthersAreDone)

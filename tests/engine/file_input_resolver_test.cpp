@@ -123,12 +123,24 @@ TEST_F(FileInputResolverTest, TakesHiddenItemsThatAreDroppedThemselves)
 
 TEST_F(FileInputResolverTest, DoesNotEnterPackagesOfAWalk)
 {
-    for (const char* package :
-         {"Tool.app", "Core.Framework", "My Photos.photoslibrary", "x.bundle", "y.PLUGIN"}) {
-        file(std::filesystem::path("album") / package / "Contents/inside.png");
+    const std::filesystem::path album("album");
+    for (const char* mark :
+         {"Tool.app/Contents/Info.plist", "Core.Framework/Resources/Info.plist", "y.PLUGIN/Info.plist",
+          "My Photos.photoslibrary/database/Photos.sqlite", "Old.aplibrary/Database/apdb/Library.apdb"}) {
+        file(album / mark);
+        file(album / *std::filesystem::path(mark).begin() / "Masters/inside.png");
     }
-    const auto outside = file("album/application/inside.png");
+    const auto outside = file("album/application/Info.plist").parent_path() / "inside.png";
+    file(outside.lexically_relative(m_root.path()));
     EXPECT_THAT(resolve({m_root / "album"}), ElementsAre(outside));
+}
+
+TEST_F(FileInputResolverTest, EntersFoldersThatAreOnlyCalledLikePackages)
+{
+    const Paths images{file("album/shop.app/a.png"), file("album/talk.key/b.png"),
+                       file("album/home.pages/c.png"), file("album/2024.photoslibrary/d.png"),
+                       file("album/x.framework/Contents/e.png")};
+    EXPECT_THAT(resolve({m_root / "album"}), testing::UnorderedElementsAreArray(images));
 }
 
 TEST_F(FileInputResolverTest, FindsNothingInOtherDrops)
