@@ -31,19 +31,21 @@ std::string verdict(const ImageOptimizer::OutputPlan& output, Existing existing)
 }
 
 // The steps of a real run up to the first that writes, without the decoding of the picture.
-ProcessingResult foresee(const std::filesystem::path& path, const CommandLine& line)
+ProcessingResult foresee(const std::filesystem::path& path, const CommandLine& line,
+                         const ImageOptimizer::BatchNames& names)
 {
     const auto source = ImageSource::open(path);
     if (!source) throw ImageOptimizerError::unreadableImage();
-    const ImageOptimizer::OutputPlan output = ImageOptimizer::plan(path, *source, line.settings());
+    const ImageOptimizer::OutputPlan output = ImageOptimizer::plan(path, *source, line.settings(), names);
     if (wouldBeSkipped(output, line.existing)) throw ImageOptimizerError::overwriteDeclined();
     return {path, output.path, fileSize(path), 0, verdict(output, line.existing), true};
 }
 
-ProcessingResult foreseen(const std::filesystem::path& path, const CommandLine& line)
+ProcessingResult foreseen(const std::filesystem::path& path, const CommandLine& line,
+                          const ImageOptimizer::BatchNames& names)
 {
     try {
-        return foresee(path, line);
+        return foresee(path, line, names);
     } catch (const std::exception& error) {
         return {path, std::nullopt, 0, 0, error.what(), false};
     }
@@ -66,8 +68,9 @@ int dryRun(const CommandLine& line, Console& console)
         console.complain(complaint);
     if (paths.empty()) console.complain("No supported image files found");
     bool allSucceed = !paths.empty() && complaints.empty();
+    const ImageOptimizer::BatchNames names(paths, line.settings());
     for (const auto& path : paths) {
-        const ProcessingResult result = foreseen(path, line);
+        const ProcessingResult result = foreseen(path, line, names);
         allSucceed = allSucceed && result.isSuccess;
         if (line.json)
             console.result(jsonLine(result));

@@ -5,6 +5,7 @@
 #include "engine/destination_properties.h"
 #include "engine/file_attributes.h"
 #include "engine/image_transform.h"
+#include "engine/output_path.h"
 #include "engine/output_plan.h"
 #include "engine/webp_encoder.h"
 #include "formats/image_destination.h"
@@ -116,6 +117,7 @@ bool isUntouched(const Job& job, const ImageSource& source)
 bool disposeOfOriginal(const Job& job, const ImageSource& source, const std::filesystem::path& output)
 {
     if (!job.settings.moveOriginalToTrash || isSameFile(job.input, output)) return true;
+    if (job.services.names->isAlsoAnother(job.input)) return false;
     if (!syncFile(output) || !isUntouched(job, source)) return false;
     return static_cast<bool>(job.services.moveToTrash(job.input));
 }
@@ -137,7 +139,7 @@ ProcessingResult optimize(const std::filesystem::path& input, const OptimizerSet
     const ImageSource source = openSource(job);
     const Image image = finalImage(job, source);
 
-    const OutputPlan planned = plan(input, source, settings);
+    const OutputPlan planned = plan(input, source, settings, *services.names);
     const ExistingFile permission = permissionFor(job, planned);
     AtomicFile encoded = encode(job, source, image, planned);
     checkWhole(job, planned, image, encoded);

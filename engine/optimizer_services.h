@@ -1,14 +1,16 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the optimizer takes from outside besides the file system: the question to the user, the Trash, and the
-// order to give up. Each is replaceable in tests. A value; its
+// What the optimizer takes from outside besides the file system: the question to the user, the Trash, the
+// order to give up, and what the rest of its batch writes. Each is replaceable in tests. A value; its
 // functions are called from the worker's thread.
 #pragma once
 
+#include "engine/batch_names.h"
 #include "system/result.h"
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <stop_token>
 
 namespace lumora {
@@ -23,6 +25,8 @@ struct OptimizerServices
     std::function<Status(const std::filesystem::path&)> moveToTrash;
     // Once requested, a file in work fails as soon as it can.
     std::stop_token stop;
+    // The outputs of the batch that the file belongs to.
+    std::shared_ptr<const ImageOptimizer::BatchNames> names = std::make_shared<ImageOptimizer::BatchNames>();
 
     // The services of this machine: skip, the desktop's Trash, never stopped.
     static OptimizerServices system();

@@ -88,6 +88,15 @@ std::filesystem::path outputPathBesideSource(const std::filesystem::path& source
                   outputExtension(source, sourceType, settings));
 }
 
+std::filesystem::path numbered(const std::filesystem::path& output, int number)
+{
+    const std::string tail = " " + std::to_string(number) + output.extension().native();
+    const std::string stem = output.stem().native();
+    const std::size_t most = tail.size() < NAME_MAX ? NAME_MAX - tail.size() : 0;
+    return appended(output.parent_path(),
+                    std::string(stem.size() > most ? shortened(stem, most) : stem) + tail);
+}
+
 std::string outputExtension(const std::filesystem::path& source, const std::optional<std::string>& sourceType,
                             const OptimizerSettings& settings)
 {

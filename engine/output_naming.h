@@ -27,6 +27,9 @@ std::filesystem::path outputPathBesideSource(const std::filesystem::path& source
                                              const std::optional<std::string>& sourceType,
                                              const OptimizerSettings& settings);
 
+// "a 2.jpg" of "a.jpg"; a name that gets too long loses the end of its stem.
+std::filesystem::path numbered(const std::filesystem::path& output, int number);
+
 // Without the dot; never empty.
 std::string outputExtension(const std::filesystem::path& source, const std::optional<std::string>& sourceType,
                             const OptimizerSettings& settings);

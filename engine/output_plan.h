@@ -4,6 +4,7 @@
 // changes nothing; any thread.
 #pragma once
 
+#include "engine/batch_names.h"
 #include "formats/image_source.h"
 #include "records/optimizer_settings.h"
 
@@ -22,9 +23,6 @@ struct OutputPlan
 // Throws missingDestinationFolder, unsupportedFormat when nothing here writes the type, or a PlatformError
 // when a folder stands at the path.
 OutputPlan plan(const std::filesystem::path& input, const ImageSource& source,
-                const OptimizerSettings& settings);
-
-// Whether two paths lead to one file, by their names or through links.
-bool isSameFile(const std::filesystem::path& a, const std::filesystem::path& b);
+                const OptimizerSettings& settings, const BatchNames& names);
 
 } // namespace lumora::ImageOptimizer

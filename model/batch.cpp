@@ -34,14 +34,16 @@ void Batch::expand(std::vector<std::filesystem::path> inputs, std::function<void
         auto expansion = std::make_shared<Expansion>();
         expansion->files = context.services.expand(inputs, stop);
         expansion->folders = uniqueParentFolders(expansion->files);
+        expansion->names =
+            std::make_shared<ImageOptimizer::BatchNames>(expansion->files, context.settings, stop);
         context.mainThread.post([done, expansion] { done(std::move(*expansion)); });
     });
 }
 
-void Batch::start(std::vector<std::filesystem::path> files, int workers,
-                  std::function<void(ProcessingResult)> finished)
+void Batch::start(Expansion expansion, int workers, std::function<void(ProcessingResult)> finished)
 {
-    m_files = std::move(files);
+    m_files = std::move(expansion.files);
+    m_names = std::move(expansion.names);
     m_finished = std::move(finished);
     m_workers = std::make_unique<WorkerPool>(workers);
     for (int i = 0; i < workers; ++i)
@@ -69,6 +71,7 @@ ProcessingResult Batch::optimize(const std::filesystem::path& file) const
 {
     OptimizerServices services = m_context.services.optimizerServices;
     services.stop = m_stop.get_token();
+    services.names = m_names;
     services.confirmOverwrite = [this](const std::filesystem::path& output) {
         return m_context.prompter.confirm(output, m_stop.get_token());
     };

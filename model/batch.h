@@ -36,6 +36,7 @@ public:
     {
         std::vector<std::filesystem::path> files;
         std::vector<std::filesystem::path> folders; // those that `files` lie in
+        std::shared_ptr<const ImageOptimizer::BatchNames> names;
     };
 
     explicit Batch(BatchContext context);
@@ -48,9 +49,9 @@ public:
     // Expands off the main thread and calls `done` once.
     void expand(std::vector<std::filesystem::path> inputs, std::function<void(Expansion)> done);
 
-    // Hands out the first `workers` files; `finished` comes once a file, in the order in which they finish.
-    void start(std::vector<std::filesystem::path> files, int workers,
-               std::function<void(ProcessingResult)> finished);
+    // Hands out the first `workers` files of the expansion; `finished` comes once a file, in the order in
+    // which they finish.
+    void start(Expansion expansion, int workers, std::function<void(ProcessingResult)> finished);
     // After a result: hands out the next file if there is one.
     void handOutNext();
     // No file is in flight.
@@ -70,6 +71,7 @@ private:
     const BatchContext m_context;
     std::function<void(ProcessingResult)> m_finished;
     std::vector<std::filesystem::path> m_files; // those before m_next are moved from
+    std::shared_ptr<const ImageOptimizer::BatchNames> m_names;
     std::size_t m_next = 0;
     int m_inFlight = 0;
     bool m_isCancelled = false;

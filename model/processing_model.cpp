@@ -110,7 +110,7 @@ void ProcessingModel::processExpandedBatch(Batch::Expansion expansion)
     // The panel leaves time to cancel.
     if (m_batch->isCancelled()) return completeBatch(QStringLiteral("Done"));
 
-    processInParallel(std::move(expansion.files));
+    processInParallel(std::move(expansion));
 }
 
 int ProcessingModel::workerCount(std::size_t files) const
@@ -119,12 +119,14 @@ int ProcessingModel::workerCount(std::size_t files) const
     return static_cast<int>(std::min(files, static_cast<std::size_t>(std::max(1, atMost))));
 }
 
-void ProcessingModel::processInParallel(std::vector<std::filesystem::path> files)
+void ProcessingModel::processInParallel(Batch::Expansion expansion)
 {
-    const int workers = workerCount(files.size());
-    setProgress(0, static_cast<int>(files.size()));
-    setStatusText(optimizingText(files.size(), workers));
-    m_batch->start(std::move(files), workers, [this](const ProcessingResult& result) { consume(result); });
+    const std::size_t files = expansion.files.size();
+    const int workers = workerCount(files);
+    setProgress(0, static_cast<int>(files));
+    setStatusText(optimizingText(files, workers));
+    m_batch->start(std::move(expansion), workers,
+                   [this](const ProcessingResult& result) { consume(result); });
     if (m_batch->isIdle()) completeBatch(QStringLiteral("Done")); // cancelled by an observer of the status
 }
 

@@ -85,7 +85,7 @@ Q_SIGNALS:
 private:
     void startPendingBatch();
     void processExpandedBatch(Batch::Expansion expansion);
-    void processInParallel(std::vector<std::filesystem::path> files);
+    void processInParallel(Batch::Expansion expansion);
     void consume(const ProcessingResult& result);
     void completeBatch(const QString& message);
     int workerCount(std::size_t files) const;

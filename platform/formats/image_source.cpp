@@ -8,22 +8,11 @@
 
 #include <vips/vips.h>
 
-#include <unistd.h>
-
-#include <array>
 #include <new>
 #include <utility>
 
 namespace lumora {
 namespace {
-
-const Format* formatOf(int descriptor)
-{
-    std::array<std::byte, sniffLength> head{};
-    const ssize_t count = pread(descriptor, head.data(), head.size(), 0);
-    if (count <= 0) return nullptr;
-    return formatOfContent(std::span(head).first(static_cast<std::size_t>(count)));
-}
 
 bool isTooLarge(const VipsImage* image)
 {
@@ -91,7 +80,7 @@ try {
     auto file = openRegularFile(path);
     if (!file) return file.error();
     const auto stamp = fileStamp(file->get());
-    const Format* const format = formatOf(file->get());
+    const Format* const format = formatOfFile(file->get());
     if (!format) return Error{"not a readable image type"};
     allowOperations();
     auto loaded = format->reader->load(file->get());

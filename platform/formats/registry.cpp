@@ -1,6 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "format_io.h"
+#include "system/regular_file.h"
+
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -36,6 +39,20 @@ const Format* formatOfContent(std::span<const std::byte> head)
     const auto found = std::ranges::find_if(
         table, [text](const Format* format) { return format->reader && format->begins(text); });
     return found == table.end() ? nullptr : *found;
+}
+
+const Format* formatOfFile(int descriptor)
+{
+    std::array<std::byte, sniffLength> head{};
+    const ssize_t count = pread(descriptor, head.data(), head.size(), 0);
+    if (count <= 0) return nullptr;
+    return formatOfContent(std::span(head).first(static_cast<std::size_t>(count)));
+}
+
+const Format* formatOfFile(const std::filesystem::path& path)
+{
+    const auto file = openRegularFile(path);
+    return file ? formatOfFile(file->get()) : nullptr;
 }
 
 WrittenBy Format::writtenBy() const

@@ -12,6 +12,7 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::MatchesRegex;
+using testing::Pair;
 using testing::SizeIs;
 using testing::StartsWith;
 
@@ -134,6 +135,39 @@ TEST_F(CliTest, replacesAnExistingOutputUnlessToldOtherwise)
     }
     EXPECT_EQ(runInto({"a.jpg"}).status, 0);
     EXPECT_NE(readFile(out("a.webp")), "old");
+}
+
+TEST_F(CliTest, outputsWithOneNameAreAllKeptAndTheOriginalsOfAllAreThere)
+{
+    for (const char* name : {"a.jpg", "a.png", "a.tiff"})
+        photograph(name);
+    const Outcome dry = run({"--json", "--dry-run", "-f", "jpeg", "a.jpg", "a.png", "a.tiff"});
+    const Outcome done = run({"--json", "-f", "jpeg", "-j", "3", "a.jpg", "a.png", "a.tiff"});
+    EXPECT_EQ(done.status, 0) << done.results;
+    const auto placesOf = [](const Outcome& outcome) {
+        std::map<std::string, std::string> places;
+        for (const auto& row : outcome.objects())
+            places[row.at("source")] = row.at("output");
+        return places;
+    };
+    EXPECT_THAT(placesOf(done),
+                ElementsAre(Pair("a.jpg", EndsWith("a-optimized.jpg")), Pair("a.png", EndsWith("a 2.jpg")),
+                            Pair("a.tiff", EndsWith("a 3.jpg"))));
+    EXPECT_EQ(placesOf(dry), placesOf(done));
+    for (const auto& [source, output] : placesOf(done))
+        EXPECT_TRUE(fs::exists(in(output))) << output;
+}
+
+TEST_F(CliTest, foldersWithEqualNamesLoseNothingInOneOutputFolder)
+{
+    for (const char* camera : {"one", "two", "three"}) {
+        fs::create_directories(in(camera));
+        for (const char* name : {"IMG_1.jpg", "IMG_2.jpg"})
+            photograph(fs::path(camera) / name);
+    }
+    EXPECT_EQ(runInto({"one", "two", "three"}).status, 0);
+    EXPECT_THAT(outputs(), ElementsAre("IMG_1 2.webp", "IMG_1 3.webp", "IMG_1.webp", "IMG_2 2.webp",
+                                       "IMG_2 3.webp", "IMG_2.webp"));
 }
 
 TEST_F(CliTest, touchesNoPreferencesAndCountsNothingUnlessAsked)

@@ -1,0 +1,148 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/batch_names.h"
+
+#include "engine/output_naming.h"
+#include "engine/output_path.h"
+#include "formats/format.h"
+#include "system/paths.h"
+#include "system/regular_file.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <utility>
+
+namespace lumora::ImageOptimizer {
+namespace {
+
+// Names of files with the links in their folders resolved: two that are equal are one place on the disk.
+class Places
+{
+public:
+    std::string of(const std::filesystem::path& file)
+    {
+        const auto [known, isNew] = m_folders.try_emplace(file.parent_path().native());
+        if (isNew) {
+            std::error_code error;
+            const auto folder = standardized(known->first.empty() ? "." : known->first);
+            const auto resolved = std::filesystem::weakly_canonical(folder, error);
+            known->second = (error ? folder : resolved).native() + "/";
+        }
+        return known->second + file.filename().native();
+    }
+
+private:
+    std::unordered_map<std::string, std::string> m_folders;
+};
+
+using FileId = std::pair<std::uint64_t, std::uint64_t>; // device and inode
+
+std::optional<FileId> idOf(const std::filesystem::path& file)
+{
+    const auto stamp = fileStamp(file);
+    if (!stamp) return std::nullopt;
+    return FileId(stamp->device, stamp->inode);
+}
+
+// Where a picture's bytes lie, whatever links lead there.
+std::string resolved(const std::filesystem::path& file)
+{
+    std::error_code missing;
+    return std::filesystem::canonical(file, missing).native();
+}
+
+class Inputs
+{
+public:
+    explicit Inputs(Places& places) : m_places(places) {}
+
+    void add(const std::filesystem::path& input)
+    {
+        m_occupied.insert(m_places.of(input));
+        if (const auto id = idOf(input)) m_names[*id].push_back(&input);
+    }
+
+    bool isOneOf(const std::filesystem::path& output) const
+    {
+        if (m_occupied.contains(m_places.of(output))) return true;
+        const auto id = idOf(output);
+        return id && m_names.contains(*id);
+    }
+
+    // Those that lie where a further name leads. A second link of equal right is not among them: it stays
+    // when the first goes.
+    template <class Report>
+    void forEachShared(Report report) const
+    {
+        for (const auto& [id, names] : m_names) {
+            for (const auto* name : names) {
+                for (const auto* other : names) {
+                    if (other != name && resolved(*other) == m_places.of(*name)) report(*name);
+                }
+            }
+        }
+    }
+
+private:
+    Places& m_places;
+    std::unordered_set<std::string> m_occupied;
+    std::map<FileId, std::vector<const std::filesystem::path*>> m_names;
+};
+
+// Known without a look into the file unless its own format stays.
+std::optional<std::string> typeOf(const std::filesystem::path& input, const OptimizerSettings& settings)
+{
+    if (settings.outputFormat != OutputFormat::original) return std::nullopt;
+    const Format* const format = formatOfFile(input);
+    if (!format) return std::nullopt;
+    return std::string(format->identifier);
+}
+
+} // namespace
+
+BatchNames::BatchNames(const std::vector<std::filesystem::path>& inputs, const OptimizerSettings& settings,
+                       const std::stop_token& stop)
+{
+    // Without a folder to go to, each file says so itself.
+    if (settings.destinationMode == DestinationMode::selectedFolder && !settings.destinationFolderURL) return;
+    Places places;
+    Inputs known(places);
+    for (const auto& input : inputs) {
+        if (stop.stop_requested()) return;
+        known.add(input);
+    }
+    std::unordered_set<std::string> taken;
+    const auto take = [&](const std::filesystem::path& output) {
+        return !known.isOneOf(output) && taken.insert(places.of(output)).second;
+    };
+    std::vector<std::pair<const std::filesystem::path*, std::filesystem::path>> unnamed;
+    for (const auto& input : inputs) {
+        if (stop.stop_requested()) return;
+        std::filesystem::path output = outputPath(input, typeOf(input, settings), settings);
+        if (!take(output)) unnamed.emplace_back(&input, std::move(output));
+    }
+    std::unordered_map<std::string, int>
+        lastNumbers; // so that a thousand files of one name do not count anew
+    for (const auto& [input, output] : unnamed) {
+        int& number = lastNumbers.try_emplace(places.of(output), 1).first->second;
+        do {
+            ++number;
+        } while (!take(numbered(output, number)));
+        m_otherOutputs.emplace(input->native(), numbered(output, number));
+    }
+    known.forEachShared([&](const std::filesystem::path& input) { m_alsoOthers.insert(input.native()); });
+}
+
+const std::filesystem::path* BatchNames::otherOutputOf(const std::filesystem::path& input) const
+{
+    const auto found = m_otherOutputs.find(input.native());
+    return found == m_otherOutputs.end() ? nullptr : &found->second;
+}
+
+bool BatchNames::isAlsoAnother(const std::filesystem::path& input) const
+{
+    return m_alsoOthers.contains(input.native());
+}
+
+} // namespace lumora::ImageOptimizer

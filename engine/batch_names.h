@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The outputs of one batch kept apart: every input keeps its picture, and no output takes the place of a file
+// that the batch still has to read. Decided before a worker starts, so that it does not depend on who
+// finishes first. A value without changes; any thread.
+#pragma once
+
+#include "records/optimizer_settings.h"
+
+#include <filesystem>
+#include <stop_token>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+namespace lumora::ImageOptimizer {
+
+class BatchNames
+{
+public:
+    // Of a file by itself.
+    BatchNames() = default;
+
+    // Of several outputs with one name, the first input's keeps it; each further one, and each whose name is
+    // that of an input, gets the lowest number from 2 on that is nobody's. A file that exists and is no input
+    // counts as nobody's: it is an older output, which gives way as the settings say. Asks the disk about
+    // every input; a stop leaves the rest as by itself.
+    BatchNames(const std::vector<std::filesystem::path>& inputs, const OptimizerSettings& settings,
+               const std::stop_token& stop = {});
+
+    // Where the output goes when not to the path that it would have by itself, else null. `input` is spelled
+    // as in the batch.
+    const std::filesystem::path* otherOutputOf(const std::filesystem::path& input) const;
+
+    // Whether another input of the batch is the same file under a further name, for which it has to stay.
+    bool isAlsoAnother(const std::filesystem::path& input) const;
+
+private:
+    std::unordered_map<std::string, std::filesystem::path> m_otherOutputs;
+    std::unordered_set<std::string> m_alsoOthers;
+};
+
+} // namespace lumora::ImageOptimizer

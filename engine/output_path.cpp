@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/output_path.h"
+
+#include "engine/output_naming.h"
+#include "system/paths.h"
+
+namespace lumora::ImageOptimizer {
+
+// Links give the input further paths that names alone cannot tell from another file.
+std::filesystem::path outputPath(const std::filesystem::path& input,
+                                 const std::optional<std::string>& sourceType,
+                                 const OptimizerSettings& settings)
+{
+    std::filesystem::path output = outputURL(input, sourceType, settings);
+    if (!isSameFile(output, input)) return output;
+    const auto besides = outputPathBesideSource(input, sourceType, settings);
+    output = besides;
+    for (int number = 2; isSameFile(output, input); ++number)
+        output = numbered(besides, number);
+    return output;
+}
+
+bool isSameFile(const std::filesystem::path& a, const std::filesystem::path& b)
+{
+    std::error_code missing;
+    return standardized(a) == standardized(b) || std::filesystem::equivalent(a, b, missing);
+}
+
+} // namespace lumora::ImageOptimizer
