@@ -96,9 +96,11 @@ void checkWhole(const Job& job, const OutputPlan& output, const Image& image, co
         throw ImageOptimizerError::cannotFinalize(output.path, "the new file cannot be read");
 }
 
-// Only now does an older output give way, to a whole new one.
+// Only now does an older output give way, to a whole new one. Who may not see the original may not see the
+// output.
 void putInPlace(const Job& job, const OutputPlan& output, AtomicFile& encoded, ExistingFile permission)
 {
+    if (const auto bits = filePermissions(job.input)) encoded.setPermissions(*bits);
     auto placed = encoded.commit(permission);
     if (!placed && encoded.isTaken()) {
         if (!mayReplace(job, output)) throw ImageOptimizerError::overwriteDeclined();

@@ -8,9 +8,11 @@
 #include <chrono>
 #include <cstdio>
 #include <fcntl.h>
+#include <fstream>
 #include <string>
 #include <string_view>
 #include <sys/sendfile.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
@@ -18,6 +20,27 @@ namespace lumora {
 namespace {
 
 constexpr std::string_view draftPrefix = ".lumora-";
+constexpr mode_t ownerOnly = 0600;
+
+std::filesystem::path pathOf(const FileDescriptor& file)
+{
+    return "/proc/self/fd/" + std::to_string(file.get());
+}
+
+// A name of its own, not one made from the target's, which may already be as long as the file system allows.
+std::filesystem::path hiddenNameBeside(const std::filesystem::path& target)
+{
+    return target.parent_path() / (std::string(draftPrefix) + Uuid::random().toString());
+}
+
+FileDescriptor openUnnamed(const std::filesystem::path& target)
+{
+    const std::filesystem::path folder = target.has_parent_path() ? target.parent_path() : ".";
+    FileDescriptor file(::open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, ownerOnly));
+    // Without it the file would never get a name.
+    if (file.isOpen() && ::access(pathOf(file).c_str(), F_OK) != 0) return FileDescriptor();
+    return file;
+}
 
 // Renames to a name that must be free. 0 or errno, EEXIST among them. File systems that cannot refuse in one
 // step take a second link, which can; those without links are asked first.
@@ -35,16 +58,43 @@ int renameBesides(const std::filesystem::path& from, const std::filesystem::path
     return std::rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
 }
 
+// 0 or errno.
+int giveName(const FileDescriptor& file, const std::filesystem::path& name)
+{
+    return ::linkat(AT_FDCWD, pathOf(file).c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0 ? 0
+                                                                                                    : errno;
+}
+
+// What the umask leaves of a new file's permissions. Not by umask(2), which would change it for all threads.
+std::uint32_t permittedBits()
+{
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;) {
+        std::uint32_t mask = 0;
+        if (word == "Umask:" && status >> std::oct >> mask) return 0666U & ~mask;
+    }
+    return ownerOnly;
+}
+
+// Some file systems report a failed write only when a descriptor is closed.
+bool isWritten(const FileDescriptor& file)
+{
+    FileDescriptor other(::fcntl(file.get(), F_DUPFD_CLOEXEC, 0));
+    return other.isOpen() && other.close();
+}
+
 } // namespace
 
-// A name of its own, not one made from the target's, which may already be as long as the file system allows.
-Result<AtomicFile> AtomicFile::create(const std::filesystem::path& target)
+Result<AtomicFile> AtomicFile::create(const std::filesystem::path& target, Draft draft)
 {
-    std::filesystem::path draft =
-        target.parent_path() / (std::string(draftPrefix) + Uuid::random().toString());
-    FileDescriptor descriptor(::open(draft.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
-    if (!descriptor.isOpen()) return fileError(target, "written", errno);
-    return AtomicFile(target, std::move(draft), std::move(descriptor));
+    if (draft == Draft::unnamedWherePossible) {
+        if (FileDescriptor unnamed = openUnnamed(target); unnamed.isOpen())
+            return AtomicFile(target, {}, std::move(unnamed));
+    }
+    std::filesystem::path name = hiddenNameBeside(target);
+    FileDescriptor file(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, ownerOnly));
+    if (!file.isOpen()) return fileError(target, "written", errno);
+    return AtomicFile(target, std::move(name), std::move(file));
 }
 
 AtomicFile::AtomicFile(std::filesystem::path target, std::filesystem::path draft, FileDescriptor descriptor)
@@ -54,7 +104,8 @@ AtomicFile::AtomicFile(std::filesystem::path target, std::filesystem::path draft
 
 AtomicFile::AtomicFile(AtomicFile&& other) noexcept
     : m_target(std::move(other.m_target)), m_draft(std::exchange(other.m_draft, {})),
-      m_descriptor(std::move(other.m_descriptor)), m_isTaken(other.m_isTaken)
+      m_descriptor(std::move(other.m_descriptor)), m_permissions(other.m_permissions),
+      m_isTaken(other.m_isTaken)
 {
 }
 
@@ -84,16 +135,35 @@ Status AtomicFile::appendFile(int descriptor)
     }
 }
 
+std::filesystem::path AtomicFile::draft() const
+{
+    return m_draft.empty() ? pathOf(m_descriptor) : m_draft;
+}
+
 Status AtomicFile::commit(ExistingFile existing)
 {
-    if (m_descriptor.isOpen() && !m_descriptor.close()) return fileError(m_target, "written", errno);
-    const int failure = existing == ExistingFile::keep ? renameBesides(m_draft, m_target)
-                        : std::rename(m_draft.c_str(), m_target.c_str()) == 0 ? 0
-                                                                              : errno;
+    if (!isWritten(m_descriptor)) return fileError(m_target, "written", errno);
+    // A file system without permissions has nothing to refuse.
+    static_cast<void>(::fchmod(m_descriptor.get(), m_permissions & permittedBits()));
+    const int failure = takeName(existing);
     m_isTaken = existing == ExistingFile::keep && failure == EEXIST;
     if (failure != 0) return fileError(m_target, "written", failure);
     m_draft.clear();
     return Done{};
+}
+
+// 0 or errno.
+int AtomicFile::takeName(ExistingFile existing)
+{
+    if (m_draft.empty()) {
+        const int refusal = giveName(m_descriptor, m_target);
+        if (refusal != EEXIST || existing == ExistingFile::keep) return refusal;
+        std::filesystem::path name = hiddenNameBeside(m_target);
+        if (const int failure = giveName(m_descriptor, name); failure != 0) return failure;
+        m_draft = std::move(name);
+    }
+    if (existing == ExistingFile::keep) return renameBesides(m_draft, m_target);
+    return std::rename(m_draft.c_str(), m_target.c_str()) == 0 ? 0 : errno;
 }
 
 Status syncFile(const std::filesystem::path& path)

@@ -68,6 +68,13 @@ Status setModificationDate(const std::filesystem::path& path, timespec date)
     return Done{};
 }
 
+std::optional<std::uint32_t> filePermissions(const std::filesystem::path& path)
+{
+    const auto status = statusOf(path);
+    if (!status) return std::nullopt;
+    return status->st_mode & 07777U;
+}
+
 std::filesystem::path temporaryDirectory()
 {
     std::error_code error;

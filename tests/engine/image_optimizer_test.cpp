@@ -23,6 +23,21 @@ TEST_F(Optimizer, KeepsAnOutputThatGrewAndSaysConverted)
     EXPECT_TRUE(std::filesystem::exists(*result.outputURL));
 }
 
+TEST_F(Optimizer, GivesTheOutputThePermissionsOfTheOriginal)
+{
+    namespace fs = std::filesystem;
+    using fs::perms;
+    const auto source = photo("private.png");
+    fs::permissions(source, perms::owner_read | perms::owner_write);
+    for (const auto format : {OutputFormat::webp, OutputFormat::jpeg}) {
+        const auto result = optimize(source, {.outputFormat = format});
+        EXPECT_EQ(fs::status(*result.outputURL).permissions(), perms::owner_read | perms::owner_write);
+    }
+    fs::permissions(source, perms::all);
+    const auto result = optimize(source, {.outputFormat = OutputFormat::jpeg});
+    EXPECT_EQ(fs::status(*result.outputURL).permissions() & perms::others_write, perms::none);
+}
+
 TEST_F(Optimizer, SaysConvertedForEqualSizes)
 {
     const auto source = photo("a.png");

@@ -17,6 +17,15 @@ using test::readFile;
 using test::TemporaryDirectory;
 using test::writeFile;
 
+TEST(FileServices, TellsPermissionsAsChmodTakesThem)
+{
+    const test::TemporaryDirectory folder;
+    test::writeFile(folder / "file", "");
+    ASSERT_EQ(::chmod((folder / "file").c_str(), 0604), 0);
+    EXPECT_EQ(filePermissions(folder / "file"), 0604U);
+    EXPECT_EQ(filePermissions(folder / "missing"), std::nullopt);
+}
+
 TEST(FileSize, IsThatOfTheFileThePathLeadsTo)
 {
     const TemporaryDirectory folder;

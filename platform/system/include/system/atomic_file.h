@@ -8,6 +8,7 @@
 #include "system/result.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <span>
 
@@ -15,15 +16,20 @@ namespace lumora {
 
 enum class ExistingFile { replace, keep };
 
-// A file that appears under its name complete or not at all: written under a hidden name of its own beside
-// the target, then renamed to it. An existing target stays as it was until commit(). Survives the end of the
-// program, not of the machine: nothing is forced to the disk unless it is asked for, which would cost more
-// than the encode of a small image. Use from one thread.
+// Where a file is while it is being written: in the target's folder, without a name where the file system can
+// do that, so that not even a killed program leaves a piece of one; otherwise under a hidden name of its own.
+enum class Draft { unnamedWherePossible, named };
+
+// A file that appears under its name complete or not at all. An existing target stays as it was until
+// commit(). Nobody else can read the file before. Survives the end of the program, not of the machine:
+// nothing is forced to the disk unless it is asked for, which would cost more than the encode of a small
+// image. Use from one thread.
 class AtomicFile
 {
 public:
     // Fails when the target's folder cannot take a new file.
-    static Result<AtomicFile> create(const std::filesystem::path& target);
+    static Result<AtomicFile> create(const std::filesystem::path& target,
+                                     Draft draft = Draft::unnamedWherePossible);
 
     AtomicFile(AtomicFile&&) noexcept;
     AtomicFile& operator=(AtomicFile&&) noexcept = delete;
@@ -35,8 +41,12 @@ public:
     // What another file holds from its position on.
     Status appendFile(int descriptor);
 
-    // Where the file is until commit().
-    const std::filesystem::path& draft() const { return m_draft; }
+    // Opens the file as it is until commit().
+    std::filesystem::path draft() const;
+
+    // Who may read and write the file from commit() on, as far as the umask lets new files be; everybody, as
+    // far as that, unless this is called. Bits as of chmod(2).
+    void setPermissions(std::uint32_t bits) { m_permissions = bits; }
 
     // Gives the file its name; nothing is appended any more. After a failure the target is as it was before,
     // and another attempt is allowed. `isTaken` tells from the others the failure of `keep` at a target that
@@ -46,10 +56,12 @@ public:
 
 private:
     AtomicFile(std::filesystem::path target, std::filesystem::path draft, FileDescriptor descriptor);
+    int takeName(ExistingFile existing);
 
     std::filesystem::path m_target;
-    std::filesystem::path m_draft; // empty once there is nothing left to discard
+    std::filesystem::path m_draft; // empty without a name to discard
     FileDescriptor m_descriptor;
+    std::uint32_t m_permissions = 0666;
     bool m_isTaken = false;
 };
 

@@ -34,6 +34,9 @@ std::optional<timespec> modificationDate(const std::filesystem::path& path);
 // Changes that time alone.
 Status setModificationDate(const std::filesystem::path& path, timespec date);
 
+// Who may read and write the file, links followed: bits as of chmod(2). Absent when it cannot be told.
+std::optional<std::uint32_t> filePermissions(const std::filesystem::path& path);
+
 // The user's folder for short-lived files, absolute: what TMPDIR names when that is a folder, else /tmp.
 std::filesystem::path temporaryDirectory();
 
