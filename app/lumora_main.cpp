@@ -10,6 +10,7 @@
 #include "model/termination_signals.h"
 #include "pixels/image_library.h"
 #include "system/bundle.h"
+#include "system/private_folder.h"
 #include "ui/settings/preferences_view.h"
 #include "ui/theme/lumora_style.h"
 
@@ -96,6 +97,7 @@ void connectRequests(SingleInstance& instance, AppDelegate& delegate)
 int run(int argc, char** argv, const LaunchRequest& request)
 {
     startImageLibrary(); // the toolkit brings threads
+    removeAbandonedFolders();
     // Ignored, as a parent may leave it, the encoder's exit status would be lost.
     std::signal(SIGCHLD, SIG_DFL);
     // A file that grows beyond what the user may write is a failed write, not the end of the program.

@@ -9,6 +9,7 @@
 #include "cli/session.h"
 #include "cli/version_text.h"
 #include "pixels/image_library.h"
+#include "system/private_folder.h"
 
 #include <QCoreApplication>
 
@@ -58,6 +59,7 @@ bool makeOutputDirectory(const CommandLine& line, Console& console)
 int optimize(const CommandLine& line)
 {
     startImageLibrary();
+    removeAbandonedFolders();
     // Qt's command line is not ours: it would take arguments such as -platform for itself.
     int argumentCount = 1;
     char name[] = "lumora-cli";

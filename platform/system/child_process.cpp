@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// posix_spawn rather than fork: it does not copy the page tables of a process that holds pictures.
+// vfork rather than fork: it does not copy the page tables of a process that holds pictures. And rather than
+// posix_spawn, which cannot tie a child's life to its parent's.
 #include "system/child_process.h"
 
 #include "system/file_descriptor.h"
@@ -10,12 +11,12 @@
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
-#include <initializer_list>
 #include <poll.h>
-#include <spawn.h>
+#include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <system_error>
+#include <unistd.h>
 
 namespace lumora {
 namespace {
@@ -43,96 +44,74 @@ Result<Pipe> makePipe()
     return pipe;
 }
 
-// Of several steps' answers: 0 or the errno of the first that failed.
-int firstFailure(std::initializer_list<int> answers)
-{
-    for (const int answer : answers) {
-        if (answer != 0) return answer;
-    }
-    return 0;
-}
-
-// A group of its own and the signal state of a fresh process, whatever this program blocks or ignores.
-class SpawnAttributes
+// What the child needs, made before it exists: between its start and the program it may only call the system.
+class Launch
 {
 public:
-    SpawnAttributes() : m_creation(posix_spawnattr_init(&m_attributes))
+    Launch(const std::filesystem::path& executable, std::vector<std::string> arguments, int standardError)
+        : m_executable(executable.c_str()), m_arguments(std::move(arguments)), m_standardError(standardError)
     {
-        if (m_creation != 0) return;
-        sigset_t none;
-        sigemptyset(&none);
+        m_arguments.insert(m_arguments.begin(), executable.native());
+        for (std::string& argument : m_arguments)
+            m_pointers.push_back(argument.data());
+        m_pointers.push_back(nullptr);
+    }
+
+    // The process, or errno as a negative number.
+    pid_t start()
+    {
         sigset_t all;
         sigfillset(&all);
-        m_settings = firstFailure(
-            {posix_spawnattr_setsigmask(&m_attributes, &none),
-             posix_spawnattr_setsigdefault(&m_attributes, &all), posix_spawnattr_setpgroup(&m_attributes, 0),
-             posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF |
-                                                         POSIX_SPAWN_SETPGROUP)});
+        sigset_t before;
+        // No handler of this program may run in the child, which shares its memory.
+        pthread_sigmask(SIG_SETMASK, &all, &before);
+        const pid_t parent = ::getpid();
+        const pid_t process = ::vfork();
+        const int failure = process < 0 ? errno : 0;
+        if (process == 0) becomeTheProgram(parent);
+        pthread_sigmask(SIG_SETMASK, &before, nullptr);
+        if (failure != 0) return -failure;
+        if (m_failure == 0) return process;
+        while (::waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
+        }
+        return -m_failure;
     }
-    ~SpawnAttributes()
-    {
-        if (m_creation == 0) posix_spawnattr_destroy(&m_attributes);
-    }
-    SpawnAttributes(const SpawnAttributes&) = delete;
-    SpawnAttributes& operator=(const SpawnAttributes&) = delete;
-
-    // 0 or errno.
-    int failure() const { return firstFailure({m_creation, m_settings}); }
-    const posix_spawnattr_t* get() const { return &m_attributes; }
 
 private:
-    posix_spawnattr_t m_attributes{};
-    int m_creation;
-    int m_settings = 0;
-};
-
-// Standard error into the pipe, everything above it closed.
-class SpawnActions
-{
-public:
-    explicit SpawnActions(int standardError) : m_creation(posix_spawn_file_actions_init(&m_actions))
+    // A group of its own, the signal state of a fresh process whatever this program blocks or ignores,
+    // standard error into the pipe and everything above it closed. Does not outlive the thread that waits for
+    // it.
+    [[noreturn]] void becomeTheProgram(pid_t parent)
     {
-        if (m_creation != 0) return;
-        m_additions =
-            firstFailure({posix_spawn_file_actions_adddup2(&m_actions, standardError, STDERR_FILENO),
-                          posix_spawn_file_actions_addclosefrom_np(&m_actions, STDERR_FILENO + 1)});
+        struct sigaction standard = {};
+        standard.sa_handler = SIG_DFL;
+        for (int number = 1; number < NSIG; ++number)
+            ::sigaction(number, &standard, nullptr);
+        ::setpgid(0, 0);
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        if (::getppid() != parent) ::_exit(128 + SIGKILL);
+        ::dup2(m_standardError, STDERR_FILENO);
+        ::close_range(STDERR_FILENO + 1, ~0U, 0);
+        sigset_t none;
+        sigemptyset(&none);
+        ::sigprocmask(SIG_SETMASK, &none, nullptr);
+        ::execve(m_executable, m_pointers.data(), environ);
+        m_failure = errno;
+        ::_exit(127);
     }
-    ~SpawnActions()
-    {
-        if (m_creation == 0) posix_spawn_file_actions_destroy(&m_actions);
-    }
-    SpawnActions(const SpawnActions&) = delete;
-    SpawnActions& operator=(const SpawnActions&) = delete;
 
-    // 0 or errno.
-    int failure() const { return firstFailure({m_creation, m_additions}); }
-    const posix_spawn_file_actions_t* get() const { return &m_actions; }
-
-private:
-    posix_spawn_file_actions_t m_actions{};
-    int m_creation;
-    int m_additions = 0;
+    const char* m_executable;
+    std::vector<std::string> m_arguments;
+    std::vector<char*> m_pointers;
+    int m_standardError;
+    volatile int m_failure = 0; // written by the child
 };
 
 Result<pid_t> launch(const std::filesystem::path& executable, std::vector<std::string> arguments,
                      int standardError)
 {
-    arguments.insert(arguments.begin(), executable.native());
-    std::vector<char*> pointers;
-    pointers.reserve(arguments.size() + 1);
-    for (std::string& argument : arguments)
-        pointers.push_back(argument.data());
-    pointers.push_back(nullptr);
-
-    const SpawnActions actions(standardError);
-    const SpawnAttributes attributes;
-    pid_t process = 0;
-    int failure = firstFailure({actions.failure(), attributes.failure()});
-    if (failure == 0) {
-        failure = ::posix_spawn(&process, executable.c_str(), actions.get(), attributes.get(),
-                                pointers.data(), environ);
-    }
-    if (failure != 0) return systemError(failure);
+    const pid_t process = Launch(executable, std::move(arguments), standardError).start();
+    if (process < 0) return systemError(-process);
     return process;
 }
 

@@ -83,7 +83,8 @@ TEST_F(WebPEncoder, GivesTheEncoderItsArgumentsInOrder)
         return linesOf(m_folder / "arguments");
     };
     const auto temporary = [this](const std::string& extension) {
-        return MatchesRegex(m_temporary.string() + "/lumora-[0-9A-F-]{36}\\." + extension);
+        return MatchesRegex(m_temporary.string() + "/lumora-run-[A-Za-z0-9]{6}/lumora-[0-9A-F-]{36}\\." +
+                            extension);
     };
     EXPECT_THAT(argumentsOf({}), ElementsAre("-quiet", "-metadata", "none", "-q", "82", temporary("ppm"),
                                              "-o", temporary("webp")));

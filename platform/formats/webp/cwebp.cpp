@@ -5,6 +5,7 @@
 #include "records/uuid.h"
 #include "system/child_process.h"
 #include "system/file_services.h"
+#include "system/private_folder.h"
 #include "system/regular_file.h"
 #include "system/utf8.h"
 #include "webp/ppm_writer.h"
@@ -25,9 +26,8 @@ constexpr const char* overrideVariable = "LUMORA_CWEBP_PATH";
 class TemporaryFile
 {
 public:
-    explicit TemporaryFile(std::string_view extension)
-        : m_path(temporaryDirectory() /
-                 ("lumora-" + Uuid::random().toString() + "." + std::string(extension)))
+    TemporaryFile(const PrivateFolder& folder, std::string_view extension)
+        : m_path(folder.path() / ("lumora-" + Uuid::random().toString() + "." + std::string(extension)))
     {
     }
     ~TemporaryFile() { static_cast<void>(removeFile(m_path)); }
@@ -97,8 +97,10 @@ Result<AtomicFile, CwebpError> encodeWithCwebp(const std::filesystem::path& enco
                                                const std::filesystem::path& output,
                                                std::vector<std::string> options, const std::stop_token& stop)
 {
-    const TemporaryFile ppm("ppm");
-    const TemporaryFile webp("webp");
+    const auto folder = PrivateFolder::shared();
+    if (!folder) return CwebpError{Step::writingPpm, temporaryDirectory(), folder.error().description};
+    const TemporaryFile ppm(**folder, "ppm");
+    const TemporaryFile webp(**folder, "webp");
     if (const auto status = writePpm(image, ppm.path()); !status) return status.error();
     options.insert(options.end(), {ppm.path().string(), "-o", webp.path().string()});
     if (const auto status = run(encoder, options, webp.path(), stop); !status) return status.error();

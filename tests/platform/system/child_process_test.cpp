@@ -2,16 +2,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "system/child_process.h"
 
+#include "system/file_descriptor.h"
 #include "tests/support/files.h"
 #include "tests/support/temporary_directory.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <csignal>
 #include <fcntl.h>
+#include <poll.h>
 #include <sstream>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 
@@ -151,6 +155,30 @@ TEST(RunProcess, KillsTheWholeGroupOnAStop)
     EXPECT_EQ(outcome->exitStatus, 128 + SIGKILL);
     EXPECT_EQ(ready, "ready");
     EXPECT_EQ(spared, "");
+}
+
+TEST(RunProcess, DoesNotOutliveAKilledParent)
+{
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe2(ends.data(), O_CLOEXEC), 0);
+    const FileDescriptor ours(ends[0]);
+    FileDescriptor theirs(ends[1]);
+    const pid_t parent = fork();
+    ASSERT_GE(parent, 0);
+    if (parent == 0) {
+        ::dup2(theirs.get(), STDOUT_FILENO);
+        static_cast<void>(runScript("echo started; exec sleep 600"));
+        _exit(1);
+    }
+    static_cast<void>(theirs.close());
+    std::array<char, 8> word{};
+    ASSERT_EQ(::read(ours.get(), word.data(), word.size()), 8) << "the program did not start";
+    ::kill(parent, SIGKILL);
+    EXPECT_EQ(::waitpid(parent, nullptr, 0), parent);
+    // Standard output, which the program inherited, closes when it ends.
+    pollfd end{ours.get(), POLLIN, 0};
+    EXPECT_EQ(::poll(&end, 1, 20'000), 1) << "the program goes on";
+    EXPECT_EQ(::read(ours.get(), word.data(), word.size()), 0);
 }
 
 TEST(RunProcess, IsKilledAtOnceWhenTheStopCameFirst)
