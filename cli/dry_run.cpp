@@ -4,10 +4,9 @@
 
 #include "cli/console.h"
 #include "cli/json_line.h"
+#include "cli/named_images.h"
 #include "cli/overwrite_prompt.h"
 #include "cli/printable.h"
-#include "cli/unused_paths.h"
-#include "engine/file_input_resolver.h"
 #include "engine/output_plan.h"
 #include "formats/image_source.h"
 #include "records/errors.h"
@@ -62,8 +61,7 @@ std::string row(const ProcessingResult& result)
 
 int dryRun(const CommandLine& line, Console& console)
 {
-    const auto paths = FileInputResolver::imageURLs(line.paths);
-    const auto complaints = complaintsAboutUnused(line.paths, paths);
+    const auto [paths, complaints] = findImages(line.paths);
     for (const std::string& complaint : complaints)
         console.complain(complaint);
     if (paths.empty()) console.complain("No supported image files found");

@@ -3,8 +3,8 @@
 #include "cli/session.h"
 
 #include "cli/json_line.h"
+#include "cli/named_images.h"
 #include "cli/text_rows.h"
-#include "cli/unused_paths.h"
 #include "model/stats_store.h"
 #include "model/termination_signals.h"
 
@@ -32,11 +32,10 @@ ProcessingServices Session::services()
     ProcessingServices services = ProcessingServices::system();
     services.workers = m_line.jobs;
     services.debounce = std::chrono::milliseconds(0);
-    services.expand = [complaints = m_complaintsAboutPaths,
-                       expand = std::move(services.expand)](const auto& paths, const std::stop_token& stop) {
-        auto images = expand(paths, stop);
-        if (!stop.stop_requested()) *complaints = complaintsAboutUnused(paths, images);
-        return images;
+    services.expand = [complaints = m_complaintsAboutPaths](const auto& paths, const std::stop_token& stop) {
+        NamedImages found = findImages(paths, stop);
+        *complaints = std::move(found.complaints);
+        return std::move(found.images);
     };
     if (m_line.existing == Existing::ask && OverwritePrompt::isPossible())
         services.confirmOverwrite = [this](const std::filesystem::path& output) {

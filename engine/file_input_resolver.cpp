@@ -22,6 +22,7 @@ struct Collection
     bool mayRepeat;
     std::vector<std::filesystem::path> paths = {};
     std::unordered_set<std::string> seen = {};
+    std::vector<UnreadFolder> unread = {};
 };
 
 std::string joined(const std::string& folder, std::string_view name)
@@ -53,11 +54,19 @@ void appendImage(std::string path, const std::string& folderKey, std::string_vie
     collection.paths.emplace_back(std::move(path));
 }
 
+std::vector<FolderEntry> entriesOf(const std::string& folder, LinkedFolder links, Collection& collection,
+                                   const std::stop_token& stop)
+{
+    FolderListing listing = readFolder(folder, links, stop);
+    if (listing.failure != 0) collection.unread.push_back({folder, listing.failure});
+    return std::move(listing.entries);
+}
+
 void walk(const std::filesystem::path& root, Collection& collection, const std::stop_token& stop)
 {
     std::vector<Level> levels;
-    levels.push_back(
-        {root.native(), deduplicationKey(root), readFolder(root.native(), LinkedFolder::follow, stop)});
+    levels.push_back({root.native(), deduplicationKey(root),
+                      entriesOf(root.native(), LinkedFolder::follow, collection, stop)});
     while (!levels.empty() && !stop.stop_requested()) {
         Level& level = levels.back();
         if (level.next == level.entries.size()) {
@@ -69,7 +78,7 @@ void walk(const std::filesystem::path& root, Collection& collection, const std::
         if (ImageFileFilter::isImage(entry.name)) appendImage(path, level.key, entry.name, collection);
         if (!entry.isFolder || isPackage(path)) continue;
         std::string key = joined(level.key, entry.name);
-        std::vector<FolderEntry> entries = readFolder(path, LinkedFolder::refuse, stop);
+        std::vector<FolderEntry> entries = entriesOf(path, LinkedFolder::refuse, collection, stop);
         levels.push_back({std::move(path), std::move(key), std::move(entries)});
     }
 }
@@ -88,11 +97,20 @@ void appendImages(const std::filesystem::path& dropped, Collection& collection, 
 std::vector<std::filesystem::path> imageURLs(const std::vector<std::filesystem::path>& dropped,
                                              std::stop_token stop)
 {
+    std::vector<UnreadFolder> unread;
+    return imagesAndUnread(dropped, stop, unread);
+}
+
+std::vector<std::filesystem::path> imagesAndUnread(const std::vector<std::filesystem::path>& dropped,
+                                                   const std::stop_token& stop,
+                                                   std::vector<UnreadFolder>& unread)
+{
     Collection collection{.mayRepeat = dropped.size() > 1};
     for (const auto& item : dropped) {
         if (stop.stop_requested()) break;
         appendImages(item, collection, stop);
     }
+    unread = std::move(collection.unread);
     return std::move(collection.paths);
 }
 

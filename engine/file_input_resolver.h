@@ -18,6 +18,17 @@ namespace lumora::FileInputResolver {
 std::vector<std::filesystem::path> imageURLs(const std::vector<std::filesystem::path>& dropped,
                                              std::stop_token stop = {});
 
+// A folder whose images are not all found, and the system's reason (errno).
+struct UnreadFolder
+{
+    std::filesystem::path path;
+    int reason;
+};
+// The same, and the folders that contributed nothing or not all because they could not be read.
+std::vector<std::filesystem::path> imagesAndUnread(const std::vector<std::filesystem::path>& dropped,
+                                                   const std::stop_token& stop,
+                                                   std::vector<UnreadFolder>& unread);
+
 // True when the path leads to a folder (links are followed); false also when the file system cannot tell.
 bool isDirectory(const std::filesystem::path& path);
 

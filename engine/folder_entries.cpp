@@ -4,6 +4,7 @@
 // for the last component.
 #include "engine/folder_entries.h"
 
+#include <cerrno>
 #include <dirent.h>
 #include <fcntl.h>
 #include <memory>
@@ -39,15 +40,25 @@ bool isFolderEntry(DIR* folder, const dirent& entry)
 
 } // namespace
 
-std::vector<FolderEntry> readFolder(const std::string& path, LinkedFolder links, const std::stop_token& stop)
+FolderListing readFolder(const std::string& path, LinkedFolder links, const std::stop_token& stop)
 {
-    std::vector<FolderEntry> entries;
+    FolderListing listing;
     const Folder folder = openFolder(path, links);
-    if (!folder) return entries;
-    while (const dirent* entry = stop.stop_requested() ? nullptr : readdir(folder.get())) {
-        if (entry->d_name[0] != '.') entries.push_back({entry->d_name, isFolderEntry(folder.get(), *entry)});
+    if (!folder) {
+        listing.failure = errno;
+        return listing;
     }
-    return entries;
+    while (!stop.stop_requested()) {
+        errno = 0;
+        const dirent* const entry = readdir(folder.get());
+        if (!entry) {
+            listing.failure = errno;
+            break;
+        }
+        if (entry->d_name[0] != '.')
+            listing.entries.push_back({entry->d_name, isFolderEntry(folder.get(), *entry)});
+    }
+    return listing;
 }
 
 bool isFolder(const std::filesystem::path& path)

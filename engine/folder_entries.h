@@ -18,10 +18,15 @@ struct FolderEntry
 
 enum class LinkedFolder { follow, refuse };
 
-// In the order of the file system, without names that begin with a dot. Empty for a folder that cannot be
-// read; what was read until then when the folder vanishes meanwhile or the stop is requested.
-std::vector<FolderEntry> readFolder(const std::string& folder, LinkedFolder links,
-                                    const std::stop_token& stop);
+struct FolderListing
+{
+    std::vector<FolderEntry> entries;
+    int failure = 0; // errno, when the entries are not all there are
+};
+
+// In the order of the file system, without names that begin with a dot. What was read until then when the
+// folder cannot be read on or the stop is requested.
+FolderListing readFolder(const std::string& folder, LinkedFolder links, const std::stop_token& stop);
 
 // True when the path leads to a folder (links are followed); false also when the file system cannot tell.
 bool isFolder(const std::filesystem::path& path);

@@ -24,6 +24,15 @@ QString nearestExistingFolder(const QString& fileName)
     return folder.path();
 }
 
+// Opening a pipe or a device in the file's place could wait for ever: then the settings last as long as the
+// program.
+QString readableFile(const QString& fileName)
+{
+    const QFileInfo file(fileName);
+    const bool mayWait = file.exists() && !file.isFile() && !file.isDir();
+    return mayWait ? QStringLiteral("/dev/null/") + file.fileName() : fileName;
+}
+
 } // namespace
 
 std::shared_ptr<PreferencesStore> PreferencesStore::open(const QString& fileName)
@@ -37,7 +46,7 @@ std::shared_ptr<PreferencesStore> PreferencesStore::open(const QString& fileName
 }
 
 PreferencesStore::PreferencesStore(const QString& fileName, const DelayFactory& makeDelay)
-    : m_file(fileName, QSettings::IniFormat), m_writing(makeDelay([this] { writeFile(); }))
+    : m_file(readableFile(fileName), QSettings::IniFormat), m_writing(makeDelay([this] { writeFile(); }))
 {
     const auto onChange = [this] {
         watch();

@@ -2,6 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/cli/cli_fixture.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace lumora::cli::test {
 namespace {
 
@@ -135,6 +139,29 @@ TEST_F(CliTest, replacesAnExistingOutputUnlessToldOtherwise)
     }
     EXPECT_EQ(runInto({"a.jpg"}).status, 0);
     EXPECT_NE(readFile(out("a.webp")), "old");
+}
+
+TEST_F(CliTest, aFolderInsideThatCannotBeReadIsNamedAndIsAFailure)
+{
+    photograph("a.jpg");
+    // Deeper than a path may be, which no user can read, not even the superuser.
+    int folder = ::open(this->folder("deep").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    for (int depth = 0; depth < 20; ++depth) {
+        const std::string name(250, 'd');
+        ASSERT_EQ(::mkdirat(folder, name.c_str(), 0700), 0);
+        const int inner = ::openat(folder, name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        ::close(folder);
+        folder = inner;
+    }
+    ::close(folder);
+    for (const char* mode : {"--dry-run", "--json"}) {
+        const Outcome outcome = runInto({mode, "a.jpg", beside("deep")});
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_THAT(outcome.lines(), SizeIs(1));
+        EXPECT_THAT(outcome.complaints,
+                    AllOf(HasSubstr("deep: there is no supported image file in this folder\n"),
+                          EndsWith("File name too long\n")));
+    }
 }
 
 TEST_F(CliTest, outputsWithOneNameAreAllKeptAndTheOriginalsOfAllAreThere)

@@ -172,19 +172,23 @@ TEST_F(FileInputResolverTest, DoesNotFollowLinksToFoldersSoThatLoopsEnd)
     EXPECT_THAT(resolve({m_root / "album"}), ElementsAre(image));
 }
 
-TEST_F(FileInputResolverTest, PassesOverAFolderThatCannotBeRead)
+TEST_F(FileInputResolverTest, PassesOverAFolderThatCannotBeReadAndTellsOfIt)
 {
     const auto image = file("album/a.png");
     file("album/locked/b.png");
     std::filesystem::permissions(m_root.path(), std::filesystem::perms(0755));
     std::filesystem::permissions(m_root / "album/locked", std::filesystem::perms::none);
     Paths found;
+    std::vector<FileInputResolver::UnreadFolder> unread;
     {
         const OrdinaryUser user;
-        found = resolve({m_root / "album"});
+        found = FileInputResolver::imagesAndUnread({m_root / "album"}, {}, unread);
     }
     std::filesystem::permissions(m_root / "album/locked", std::filesystem::perms::owner_all);
     EXPECT_THAT(found, ElementsAre(image));
+    ASSERT_EQ(unread.size(), 1U);
+    EXPECT_EQ(unread.front().path, m_root / "album/locked");
+    EXPECT_EQ(unread.front().reason, EACCES);
 }
 
 TEST_F(FileInputResolverTest, KeepsNamesThatAreNotText)

@@ -83,6 +83,15 @@ TEST_F(PreferencesStoreTest, ManyQuickChangesAreReadAndToldAtOnceAndWrittenOnceT
     EXPECT_EQ(identity(), after) << "what is written already is not written again";
 }
 
+TEST_F(PreferencesStoreTest, APipeInTheFilesPlaceIsNotWaitedFor)
+{
+    ASSERT_EQ(::mkfifo(m_file.c_str(), 0600), 0);
+    LumoraSettings settings(fileName());
+    EXPECT_EQ(settings.quality(), 82.0);
+    settings.quality.set(7);
+    EXPECT_EQ(settings.quality(), 7.0);
+}
+
 TEST_F(PreferencesStoreTest, TheRealTimerWrites)
 {
     LumoraSettings settings(fileName());
