@@ -37,6 +37,18 @@ if(LUMORA_SANITIZE)
   add_link_options(-fsanitize=${LUMORA_SANITIZE})
 endif()
 
+# Pictures are not trusted, so an overrun is to end a program before it can be used. The checks of library calls need an
+# optimizer; sanitizers bring their own.
+if(NOT LUMORA_SANITIZE)
+  add_compile_options(
+    -fstack-protector-strong -fstack-clash-protection
+    "$<$<CONFIG:Release>:SHELL:-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2>")
+  if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
+    add_compile_options(-fcf-protection)
+  endif()
+  add_link_options(LINKER:-z,relro LINKER:-z,now)
+endif()
+
 # moc cannot parse the standard headers of C++20 when one of them comes before Qt's.
 set(CMAKE_AUTOMOC_MOC_OPTIONS --include QtCore/qobject.h)
 

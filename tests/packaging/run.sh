@@ -33,6 +33,15 @@ done
 version=$(dpkg-deb --field "$package" Version)
 "$root/usr/bin/lumora-cli" --version | grep -qF "$version" || fail "lumora-cli does not say version $version"
 
+# --- how they are built: stack protector, checked library calls, addresses bound before the start
+for program in lumora lumora-cli; do
+    binary=$root/usr/lib/lumora/Contents/MacOS/$program
+    readelf --wide --dyn-syms "$binary" >"$work/symbols"
+    grep -q ' __stack_chk_fail' "$work/symbols" || fail "$program has no stack protector"
+    grep -q '_chk@' "$work/symbols" || fail "$program does not check library calls"
+    readelf --dynamic "$binary" | grep -q 'Flags: NOW PIE' || fail "$program is not bound at its start"
+done
+
 # --- what desktops read
 desktop-file-validate "$root/usr/share/applications/$id.desktop"
 appstreamcli validate --no-net "$root/usr/share/metainfo/$id.metainfo.xml"
