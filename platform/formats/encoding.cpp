@@ -17,8 +17,9 @@ namespace {
 // By what the profile does to colours: sRGB has many wordings.
 bool isSrgb(VipsImage* image, ProfileBytes profile)
 {
-    return vips_image_guess_interpretation(image) != VIPS_INTERPRETATION_CMYK &&
-           ColorConversion::toSrgb({ColorModel::rgb, false}, profile).isIdentity();
+    const auto model = colorModelOf(image);
+    return model && *model != ColorModel::cmyk &&
+           ColorConversion::toSrgb({*model, false}, profile).isIdentity();
 }
 
 PictureFacts factsOf(VipsImage* image, const Format& format)

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "encoded_bytes.h"
+#include "exif_colors.h"
 #include "format_io.h"
 #include "metadata/reading.h"
 #include "metadata/resolution.h"
@@ -106,6 +107,7 @@ void describe(int descriptor, VipsImage* image, Metadata& metadata)
 {
     metadata.jfifDensity = densityOf(image);
     readContainer(descriptor, metadata);
+    attachCameraColors(image, metadata);
 }
 
 bool begins(std::string_view head)

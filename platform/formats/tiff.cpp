@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "encoded_bytes.h"
+#include "exif_colors.h"
 #include "format_io.h"
 #include "metadata/reading.h"
 #include "metadata/resolution.h"
@@ -101,6 +102,7 @@ void describe(int descriptor, VipsImage* image, Metadata& metadata)
 {
     readContainer(descriptor, metadata);
     noteGrayForm(image, metadata.tiff);
+    attachTiffColors(image, metadata);
 }
 
 bool begins(std::string_view head)

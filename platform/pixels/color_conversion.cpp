@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pixels/color_conversion.h"
 
+#include "color_library.h"
+
 #include <lcms2.h>
 #include <vips/vips.h>
 
@@ -16,46 +18,6 @@
 namespace lumora {
 namespace {
 
-struct ProfileClose
-{
-    void operator()(void* profile) const { cmsCloseProfile(profile); }
-};
-using Profile = std::unique_ptr<void, ProfileClose>;
-
-Profile openProfile(ProfileBytes bytes)
-{
-    if (bytes.empty() || bytes.size() > std::numeric_limits<cmsUInt32Number>::max()) return nullptr;
-    return Profile(cmsOpenProfileFromMem(bytes.data(), static_cast<cmsUInt32Number>(bytes.size())));
-}
-
-// The generic profile of printing inks that the image library carries, for pictures in CMYK that bring none.
-ProfileBytes genericCmykProfile()
-{
-    static VipsBlob* const blob = [] {
-        ensureVipsReady();
-        VipsBlob* loaded = nullptr;
-        if (vips_profile_load("cmyk", &loaded, nullptr) != 0) takeVipsError();
-        return loaded;
-    }();
-    if (!blob) return {};
-    std::size_t size = 0;
-    const void* data = vips_blob_get(blob, &size);
-    return {static_cast<const std::uint8_t*>(data), size};
-}
-
-cmsColorSpaceSignature signatureOf(ColorModel model)
-{
-    switch (model) {
-    case ColorModel::gray:
-        return cmsSigGrayData;
-    case ColorModel::rgb:
-        return cmsSigRgbData;
-    case ColorModel::cmyk:
-        break;
-    }
-    return cmsSigCmykData;
-}
-
 cmsUInt32Number pixelTypeOf(RowFormat format)
 {
     cmsUInt32Number type = BYTES_SH(1) | EXTRA_SH(format.hasAlpha ? 1U : 0U);
@@ -68,15 +30,6 @@ cmsUInt32Number pixelTypeOf(RowFormat format)
         break;
     }
     return type | COLORSPACE_SH(PT_CMYK) | CHANNELS_SH(4);
-}
-
-cmsHTRANSFORM createTransform(RowFormat format, cmsHPROFILE source)
-{
-    const Profile srgb(cmsCreate_sRGBProfile());
-    const cmsUInt32Number flags = cmsFLAGS_BLACKPOINTCOMPENSATION |
-                                  (format.hasAlpha ? static_cast<cmsUInt32Number>(cmsFLAGS_COPY_ALPHA) : 0U);
-    return cmsCreateTransform(source, pixelTypeOf(format), srgb.get(), TYPE_RGBA_8,
-                              INTENT_RELATIVE_COLORIMETRIC, flags);
 }
 
 // Photographs are of this kind: one wide load and store a pixel, but for the last, behind which nothing may
@@ -97,68 +50,15 @@ void widenOpaque(const std::uint8_t* rgb, std::uint8_t* rgba, std::size_t pixels
     }
 }
 
-// Most profiles in the wild describe sRGB itself in one of many wordings, so the colours are asked, not the
-// name.
-bool isSrgb(cmsHPROFILE profile)
-{
-    constexpr int levels = 6;
-    const cmsHTRANSFORM transform = createTransform({ColorModel::rgb, false}, profile);
-    if (!transform) return false;
-    bool same = true;
-    for (int i = 0; i < levels * levels * levels && same; ++i) {
-        const auto level = [](int step) {
-            return static_cast<std::uint8_t>(step % levels * 255 / (levels - 1));
-        };
-        const std::array<std::uint8_t, 3> in{level(i), level(i / levels), level(i / levels / levels)};
-        std::array<std::uint8_t, 4> out{};
-        cmsDoTransform(transform, in.data(), out.data(), 1);
-        for (std::size_t c = 0; c < 3; ++c)
-            same = same && std::abs(in.at(c) - out.at(c)) <= 1;
-    }
-    cmsDeleteTransform(transform);
-    return same;
-}
-
-// The library puts the time of its making into a profile: the same picture would give other files at other
-// times.
-void setDate(std::vector<std::uint8_t>& profile)
-{
-    constexpr std::ptrdiff_t datePosition = 24; // in the header; six numbers of two bytes
-    constexpr std::array<std::uint8_t, 12> newYear2000{0x07, 0xD0, 0, 1, 0, 1, 0, 0, 0, 0, 0, 0};
-    std::ranges::copy(newYear2000, profile.begin() + datePosition);
-}
-
-std::vector<std::uint8_t> makeSrgbProfile()
-{
-    const Profile profile(cmsCreate_sRGBProfile());
-    cmsUInt32Number size = 0;
-    cmsSaveProfileToMem(profile.get(), nullptr, &size);
-    std::vector<std::uint8_t> bytes(size);
-    cmsSaveProfileToMem(profile.get(), bytes.data(), &size);
-    setDate(bytes);
-    return bytes;
-}
-
 } // namespace
 
 ProfileBytes srgbProfile()
 {
-    static const std::vector<std::uint8_t> bytes = makeSrgbProfile();
+    static const std::vector<std::uint8_t> bytes = savedProfile(OwnedProfile(cmsCreate_sRGBProfile()).get());
     return bytes;
 }
 
-bool describes(ProfileBytes profile, ColorModel model)
-{
-    const Profile opened = openProfile(profile);
-    return opened && cmsGetColorSpace(opened.get()) == signatureOf(model);
-}
-
-void ColorConversion::TransformDelete::operator()(void* transform) const
-{
-    cmsDeleteTransform(transform);
-}
-
-ColorConversion::ColorConversion(RowFormat format, Transform transform)
+ColorConversion::ColorConversion(RowFormat format, OwnedTransform transform)
     : m_format(format), m_transform(std::move(transform))
 {
 }
@@ -170,13 +70,9 @@ ColorConversion ColorConversion::none(RowFormat format)
 
 ColorConversion ColorConversion::toSrgb(RowFormat format, ProfileBytes profile)
 {
-    if (!describes(profile, format.model)) {
-        if (format.model != ColorModel::cmyk) return none(format);
-        profile = genericCmykProfile();
-    }
-    const Profile source = openProfile(profile);
-    if (!source || (format.model == ColorModel::rgb && isSrgb(source.get()))) return none(format);
-    return {format, Transform(createTransform(format, source.get()))};
+    const OwnedProfile source = sourceProfile(profile, format.model);
+    if (!source || isSrgb(source.get(), format.model)) return none(format);
+    return {format, srgbTransform(source.get(), pixelTypeOf(format), TYPE_RGBA_8)};
 }
 
 void ColorConversion::run(const std::uint8_t* from, std::uint8_t* rgba, std::size_t pixels) const

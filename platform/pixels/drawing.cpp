@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pixels/drawing.h"
 
+#include "deep_colors.h"
 #include "pixels/color_conversion.h"
 #include "pixels/color_profile.h"
 #include "pixels/row_reader.h"
@@ -192,9 +193,14 @@ Result<Image> draw(const Image& image, const DrawRequest& request)
     const int divisor = decodingDivisor(storedSize(image), size);
     const auto decoded = divisor > 1 ? image.reduced(divisor) : image;
     if (!decoded) return decoded.error();
-    auto reader = RowReader::open(*decoded);
+    const bool keepsComponents =
+        request.colorSpace == ColorSpace::own && colorModelOf(decoded->pixels()) == ColorModel::rgb;
+    const auto source = keepsComponents ? decoded : withDeepColorsInSrgb(*decoded, profile);
+    if (!source) return source.error();
+    auto reader = RowReader::open(*source);
     if (!reader) return reader.error();
-    const ColorPlan plan = planColors(*reader, profile, request.colorSpace);
+    const bool isConverted = source->pixels() != decoded->pixels();
+    const ColorPlan plan = planColors(*reader, isConverted ? ProfileBytes() : profile, request.colorSpace);
     auto rgba = Drawing(std::move(*reader), shapeOf(image, *decoded, divisor), plan.conversion,
                         image.alphaIsPremultiplied())
                     .run(size);

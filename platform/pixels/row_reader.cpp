@@ -6,30 +6,12 @@
 
 #include <algorithm>
 #include <cstring>
-#include <optional>
 
 namespace lumora {
 namespace {
 
 // Rows fetched from the decoder at once; a multiple of every codec's block height.
 constexpr int stripHeight = 64;
-
-std::optional<ColorModel> modelOf(const VipsImage* image)
-{
-    switch (vips_image_guess_interpretation(image)) {
-    case VIPS_INTERPRETATION_B_W:
-    case VIPS_INTERPRETATION_GREY16:
-        return ColorModel::gray;
-    case VIPS_INTERPRETATION_sRGB:
-    case VIPS_INTERPRETATION_RGB:
-    case VIPS_INTERPRETATION_RGB16:
-        return ColorModel::rgb;
-    case VIPS_INTERPRETATION_CMYK:
-        return ColorModel::cmyk;
-    default:
-        return std::nullopt;
-    }
-}
 
 // Runs one library operation `operation(in, &out)` on an owned image.
 template <class Operation>
@@ -50,7 +32,7 @@ Result<VipsImagePtr> inKnownModel(VipsImagePtr image)
 {
     const bool isInteger = vips_image_get_format(image.get()) == VIPS_FORMAT_UCHAR ||
                            vips_image_get_format(image.get()) == VIPS_FORMAT_USHORT;
-    if (modelOf(image.get()) && isInteger) return image;
+    if (colorModelOf(image.get()) && isInteger) return image;
     return applied(image, [](VipsImage* in, VipsImage** out) {
         return vips_colourspace(in, out, VIPS_INTERPRETATION_sRGB, nullptr);
     });
@@ -76,6 +58,23 @@ Result<VipsImagePtr> withBands(VipsImagePtr image, int bands)
 
 } // namespace
 
+std::optional<ColorModel> colorModelOf(const VipsImage* image)
+{
+    switch (vips_image_guess_interpretation(image)) {
+    case VIPS_INTERPRETATION_B_W:
+    case VIPS_INTERPRETATION_GREY16:
+        return ColorModel::gray;
+    case VIPS_INTERPRETATION_sRGB:
+    case VIPS_INTERPRETATION_RGB:
+    case VIPS_INTERPRETATION_RGB16:
+        return ColorModel::rgb;
+    case VIPS_INTERPRETATION_CMYK:
+        return ColorModel::cmyk;
+    default:
+        return std::nullopt;
+    }
+}
+
 RowReader::RowReader(VipsImagePtr image, RowFormat format, bool keepsProfileSpace)
     : m_image(std::move(image)), m_region(vips_region_new(m_image.get())), m_format(format),
       m_keepsProfileSpace(keepsProfileSpace)
@@ -89,7 +88,7 @@ Result<RowReader> RowReader::open(const Image& image)
     if (!known) return known.error();
     const bool keepsProfileSpace = known->get() == image.pixels();
 
-    const ColorModel model = modelOf(known->get()).value_or(ColorModel::rgb);
+    const ColorModel model = colorModelOf(known->get()).value_or(ColorModel::rgb);
     RowFormat format{model, false};
     // Extra bands beyond one alpha carry no picture; neither does the alpha of an ink separation.
     const int bands = vips_image_get_bands(known->get());

@@ -134,6 +134,13 @@ void dropMetadata(VipsImage* image)
     g_strfreev(fields);
 }
 
+// Grey pictures under a profile of three components are not rare, and readers of PNG refuse them.
+void dropForeignProfile(VipsImage* image)
+{
+    const auto model = colorModelOf(image);
+    if (model && !describes(attachedProfile(image), *model)) vips_image_remove(image, VIPS_META_ICC_NAME);
+}
+
 bool holdsProfileOf(const StorageLimits& limits, VipsImage* image)
 {
     const auto profile = attachedProfile(image);
@@ -163,6 +170,7 @@ Result<VipsImagePtr> storableImage(const Image& image, const StorageLimits& limi
             0)
             return takeVipsError();
         dropMetadata(copy);
+        dropForeignProfile(copy);
         return VipsImagePtr(copy);
     }
     auto bitmap = inSrgb(image, limits);

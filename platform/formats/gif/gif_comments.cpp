@@ -4,12 +4,14 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace lumora {
 namespace {
 
 constexpr std::byte extension{0x21};
 constexpr std::byte comment{0xFE};
+constexpr std::byte application{0xFF};
 constexpr std::byte picture{0x2C};
 constexpr std::size_t longestBlock = 255;
 
@@ -67,6 +69,25 @@ private:
     std::size_t m_at = 0;
 };
 
+// Calls visit(kind, data) for each that is whole.
+template <class Visit>
+void visitExtensions(std::span<const std::byte> gif, Visit visit)
+{
+    GifReader reader(gif);
+    reader.skipHeader();
+    for (;;) {
+        const std::byte mark = reader.take();
+        if (mark == picture) {
+            reader.skipPicture();
+        } else if (mark == extension) {
+            const std::byte kind = reader.take();
+            if (auto data = reader.takeBlocks()) visit(kind, std::move(*data));
+        } else {
+            return;
+        }
+    }
+}
+
 void appendComment(std::vector<std::byte>& bytes, std::string_view text)
 {
     bytes.push_back(extension);
@@ -84,20 +105,20 @@ void appendComment(std::vector<std::byte>& bytes, std::string_view text)
 std::vector<std::string> gifComments(std::span<const std::byte> gif)
 {
     std::vector<std::string> comments;
-    GifReader reader(gif);
-    reader.skipHeader();
-    for (;;) {
-        const std::byte mark = reader.take();
-        if (mark == picture) {
-            reader.skipPicture();
-        } else if (mark == extension) {
-            const std::byte kind = reader.take();
-            auto text = reader.takeBlocks();
-            if (kind == comment && text && !text->empty()) comments.push_back(std::move(*text));
-        } else {
-            return comments;
-        }
-    }
+    visitExtensions(gif, [&](std::byte kind, std::string data) {
+        if (kind == comment && !data.empty()) comments.push_back(std::move(data));
+    });
+    return comments;
+}
+
+std::string gifProfile(std::span<const std::byte> gif)
+{
+    constexpr std::string_view mark = "ICCRGBG1012";
+    std::string profile;
+    visitExtensions(gif, [&](std::byte kind, std::string data) {
+        if (kind == application && data.starts_with(mark)) profile = data.substr(mark.size());
+    });
+    return profile;
 }
 
 std::vector<std::byte> withGifComments(std::vector<std::byte> gif, const std::vector<std::string>& comments)

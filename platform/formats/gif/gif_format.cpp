@@ -7,6 +7,7 @@
 #include "format_io.h"
 #include "gif/gif_comments.h"
 #include "indexed_pixels.h"
+#include "pixels/color_conversion.h"
 #include "system/regular_file.h"
 #include "vips_loading.h"
 
@@ -16,6 +17,7 @@
 #include <array>
 #include <new>
 #include <optional>
+#include <string>
 
 namespace lumora {
 namespace {
@@ -118,10 +120,22 @@ Result<VipsImagePtr> load(int descriptor)
     return loadStrictly(vips_gifload_source, descriptor);
 }
 
+void attachProfile(VipsImage* image, const std::string& profile)
+{
+    const auto model = colorModelOf(image);
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): characters as bytes
+    const ProfileBytes bytes(reinterpret_cast<const std::uint8_t*>(profile.data()), profile.size());
+    if (model && describes(bytes, *model))
+        vips_image_set_blob_copy(image, VIPS_META_ICC_NAME, bytes.data(), bytes.size());
+}
+
 void describe(int descriptor, VipsImage* image, Metadata& metadata)
 {
     constexpr std::size_t largestFile = std::size_t{1} << 26U;
-    if (const auto bytes = readAll(descriptor, largestFile)) metadata.gifComments = gifComments(*bytes);
+    if (const auto bytes = readAll(descriptor, largestFile)) {
+        metadata.gifComments = gifComments(*bytes);
+        attachProfile(image, gifProfile(*bytes));
+    }
     readAttachedMetadata(image, metadata);
 }
 

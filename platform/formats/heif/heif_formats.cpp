@@ -3,11 +3,13 @@
 // One container, three names for what the pictures in it are coded with.
 #include "format_io.h"
 #include "heif/heic_encoder.h"
+#include "heif/heif_colors.h"
 #include "vips_loading.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <utility>
 
 namespace lumora {
 namespace {
@@ -46,7 +48,9 @@ bool beginsHeif(std::string_view head)
 Result<VipsImagePtr> load(int descriptor)
 {
     ensureHeifReady();
-    return loadStrictly(vips_heifload_source, descriptor);
+    auto image = loadStrictly(vips_heifload_source, descriptor);
+    if (!image) return image;
+    return withHeifColors(std::move(*image), descriptor);
 }
 
 void describe(int, VipsImage* image, Metadata& metadata)

@@ -4,6 +4,7 @@
 #include "metadata/reading.h"
 #include "pixels/stored_form.h"
 #include "png/png_chunk_reader.h"
+#include "png/png_colors.h"
 #include "png/png_encoder.h"
 #include "png/png_texts.h"
 #include "vips_density.h"
@@ -12,6 +13,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <utility>
 
 namespace lumora {
 namespace {
@@ -33,8 +35,9 @@ Result<VipsImagePtr> load(int descriptor)
 {
     if (!hasSoundPngHead(descriptor)) return Error{"damaged PNG"};
     auto image = loadStrictly(vips_pngload_source, descriptor);
-    if (image) noteGrayForm(image->get(), descriptor);
-    return image;
+    if (!image) return image;
+    noteGrayForm(image->get(), descriptor);
+    return withPngColors(std::move(*image), descriptor);
 }
 
 void describe(int descriptor, VipsImage* image, Metadata& metadata)

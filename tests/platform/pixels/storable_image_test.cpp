@@ -106,6 +106,15 @@ TEST(StorablePicture, KeepsItsModelWhereThereIsRoom)
     EXPECT_EQ(firstPixel(imageOf(uniformPicture(3, 2, {9, 0})), roomy), (std::vector<int>{9, 0}));
 }
 
+TEST(StorablePicture, LosesAProfileOfOtherComponents)
+{
+    const Image gray = imageOf(uniformPicture(3, 2, {90}));
+    const ProfileBytes srgb = srgbProfile();
+    vips_image_set_blob_copy(gray.pixels(), VIPS_META_ICC_NAME, srgb.data(), srgb.size());
+    EXPECT_EQ(vips_image_get_typeof(stored(gray, roomy).get(), VIPS_META_ICC_NAME), 0U);
+    EXPECT_EQ(firstPixel(gray, roomy), (std::vector<int>{90}));
+}
+
 TEST(StorablePicture, LosesWhatDescribesNoPixels)
 {
     const Image image = imageOf(test::corneredPicture(3, 2));

@@ -22,6 +22,12 @@ ProfileBytes srgbProfile();
 // Whether the bytes are a profile that describes components of this model.
 bool describes(ProfileBytes profile, ColorModel model);
 
+// Frees a transform of the colour library.
+struct TransformDelete
+{
+    void operator()(void* transform) const;
+};
+
 class ColorConversion
 {
 public:
@@ -39,17 +45,11 @@ public:
     void run(const std::uint8_t* from, std::uint8_t* rgba, std::size_t pixels) const;
 
 private:
-    struct TransformDelete
-    {
-        void operator()(void* transform) const;
-    };
-    using Transform = std::unique_ptr<void, TransformDelete>;
-
-    ColorConversion(RowFormat format, Transform transform);
+    ColorConversion(RowFormat format, std::unique_ptr<void, TransformDelete> transform);
     void widen(const std::uint8_t* from, std::uint8_t* rgba, std::size_t pixels) const;
 
     RowFormat m_format;
-    Transform m_transform;
+    std::unique_ptr<void, TransformDelete> m_transform;
 };
 
 } // namespace lumora

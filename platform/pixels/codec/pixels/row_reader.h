@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 struct _VipsRegion;
 
@@ -18,6 +19,9 @@ namespace lumora {
 
 // What the components of a row mean.
 enum class ColorModel { gray, rgb, cmyk };
+
+// Absent for Lab and other rare ones.
+std::optional<ColorModel> colorModelOf(const _VipsImage* image);
 
 struct RowFormat
 {

@@ -25,7 +25,8 @@ struct DrawRequest
 };
 
 // Draws the whole picture, upright, into a bitmap of the requested size: Lanczos-3 reduction in the picture's
-// own encoding of its components, then the colour conversion at the small size. The result has four bands
+// own encoding of its components, then the colour conversion at the small size; deep colours under a profile
+// and Lab are converted first, before their components are cut to 8 bits. The result has four bands
 // even where every pixel is opaque, and shares the pixels of a picture that was drawn so already. Fails when
 // the codec reports the data as truncated or damaged. Decodes a pending picture, which can be done once.
 Result<Image> draw(const Image& image, const DrawRequest& request);

@@ -99,5 +99,14 @@ TEST(AddedGifComments, LeaveAFileAsItIsWhenThereAreNoneOrItIsNoSoundGif)
     EXPECT_EQ(withGifComments({}, {"first"}), std::vector<std::byte>{});
 }
 
+TEST(GifProfile, IsThatOfItsApplicationBlockAndNothingElse)
+{
+    const std::string profile = "!\xFF\x0BICCRGBG1012\5first\6second\0"s;
+    const std::string other = "!\xFF\x0BNETSCAPE2.0\3\1\0\0\0"s;
+    EXPECT_EQ(gifProfile(bytesOf(header + other + profile + picture + ";")), "firstsecond");
+    EXPECT_EQ(gifProfile(bytesOf(header + other + picture + ";")), "");
+    EXPECT_EQ(gifProfile(bytesOf(header + profile.substr(0, profile.size() - 1))), "");
+}
+
 } // namespace
 } // namespace lumora

@@ -1,8 +1,11 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/platform/formats/written_pictures.h"
+#include "tests/support/color_patches.h"
 
 #include <gmock/gmock.h>
+
+#include <algorithm>
 
 namespace lumora {
 namespace {
@@ -57,6 +60,32 @@ TEST_F(Gif, BringsItsRemarksAlong)
     ASSERT_TRUE(source);
     EXPECT_EQ(source->metadata().gifComments, metadata.gifComments);
     EXPECT_TRUE(decode(source->image()));
+}
+
+TEST_F(Gif, HasTheColoursOfTheProfileInIt)
+{
+    const auto file = m_folder / "a.gif";
+    test::save(file, test::uniformPicture(8, 8, {200, 100, 100}));
+    std::string gif = test::readBytes(file);
+    std::string block = "!\xFF\x0BICCRGBG1012";
+    const test::Profile p3 = test::libraryProfile("p3");
+    for (std::size_t at = 0; at < p3.size(); at += 255) {
+        const std::size_t count = std::min<std::size_t>(255, p3.size() - at);
+        block += static_cast<char>(count);
+        block.append(p3.begin() + static_cast<std::ptrdiff_t>(at),
+                     p3.begin() + static_cast<std::ptrdiff_t>(at + count));
+    }
+    const auto packed = static_cast<unsigned char>(gif.at(10));
+    const std::size_t table = (packed & 0x80U) != 0 ? std::size_t{3} << ((packed & 7U) + 1) : 0;
+    gif.insert(13 + table, block + '\0');
+    test::writeText(file, gif);
+
+    const auto source = ImageSource::open(file);
+    ASSERT_TRUE(source);
+    EXPECT_NE(source->metadata().profileName, "");
+    const auto found = test::load(written(asStored(file), "com.compuserve.gif")).at(4, 4);
+    EXPECT_NEAR(found[0], 213, 3); // the same red needs more of a narrower primary
+    EXPECT_NEAR(found[1], 94, 3);
 }
 
 TEST_F(Gif, GivesItsFirstFrame)
