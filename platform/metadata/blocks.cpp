@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <new>
 
 namespace lumora {
@@ -117,8 +118,13 @@ std::string iptcBlock(const Metadata& metadata)
 
 std::string xmpPacket(const Metadata& metadata, const PictureFacts& facts)
 {
+    return splitXmpPacket(metadata, facts, std::numeric_limits<std::size_t>::max()).packet;
+}
+
+SplitXmp splitXmpPacket(const Metadata& metadata, const PictureFacts& facts, std::size_t longest)
+{
     if (metadata.xmp.empty()) return {};
-    return soundOrEmpty([&] { return updatedXmpPacket(metadata.xmp, facts); });
+    return soundOrEmpty([&] { return updatedXmp({metadata.xmp, metadata.extendedXmp}, facts, longest); });
 }
 
 std::vector<std::byte> withTiffMetadata(std::vector<std::byte> tiff, const Metadata& metadata,

@@ -7,6 +7,7 @@
 #include "format_io.h"
 #include "gif/gif_comments.h"
 #include "indexed_pixels.h"
+#include "metadata/remarks.h"
 #include "system/regular_file.h"
 #include "vips_loading.h"
 
@@ -110,7 +111,7 @@ Result<Bytes> encode(const EncodeRequest& request)
     auto colors = exactColors(request.image);
     auto bytes = colors ? encodeIndexed(request.image, *colors) : encodeDithered(request.image);
     if (!bytes) return bytes.error();
-    return withGifComments(std::move(*bytes), request.metadata.gifComments);
+    return withGifComments(std::move(*bytes), remarksOf(request.metadata));
 }
 
 Result<VipsImagePtr> load(int descriptor)

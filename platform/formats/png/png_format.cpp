@@ -41,7 +41,9 @@ void describe(int descriptor, VipsImage* image, Metadata& metadata)
 {
     metadata.pngDensity = densityOf(image);
     metadata.pngTexts = readPngTexts(descriptor);
+    metadata.pngTime = readPngTime(descriptor);
     readContainer(descriptor, metadata);
+    if (metadata.xmp.empty()) metadata.xmp = xmpAmong(metadata.pngTexts);
 }
 
 bool begins(std::string_view head)

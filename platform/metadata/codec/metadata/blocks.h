@@ -9,6 +9,7 @@
 
 #include "metadata/metadata.h"
 #include "metadata/picture_facts.h"
+#include "metadata/split_xmp.h"
 
 #include <cstddef>
 #include <string>
@@ -21,6 +22,9 @@ std::string exifBlock(const Metadata& metadata, const PictureFacts& facts);
 // An image resource block that holds the IPTC records.
 std::string iptcBlock(const Metadata& metadata);
 std::string xmpPacket(const Metadata& metadata, const PictureFacts& facts);
+
+// The same in two parts where it is longer than `longest` bytes.
+SplitXmp splitXmpPacket(const Metadata& metadata, const PictureFacts& facts, std::size_t longest);
 
 // The TIFF file with all three inside; the file as it is when that fails.
 std::vector<std::byte> withTiffMetadata(std::vector<std::byte> tiff, const Metadata& metadata,
