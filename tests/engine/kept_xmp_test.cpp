@@ -70,6 +70,28 @@ INSTANTIATE_TEST_SUITE_P(Formats, KeptLargeXmp,
                                          OutputFormat::original),
                          [](const auto& instance) { return std::string(rawValue(instance.param)); });
 
+TEST(KeptXmpOfHeic, IsFoundInEveryOutput)
+{
+    const test::TemporaryDirectory folder;
+    for (const char* name : {"a.heic", "a.avif"}) {
+        test::save(folder / name, test::corneredPicture(64, 48));
+        test::writeTag(folder / name, "XMP-dc:Title", "seen from the harbour");
+        ASSERT_EQ(tagOf(folder / name, "XMP:Title"), "seen from the harbour\n") << name;
+        for (const OutputFormat format : {OutputFormat::jpeg, OutputFormat::png, OutputFormat::heic}) {
+            const auto optimized = [&](bool removesMetadata) {
+                return *ImageOptimizer::optimize(folder / name,
+                                                 settings({.outputFormat = format,
+                                                           .removeMetadata = removesMetadata,
+                                                           .filenameSuffix = "-out"}),
+                                                 OptimizerServices::system())
+                            .outputURL;
+            };
+            EXPECT_EQ(tagOf(optimized(false), "XMP:Title"), "seen from the harbour\n") << name;
+            EXPECT_EQ(tagOf(optimized(true), "XMP:Title"), "") << name;
+        }
+    }
+}
+
 // A PNG with so many different properties that looking through them all for each one takes minutes.
 class XmpOfManyProperties : public testing::Test
 {

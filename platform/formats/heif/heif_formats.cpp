@@ -3,11 +3,14 @@
 // One container, three names for what the pictures in it are coded with.
 #include "format_io.h"
 #include "heif/heic_encoder.h"
+#include "heif/heif_file.h"
+#include "heif/heif_items.h"
 #include "vips_loading.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <string>
 
 namespace lumora {
 namespace {
@@ -43,23 +46,34 @@ bool beginsHeif(std::string_view head)
     return hasBrand(head, std::array{"mif1"sv, "msf1"sv});
 }
 
+constexpr const char* codecField = "heif-compression";
+
+// The image library takes the brand's word for the codec.
+void noteCodec(VipsImage* image, int descriptor)
+{
+    const std::string codec = heifItems(descriptor).codec();
+    if (!codec.empty()) vips_image_set_string(image, codecField, codec.c_str());
+}
+
 Result<VipsImagePtr> load(int descriptor)
 {
     ensureHeifReady();
-    return loadStrictly(vips_heifload_source, descriptor);
+    auto image = loadStrictly(vips_heifload_source, descriptor);
+    if (image) noteCodec(image->get(), descriptor);
+    return image;
 }
 
-void describe(int, VipsImage* image, Metadata& metadata)
+void describe(int descriptor, VipsImage* image, Metadata& metadata)
 {
     readAttachedMetadata(image, metadata);
+    metadata.xmp = heifExtras(descriptor).xmp;
 }
 
-// The brands only claim what the picture is coded with; the decoder knows.
+// The brands only claim what the picture is coded with.
 std::string_view refinedIdentifier(VipsImage* image)
 {
     const char* codec = nullptr;
-    if (!vips_image_get_typeof(image, "heif-compression") ||
-        vips_image_get_string(image, "heif-compression", &codec) != 0)
+    if (!vips_image_get_typeof(image, codecField) || vips_image_get_string(image, codecField, &codec) != 0)
         return {};
     if (std::strcmp(codec, "hevc") == 0) return heicFormat.identifier;
     return std::strcmp(codec, "av1") == 0 ? avifFormat.identifier : heifFormat.identifier;
