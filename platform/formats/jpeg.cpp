@@ -21,6 +21,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
+constexpr auto exifPrefix = "Exif\0\0"sv;
 constexpr unsigned char remarkMarker = 0xFE;
 constexpr std::size_t startOfImage = 2;
 constexpr std::size_t longestSegment = 65533; // its two length bytes count themselves
@@ -80,7 +81,8 @@ Bytes withSegments(const Bytes& jpeg, const EncodeRequest& request, bool isInk)
     while (isSegment(std::byte{0xE0}) || isSegment(std::byte{0xE1}))
         at += lengthAt(jpeg, at);
     if (!isInk) appendJfif(result, resolutionOf(request.metadata));
-    appendSegment(result, 0xE1, "Exif\0\0"sv, exifBlock(request.metadata, request.facts));
+    appendSegment(result, 0xE1, exifPrefix,
+                  exifBlock(request.metadata, request.facts, longestSegment - exifPrefix.size()));
     appendXmp(result, request);
     appendSegment(result, 0xED, "Photoshop 3.0\0"sv, iptcBlock(request.metadata));
     for (const std::string& remark : remarksOf(request.metadata))

@@ -12,13 +12,16 @@
 #include "metadata/split_xmp.h"
 
 #include <cstddef>
+#include <limits>
 #include <string>
 #include <vector>
 
 namespace lumora {
 
-// A TIFF structure, without any container's prefix.
-std::string exifBlock(const Metadata& metadata, const PictureFacts& facts);
+// A TIFF structure, without any container's prefix. A camera maker's note that would make it longer than
+// `longest` bytes is left out.
+std::string exifBlock(const Metadata& metadata, const PictureFacts& facts,
+                      std::size_t longest = std::numeric_limits<std::size_t>::max());
 // An image resource block that holds the IPTC records.
 std::string iptcBlock(const Metadata& metadata);
 std::string xmpPacket(const Metadata& metadata, const PictureFacts& facts);
