@@ -5,6 +5,7 @@
 #include "engine/destination_properties.h"
 #include "engine/file_attributes.h"
 #include "engine/image_transform.h"
+#include "engine/left_behind.h"
 #include "engine/output_plan.h"
 #include "engine/webp_encoder.h"
 #include "formats/image_destination.h"
@@ -16,6 +17,7 @@
 
 #include <new>
 #include <string>
+#include <vector>
 
 namespace lumora::ImageOptimizer {
 namespace {
@@ -120,10 +122,12 @@ bool disposeOfOriginal(const Job& job, const ImageSource& source, const std::fil
     return static_cast<bool>(job.services.moveToTrash(job.input));
 }
 
-std::string messageFor(std::int64_t saved, bool isOriginalDisposedOf)
+std::string messageFor(std::int64_t saved, bool isOriginalDisposedOf, const std::vector<std::string>& losses)
 {
     std::string message = saved > 0 ? "Saved " + byteCountText(saved) : "Converted";
     if (!isOriginalDisposedOf) message.append(". ").append(trashWarning);
+    for (const std::string& loss : losses)
+        message.append(". ").append(loss);
     return message;
 }
 
@@ -141,6 +145,7 @@ ProcessingResult optimize(const std::filesystem::path& input, const OptimizerSet
     const ExistingFile permission = permissionFor(job, planned);
     AtomicFile encoded = encode(job, source, image, planned);
     checkWhole(job, planned, image, encoded);
+    const auto losses = leftBehind(source, image, planned.typeIdentifier, encoded.draft(), settings);
     putInPlace(job, planned, encoded, permission);
     const std::filesystem::path& output = planned.path;
 
@@ -151,7 +156,7 @@ ProcessingResult optimize(const std::filesystem::path& input, const OptimizerSet
             output,
             originalBytes,
             outputBytes,
-            messageFor(originalBytes - outputBytes, isOriginalDisposedOf),
+            messageFor(originalBytes - outputBytes, isOriginalDisposedOf, losses),
             true};
 }
 

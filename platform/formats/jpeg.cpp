@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "encoded_bytes.h"
 #include "format_io.h"
+#include "jpeg_gain_map.h"
 #include "metadata/jpeg_segments.h"
 #include "metadata/reading.h"
 #include "metadata/remarks.h"
@@ -133,6 +134,11 @@ void describe(int descriptor, VipsImage* image, Metadata& metadata)
     }
 }
 
+void examine(int descriptor, VipsImage*, SourceFacts& facts)
+{
+    facts.hasGainMap = hasJpegGainMap(descriptor);
+}
+
 bool begins(std::string_view head)
 {
     return head.starts_with("\xFF\xD8\xFF"sv);
@@ -142,8 +148,11 @@ constexpr std::array extensions{"jpg"sv, "jpeg"sv};
 constexpr std::array mimeTypes{"image/jpeg"sv};
 constexpr StorageLimits limits{
     .holdsGray = true, .holdsInk = true, .profiles = ProfileStorage::any, .longestEdge = 65500};
-constexpr FormatReader reader{
-    .load = load, .describe = describe, .loadReduced = loadReduced, .operation = "VipsForeignLoadJpeg"};
+constexpr FormatReader reader{.load = load,
+                              .describe = describe,
+                              .examine = examine,
+                              .loadReduced = loadReduced,
+                              .operation = "VipsForeignLoadJpeg"};
 constexpr FormatWriter writer{.encode = encode, .operation = "VipsForeignSaveJpeg"};
 
 } // namespace

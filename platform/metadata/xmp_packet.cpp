@@ -143,6 +143,17 @@ bool addExtension(Exiv2::XmpData& data, const std::string& extension)
 
 } // namespace
 
+bool speaksOfOtherDataOnly(const std::string& packet)
+try {
+    ensureExiv2Ready();
+    Exiv2::XmpData data;
+    if (!decode(data, packet)) return false;
+    removeForeign(data, {});
+    return data.empty();
+} catch (const Exiv2::Error&) {
+    return false;
+}
+
 SplitXmp updatedXmp(const SplitXmp& xmp, const PictureFacts& facts, std::size_t longest)
 {
     Exiv2::XmpData data;

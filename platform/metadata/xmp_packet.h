@@ -21,4 +21,8 @@ namespace lumora {
 SplitXmp updatedXmp(const SplitXmp& xmp, const PictureFacts& facts,
                     std::size_t longest = std::numeric_limits<std::size_t>::max());
 
+// Whether the packet is sound and nothing of it remains once that is left out. Any thread; never throws
+// anything but std::bad_alloc.
+bool speaksOfOtherDataOnly(const std::string& packet);
+
 } // namespace lumora

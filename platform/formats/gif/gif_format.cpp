@@ -126,6 +126,11 @@ void describe(int descriptor, VipsImage* image, Metadata& metadata)
     readAttachedMetadata(image, metadata);
 }
 
+void examine(int, VipsImage*, SourceFacts& facts)
+{
+    facts.series = SourceFacts::Series::frames;
+}
+
 bool begins(std::string_view head)
 {
     return head.starts_with("GIF87a"sv) || head.starts_with("GIF89a"sv);
@@ -134,7 +139,8 @@ bool begins(std::string_view head)
 constexpr std::array extensions{"gif"sv};
 constexpr std::array mimeTypes{"image/gif"sv};
 constexpr StorageLimits limits{.holdsGray = true, .holdsAlpha = true, .longestEdge = longestEdge};
-constexpr FormatReader reader{.load = load, .describe = describe, .operation = "VipsForeignLoadNsgif"};
+constexpr FormatReader reader{
+    .load = load, .describe = describe, .examine = examine, .operation = "VipsForeignLoadNsgif"};
 constexpr FormatWriter writer{.encode = encode, .operation = "VipsForeignSaveCgif"};
 
 } // namespace

@@ -69,6 +69,19 @@ void describe(int descriptor, VipsImage* image, Metadata& metadata)
     metadata.xmp = heifExtras(descriptor).xmp;
 }
 
+void examine(int descriptor, VipsImage* image, SourceFacts& facts)
+{
+    int bits = 0; // as stored, which the image library widens
+    if (vips_image_get_typeof(image, "heif-bitdepth") &&
+        vips_image_get_int(image, "heif-bitdepth", &bits) == 0)
+        facts.bits = bits;
+    const auto auxiliary = heifExtras(descriptor).auxiliaryTypes;
+    const auto isGainMap = [](const std::string& type) {
+        return type.find("hdrgainmap") != std::string::npos;
+    };
+    facts.hasGainMap = std::ranges::any_of(auxiliary, isGainMap) || heifItems(descriptor).contain("tmap");
+}
+
 // The brands only claim what the picture is coded with.
 std::string_view refinedIdentifier(VipsImage* image)
 {
@@ -79,7 +92,8 @@ std::string_view refinedIdentifier(VipsImage* image)
     return std::strcmp(codec, "av1") == 0 ? avifFormat.identifier : heifFormat.identifier;
 }
 
-constexpr FormatReader reader{.load = load, .describe = describe, .refinedIdentifier = refinedIdentifier};
+constexpr FormatReader reader{
+    .load = load, .describe = describe, .examine = examine, .refinedIdentifier = refinedIdentifier};
 constexpr FormatWriter heicWriter{.encode = encodeHeic, .isAvailable = hasHevcEncoder};
 // Readers of this container refuse longer edges, our own among them.
 constexpr StorageLimits heicLimits{.holdsAlpha = true, .profiles = ProfileStorage::any, .longestEdge = 16384};
