@@ -65,7 +65,7 @@ public:
         if (m_source.facts().bits > plainBits && written.facts().bits < m_source.facts().bits)
             add(std::to_string(m_source.facts().bits) + " bits became " +
                 std::to_string(written.facts().bits));
-        if (keepsProfile() && written.metadata().profileName.empty())
+        if (keepsProfile() && written.metadata().profileName != m_source.metadata().profileName)
             add("Colour profile not kept: " + nameOf(m_format));
         if (!m_settings.removeMetadata) addMetadata(missingParts(m_source.metadata(), written.metadata()));
     }
