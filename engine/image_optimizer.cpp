@@ -5,6 +5,7 @@
 #include "engine/destination_properties.h"
 #include "engine/file_attributes.h"
 #include "engine/image_transform.h"
+#include "engine/left_behind.h"
 #include "engine/output_path.h"
 #include "engine/output_plan.h"
 #include "engine/webp_encoder.h"
@@ -17,6 +18,7 @@
 
 #include <new>
 #include <string>
+#include <vector>
 
 namespace lumora::ImageOptimizer {
 namespace {
@@ -124,10 +126,12 @@ bool disposeOfOriginal(const Job& job, const ImageSource& source, const std::fil
     return static_cast<bool>(job.services.moveToTrash(job.input));
 }
 
-std::string messageFor(std::int64_t saved, bool isOriginalDisposedOf)
+std::string messageFor(std::int64_t saved, bool isOriginalDisposedOf, const std::vector<std::string>& losses)
 {
     std::string message = saved > 0 ? "Saved " + byteCountText(saved) : "Converted";
     if (!isOriginalDisposedOf) message.append(". ").append(trashWarning);
+    for (const std::string& loss : losses)
+        message.append(". ").append(loss);
     return message;
 }
 
@@ -145,6 +149,7 @@ ProcessingResult optimize(const std::filesystem::path& input, const OptimizerSet
     const ExistingFile permission = permissionFor(job, planned);
     AtomicFile encoded = encode(job, source, image, planned);
     checkWhole(job, planned, image, encoded);
+    const auto losses = leftBehind(source, image, planned.typeIdentifier, encoded.draft(), settings);
     putInPlace(job, planned, encoded, permission);
     const std::filesystem::path& output = planned.path;
 
@@ -155,7 +160,7 @@ ProcessingResult optimize(const std::filesystem::path& input, const OptimizerSet
             output,
             originalBytes,
             outputBytes,
-            messageFor(originalBytes - outputBytes, isOriginalDisposedOf),
+            messageFor(originalBytes - outputBytes, isOriginalDisposedOf, losses),
             true};
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "formats/format.h"
+#include "formats/source_facts.h"
 #include "metadata/blocks.h"
 #include "metadata/metadata.h"
 #include "pixels/vips_library.h"
@@ -25,6 +26,8 @@ struct FormatReader
     // What the file says beside its pixels. Notes on the image how its components were stored, where they no
     // longer tell.
     void (*describe)(int descriptor, _VipsImage* image, Metadata& metadata);
+    // What the image library does not know of the file. May be null.
+    void (*examine)(int descriptor, _VipsImage* image, SourceFacts& facts) = nullptr;
     // The identifier that the decoder knows better than the first bytes do. May be null.
     std::string_view (*refinedIdentifier)(_VipsImage* image) = nullptr;
     // The picture at 1/divisor (2, 4, 8) of its size, rounded up, as its codec can compute it from the lower

@@ -8,6 +8,7 @@
 
 #include <vips/vips.h>
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -46,6 +47,22 @@ Metadata metadataOf(const FormatReader& reader, int descriptor, VipsImage* image
     return metadata;
 }
 
+int bitsOf(VipsImage* image)
+{
+    constexpr int fewest = 8;
+    return std::max(fewest, static_cast<int>(8 * vips_format_sizeof(vips_image_get_format(image))));
+}
+
+SourceFacts factsOf(const FormatReader& reader, int descriptor, VipsImage* image)
+{
+    SourceFacts facts;
+    facts.pictures = vips_image_get_n_pages(image);
+    facts.bits = bitsOf(image);
+    facts.hasAlpha = vips_image_hasalpha(image) != 0;
+    if (reader.examine) reader.examine(descriptor, image, facts);
+    return facts;
+}
+
 std::string_view identifierOf(const Format& format, VipsImage* image)
 {
     const auto refine = format.reader->refinedIdentifier;
@@ -69,9 +86,9 @@ Image pictureOf(VipsImagePtr image, const FormatReader& reader, FileDescriptor f
 } // namespace
 
 ImageSource::ImageSource(std::string typeIdentifier, Image image, Orientation orientation, Metadata metadata,
-                         std::optional<FileStamp> stamp)
+                         SourceFacts facts, std::optional<FileStamp> stamp)
     : m_typeIdentifier(std::move(typeIdentifier)), m_image(std::move(image)), m_orientation(orientation),
-      m_metadata(std::move(metadata)), m_stamp(stamp)
+      m_metadata(std::move(metadata)), m_facts(facts), m_stamp(stamp)
 {
 }
 
@@ -91,10 +108,11 @@ try {
     }
     std::string identifier(identifierOf(*format, image));
     Metadata metadata = metadataOf(*format->reader, file->get(), image);
+    const SourceFacts facts = factsOf(*format->reader, file->get(), image);
     const Orientation orientation = *metadata.orientation;
     return ImageSource(std::move(identifier),
                        pictureOf(std::move(*loaded), *format->reader, std::move(*file)), orientation,
-                       std::move(metadata), stamp);
+                       std::move(metadata), facts, stamp);
 } catch (const std::bad_alloc&) {
     return Error{"not enough memory"};
 }

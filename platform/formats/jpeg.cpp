@@ -3,8 +3,12 @@
 #include "encoded_bytes.h"
 #include "exif_colors.h"
 #include "format_io.h"
+#include "jpeg_gain_map.h"
+#include "metadata/jpeg_segments.h"
 #include "metadata/reading.h"
+#include "metadata/remarks.h"
 #include "metadata/resolution.h"
+#include "png/png_chunks.h"
 #include "vips_density.h"
 #include "vips_loading.h"
 
@@ -12,12 +16,15 @@
 #include <array>
 #include <cmath>
 #include <string>
+#include <utility>
 
 namespace lumora {
 namespace {
 
 using namespace std::string_view_literals;
 
+constexpr auto exifPrefix = "Exif\0\0"sv;
+constexpr unsigned char remarkMarker = 0xFE;
 constexpr std::size_t startOfImage = 2;
 constexpr std::size_t longestSegment = 65533; // its two length bytes count themselves
 
@@ -27,7 +34,7 @@ std::size_t lengthAt(const Bytes& jpeg, std::size_t at)
            2;
 }
 
-// What does not fit into one segment is left out: readers of split ones are rare.
+// What does not fit into one segment is left out.
 void appendSegment(Bytes& jpeg, unsigned char marker, std::string_view prefix, std::string_view content)
 {
     const std::size_t size = prefix.size() + content.size();
@@ -52,6 +59,19 @@ void appendJfif(Bytes& jpeg, const Resolution& resolution)
     appendSegment(jpeg, 0xE0, "JFIF\0\1\2"sv, density + std::string(2, '\0'));
 }
 
+// What does not fit beside the packet's own prefix follows in pieces, each of which says where it belongs.
+void appendXmp(Bytes& jpeg, const EncodeRequest& request)
+{
+    constexpr std::size_t pieceSize = 65000;
+    const SplitXmp xmp =
+        splitXmpPacket(request.metadata, request.facts, longestSegment - jpegXmpSignature.size());
+    appendSegment(jpeg, 0xE1, jpegXmpSignature, xmp.packet);
+    for (std::size_t at = 0; at < xmp.extension.size(); at += pieceSize) {
+        const std::string head = xmp.extensionName + bigEndian(xmp.extension.size()) + bigEndian(at);
+        appendSegment(jpeg, 0xE1, jpegExtendedXmpSignature + head, xmp.extension.substr(at, pieceSize));
+    }
+}
+
 // Replaces the blocks that the image library makes up by the picture's own metadata.
 Bytes withSegments(const Bytes& jpeg, const EncodeRequest& request, bool isInk)
 {
@@ -63,10 +83,12 @@ Bytes withSegments(const Bytes& jpeg, const EncodeRequest& request, bool isInk)
     while (isSegment(std::byte{0xE0}) || isSegment(std::byte{0xE1}))
         at += lengthAt(jpeg, at);
     if (!isInk) appendJfif(result, resolutionOf(request.metadata));
-    appendSegment(result, 0xE1, "Exif\0\0"sv, exifBlock(request.metadata, request.facts));
-    appendSegment(result, 0xE1, "http://ns.adobe.com/xap/1.0/\0"sv,
-                  xmpPacket(request.metadata, request.facts));
+    appendSegment(result, 0xE1, exifPrefix,
+                  exifBlock(request.metadata, request.facts, longestSegment - exifPrefix.size()));
+    appendXmp(result, request);
     appendSegment(result, 0xED, "Photoshop 3.0\0"sv, iptcBlock(request.metadata));
+    for (const std::string& remark : remarksOf(request.metadata))
+        appendSegment(result, remarkMarker, {}, remark);
     result.insert(result.end(), jpeg.begin() + static_cast<std::ptrdiff_t>(std::min(at, jpeg.size())),
                   jpeg.end());
     return result;
@@ -108,6 +130,15 @@ void describe(int descriptor, VipsImage* image, Metadata& metadata)
     metadata.jfifDensity = densityOf(image);
     readContainer(descriptor, metadata);
     attachCameraColors(image, metadata);
+    for (JpegSegment& segment : jpegSegments(descriptor)) {
+        if (segment.marker == remarkMarker && !segment.content.empty())
+            metadata.jpegComments.push_back(std::move(segment.content));
+    }
+}
+
+void examine(int descriptor, VipsImage*, SourceFacts& facts)
+{
+    facts.hasGainMap = hasJpegGainMap(descriptor);
 }
 
 bool begins(std::string_view head)
@@ -119,8 +150,11 @@ constexpr std::array extensions{"jpg"sv, "jpeg"sv};
 constexpr std::array mimeTypes{"image/jpeg"sv};
 constexpr StorageLimits limits{
     .holdsGray = true, .holdsInk = true, .profiles = ProfileStorage::any, .longestEdge = 65500};
-constexpr FormatReader reader{
-    .load = load, .describe = describe, .loadReduced = loadReduced, .operation = "VipsForeignLoadJpeg"};
+constexpr FormatReader reader{.load = load,
+                              .describe = describe,
+                              .examine = examine,
+                              .loadReduced = loadReduced,
+                              .operation = "VipsForeignLoadJpeg"};
 constexpr FormatWriter writer{.encode = encode, .operation = "VipsForeignSaveJpeg"};
 
 } // namespace

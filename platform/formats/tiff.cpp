@@ -6,6 +6,7 @@
 #include "metadata/reading.h"
 #include "metadata/resolution.h"
 #include "pixels/stored_form.h"
+#include "tiff_pages.h"
 #include "vips_loading.h"
 
 #include <algorithm>
@@ -105,6 +106,15 @@ void describe(int descriptor, VipsImage* image, Metadata& metadata)
     attachTiffColors(image, metadata);
 }
 
+void examine(int descriptor, VipsImage*, SourceFacts& facts)
+{
+    facts.series = SourceFacts::Series::pages;
+    const TiffPages pages = tiffPages(descriptor);
+    if (pages.count > 0) facts.pictures = pages.count;
+    // The image library widens some models.
+    if (pages.bits > 0) facts.bits = std::min(facts.bits, std::max(8, pages.bits));
+}
+
 bool begins(std::string_view head)
 {
     return std::ranges::any_of(std::array{"II*\0"sv, "MM\0*"sv, "II+\0"sv, "MM\0+"sv},
@@ -119,7 +129,8 @@ constexpr StorageLimits limits{.holdsSixteenBits = true,
                                .holdsAlpha = true,
                                .holdsAnyModel = true,
                                .profiles = ProfileStorage::any};
-constexpr FormatReader reader{.load = load, .describe = describe, .operation = "VipsForeignLoadTiff"};
+constexpr FormatReader reader{
+    .load = load, .describe = describe, .examine = examine, .operation = "VipsForeignLoadTiff"};
 constexpr FormatWriter writer{.encode = encode, .operation = "VipsForeignSaveTiff"};
 
 } // namespace

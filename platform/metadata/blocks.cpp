@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <new>
 
 namespace lumora {
@@ -95,14 +96,19 @@ std::vector<std::byte> bytesOf(Exiv2::BasicIo& io)
     return {first, first + whole.size_};
 }
 
-} // namespace
-
-std::string exifBlock(const Metadata& metadata, const PictureFacts& facts)
+std::string exifWithin(const Metadata& metadata, const PictureFacts& facts, const NoteLimits& limits)
 {
     return soundOrEmpty([&] {
         Exiv2::ExifData data = exifOf(metadata, facts);
-        return data.empty() ? std::string{} : encodedWithMakerNote(std::move(data));
+        return data.empty() ? std::string{} : encodedWithMakerNote(std::move(data), limits);
     });
+}
+
+} // namespace
+
+std::string exifBlock(const Metadata& metadata, const PictureFacts& facts, std::size_t longest)
+{
+    return exifWithin(metadata, facts, {.longestBlock = longest});
 }
 
 std::string iptcBlock(const Metadata& metadata)
@@ -117,14 +123,20 @@ std::string iptcBlock(const Metadata& metadata)
 
 std::string xmpPacket(const Metadata& metadata, const PictureFacts& facts)
 {
+    return splitXmpPacket(metadata, facts, std::numeric_limits<std::size_t>::max()).packet;
+}
+
+SplitXmp splitXmpPacket(const Metadata& metadata, const PictureFacts& facts, std::size_t longest)
+{
     if (metadata.xmp.empty()) return {};
-    return soundOrEmpty([&] { return updatedXmpPacket(metadata.xmp, facts); });
+    return soundOrEmpty([&] { return updatedXmp({metadata.xmp, metadata.extendedXmp}, facts, longest); });
 }
 
 std::vector<std::byte> withTiffMetadata(std::vector<std::byte> tiff, const Metadata& metadata,
                                         const PictureFacts& facts)
 try {
-    const std::string exif = exifBlock(metadata, facts);
+    // The library lays a TIFF file out anew.
+    const std::string exif = exifWithin(metadata, facts, {.mayStayInPlace = false});
     const std::string iptc = iptcBlock(metadata);
     const std::string xmp = xmpPacket(metadata, facts);
     if (exif.empty() && iptc.empty() && xmp.empty()) return tiff;

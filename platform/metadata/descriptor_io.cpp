@@ -11,7 +11,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <vector>
+#include <utility>
 
 namespace lumora {
 namespace {
@@ -19,7 +19,8 @@ namespace {
 class DescriptorIo : public Exiv2::BasicIo
 {
 public:
-    explicit DescriptorIo(int descriptor) : m_descriptor(descriptor)
+    DescriptorIo(int descriptor, std::vector<Mask> masks)
+        : m_descriptor(descriptor), m_masks(std::move(masks))
     {
         struct stat status = {};
         if (fstat(descriptor, &status) == 0) m_size = static_cast<std::size_t>(status.st_size);
@@ -84,9 +85,10 @@ public:
     Exiv2::byte* mmap(bool) override
     {
         if (m_map || m_size == 0) return static_cast<Exiv2::byte*>(m_map);
-        void* const map = ::mmap(nullptr, m_size, PROT_READ, MAP_PRIVATE, m_descriptor, 0);
+        void* const map = ::mmap(nullptr, m_size, PROT_READ | PROT_WRITE, MAP_PRIVATE, m_descriptor, 0);
         if (map == MAP_FAILED) throw Exiv2::Error(Exiv2::kerCallFailed, path(), std::strerror(errno), "mmap");
         m_map = map;
+        mask(static_cast<Exiv2::byte*>(map), 0, m_size);
         return static_cast<Exiv2::byte*>(m_map);
     }
     int munmap() override
@@ -106,6 +108,21 @@ private:
     {
         if (m_map) ::munmap(m_map, m_size);
         m_map = nullptr;
+    }
+
+    // The bytes are those of the file from `start` on.
+    void mask(Exiv2::byte* bytes, std::uint64_t start, std::size_t size) const
+    {
+        constexpr std::uint64_t longestMask = 8;
+        const std::uint64_t from = start - std::min(start, longestMask);
+        auto mask = std::ranges::lower_bound(m_masks, from, {}, &Mask::at);
+        for (; mask != m_masks.end() && mask->at < start + size; ++mask) {
+            for (std::size_t i = 0; i < mask->bytes.size(); ++i) {
+                const std::uint64_t at = mask->at + i;
+                if (at >= start && at - start < size)
+                    bytes[at - start] = static_cast<Exiv2::byte>(mask->bytes[i]);
+            }
+        }
     }
 
     long takeBuffered(Exiv2::byte* to, long most)
@@ -129,10 +146,12 @@ private:
         m_hasFailed = m_hasFailed || count < 0;
         m_buffer.resize(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
         m_bufferStart = m_at;
+        mask(m_buffer.data(), static_cast<std::uint64_t>(m_at), m_buffer.size());
         return !m_buffer.empty();
     }
 
     int m_descriptor;
+    std::vector<Mask> m_masks;
     std::size_t m_size = 0;
     long m_at = 0;
     bool m_isOpen = false;
@@ -145,9 +164,9 @@ private:
 
 } // namespace
 
-Exiv2::BasicIo::AutoPtr openedForReading(int descriptor)
+Exiv2::BasicIo::AutoPtr openedForReading(int descriptor, std::vector<Mask> masks)
 {
-    return Exiv2::BasicIo::AutoPtr(new DescriptorIo(descriptor));
+    return Exiv2::BasicIo::AutoPtr(new DescriptorIo(descriptor, std::move(masks)));
 }
 
 } // namespace lumora

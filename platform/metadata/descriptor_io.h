@@ -4,11 +4,16 @@
 // another file by then, or to a pipe.
 #pragma once
 
+#include "hidden_xmp.h"
+
 #include <exiv2/basicio.hpp>
+
+#include <vector>
 
 namespace lumora {
 
-// For reading alone. The descriptor stays the caller's, and its position where it is. One thread.
-Exiv2::BasicIo::AutoPtr openedForReading(int descriptor);
+// For reading alone, with the masked bytes, in order, instead of the file's. The descriptor stays the
+// caller's, and its position where it is. One thread.
+Exiv2::BasicIo::AutoPtr openedForReading(int descriptor, std::vector<Mask> masks = {});
 
 } // namespace lumora

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "maker_note.h"
 
+#include "note_in_place.h"
+
 #include <algorithm>
 #include <array>
 #include <vector>
@@ -53,10 +55,24 @@ Exiv2::ByteOrder byteOrderOf(const Exiv2::ExifData& data)
     return found != data.end() && found->toString() == "MM" ? Exiv2::bigEndian : Exiv2::littleEndian;
 }
 
-std::string encoded(const Exiv2::ExifData& data)
+struct Note
+{
+    std::string bytes;
+    std::size_t place = 0; // from the start of the block that it was read from; 0 when unknown
+};
+
+Note noteOf(const Exiv2::ExifData& data)
+{
+    const auto bytes = data.findKey(noteKey());
+    const auto place = data.findKey(Exiv2::ExifKey("Exif.MakerNote.Offset"));
+    if (bytes == data.end() || place == data.end()) return {};
+    return {fieldOf(*bytes).bytes, static_cast<std::size_t>(std::max(0L, place->toLong()))};
+}
+
+std::string encoded(const Exiv2::ExifData& data, Exiv2::ByteOrder order)
 {
     Exiv2::Blob blob;
-    Exiv2::ExifParser::encode(blob, byteOrderOf(data), data);
+    Exiv2::ExifParser::encode(blob, order, data);
     return {blob.begin(), blob.end()};
 }
 
@@ -64,7 +80,7 @@ std::vector<std::pair<std::string, std::string>> fieldsOf(const Exiv2::ExifData&
 {
     std::vector<std::pair<std::string, std::string>> fields;
     for (const auto& datum : data) {
-        if (isField(datum)) {
+        if (isField(datum) && !isLeftBehind(datum)) {
             MetadataField field = fieldOf(datum);
             fields.emplace_back(std::move(field.key), std::move(field.bytes));
         }
@@ -90,17 +106,26 @@ bool isLeftBehind(const Exiv2::Exifdatum& datum)
            name.starts_with("Preview");
 }
 
-std::string encodedWithMakerNote(Exiv2::ExifData data)
+std::string encodedWithMakerNote(Exiv2::ExifData data, const NoteLimits& limits)
 {
     const auto fields = fieldsOf(data);
+    const Exiv2::ByteOrder order = byteOrderOf(data); // which goes with the note
     if (fields.empty()) {
         if (!isSelfContained(data)) removeNote(data);
-        return encoded(data);
+        return encoded(data, order);
     }
-    std::string block = encoded(data);
-    if (fieldsOf(block) == fields) return block;
+    std::string block = encoded(data, order);
+    const auto isWhole = [&](const std::string& candidate) {
+        return !candidate.empty() && candidate.size() <= limits.longestBlock && fieldsOf(candidate) == fields;
+    };
+    if (isWhole(block)) return block;
+    const Note note = noteOf(data);
     removeNote(data);
-    return data.empty() ? std::string{} : encoded(data);
+    if (data.empty()) return {};
+    block = encoded(data, order);
+    if (!limits.mayStayInPlace) return block;
+    std::string inPlace = withNoteInPlace(block, note.bytes, note.place);
+    return isWhole(inPlace) ? inPlace : block;
 }
 
 } // namespace lumora

@@ -8,13 +8,23 @@
 
 #include "exiv2_library.h"
 
+#include <cstddef>
+#include <limits>
+
 namespace lumora {
 
 // Fields of a note that hold a preview, which would show the picture as it was, or point at data outside it.
 bool isLeftBehind(const Exiv2::Exifdatum& datum);
 
-// The EXIF block in the byte order of the note, with the note when reading the block back gives every field
-// of it again, otherwise without.
-std::string encodedWithMakerNote(Exiv2::ExifData data);
+struct NoteLimits
+{
+    std::size_t longestBlock = std::numeric_limits<std::size_t>::max();
+    bool mayStayInPlace = true; // whether the block will be written as it is
+};
+
+// The EXIF block in the byte order of the note, with the note written anew when reading the block back gives
+// every field of it again, else with the note's own bytes at their old place when that does, otherwise
+// without.
+std::string encodedWithMakerNote(Exiv2::ExifData data, const NoteLimits& limits = {});
 
 } // namespace lumora

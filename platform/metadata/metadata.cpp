@@ -22,9 +22,11 @@ void Metadata::remove(MetadataGroup group)
     case MetadataGroup::png:
         pngTexts.clear();
         pngDensity = {};
+        pngTime.clear();
         return;
     case MetadataGroup::jfif:
         jfifDensity = {};
+        jpegComments.clear();
         return;
     case MetadataGroup::gif:
         gifComments.clear();

@@ -4,7 +4,9 @@
 
 #include "descriptor_io.h"
 #include "exiv2_library.h"
+#include "hidden_xmp.h"
 #include "maker_note.h"
+#include "metadata/xmp_size.h"
 
 #include <algorithm>
 #include <array>
@@ -22,7 +24,7 @@ MetadataFields* placeOf(const Exiv2::Exifdatum& datum, Metadata& metadata)
                                                             "Image3"};
     const std::string group = datum.groupName();
     if (group == "GPSInfo") return &metadata.gps;
-    if (group == "Image") return &metadata.tiff;
+    if (group == "Image") return isHiddenXmp(datum.tag()) ? nullptr : &metadata.tiff;
     if (group.starts_with("SubImage") || std::ranges::find(otherPictures, group) != otherPictures.end())
         return nullptr;
     return isLeftBehind(datum) ? nullptr : &metadata.exif;
@@ -37,24 +39,26 @@ void addExif(const Exiv2::ExifData& data, Metadata& metadata)
 
 void addContainer(int descriptor, Metadata& metadata)
 {
-    const auto image = Exiv2::ImageFactory::open(openedForReading(descriptor));
+    XmpInFile xmp = findXmp(descriptor);
+    metadata.xmp = std::move(xmp.packet);
+    metadata.extendedXmp = std::move(xmp.extension);
+    const auto image = Exiv2::ImageFactory::open(openedForReading(descriptor, std::move(xmp.masks)));
     if (!image.get()) return;
     image->readMetadata();
     addExif(image->exifData(), metadata);
     for (const auto& datum : image->iptcData())
         metadata.iptc.push_back(fieldOf(datum));
-    // As const, because the other form words the packet anew; of a TIFF there is only that one.
-    const std::string& asRead = std::as_const(*image).xmpPacket();
-    metadata.xmp = asRead.empty() ? image->xmpPacket() : asRead;
 }
 
 void addBlocks(std::string_view exif, std::string_view xmp, Metadata& metadata)
 {
-    metadata.xmp = std::string(xmp);
+    if (xmp.size() <= largestXmp) metadata.xmp = std::string(xmp);
     if (exif.starts_with(exifPrefix)) exif.remove_prefix(exifPrefix.size());
     if (exif.empty()) return;
+    std::string block(exif);
+    hideXmpOfTiff(block);
     Exiv2::ExifData data;
-    Exiv2::ExifParser::decode(data, bytesOf(exif), static_cast<std::uint32_t>(exif.size()));
+    Exiv2::ExifParser::decode(data, bytesOf(block), static_cast<std::uint32_t>(block.size()));
     addExif(data, metadata);
 }
 

@@ -3,10 +3,13 @@
 #include "xmp_packet.h"
 
 #include "exiv2_library.h"
+#include "xmp_effort.h"
+#include "xmp_split.h"
 
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
 namespace lumora {
 namespace {
@@ -72,13 +75,16 @@ bool isForeign(const std::string& schema, const Exiv2::Xmpdatum& datum, const Pi
 
 bool removeForeign(Exiv2::XmpData& data, const PictureFacts& facts)
 {
-    bool changed = false;
-    for (auto datum = data.begin(); datum != data.end();) {
-        const bool goes = isForeign(Exiv2::XmpProperties::ns(datum->groupName()), *datum, facts);
-        datum = goes ? data.erase(datum) : std::next(datum);
-        changed = changed || goes;
+    const auto goes = [&](const Exiv2::Xmpdatum& datum) {
+        return isForeign(Exiv2::XmpProperties::ns(datum.groupName()), datum, facts);
+    };
+    if (std::none_of(data.begin(), data.end(), goes)) return false;
+    Exiv2::XmpData kept; // taking single ones out of a set moves all that follow
+    for (const auto& datum : data) {
+        if (!goes(datum)) kept.add(datum);
     }
-    return changed;
+    data = std::move(kept);
+    return true;
 }
 
 bool setIfPresent(Exiv2::XmpData& data, const char* key, std::int64_t value)
@@ -111,18 +117,53 @@ std::string withoutPadding(std::string packet)
     return packet;
 }
 
+bool decode(Exiv2::XmpData& data, const std::string& packet)
+{
+    return isReasonableXmp(packet) && Exiv2::XmpParser::decode(data, packet) == 0;
+}
+
+std::string encoded(const Exiv2::XmpData& data, bool isExtension = false)
+{
+    using Parser = Exiv2::XmpParser;
+    const int wrapper = isExtension ? Parser::omitPacketWrapper : 0;
+    std::string packet;
+    if (Parser::encode(packet, data, static_cast<std::uint16_t>(Parser::useCompactFormat | wrapper)) != 0)
+        return {};
+    return withoutPadding(packet);
+}
+
+bool addExtension(Exiv2::XmpData& data, const std::string& extension)
+{
+    Exiv2::XmpData more;
+    if (extension.empty() || !decode(more, extension)) return false;
+    for (const auto& datum : more)
+        data.add(datum);
+    return true;
+}
+
 } // namespace
 
-std::string updatedXmpPacket(const std::string& packet, const PictureFacts& facts)
+bool speaksOfOtherDataOnly(const std::string& packet)
+try {
+    ensureExiv2Ready();
+    Exiv2::XmpData data;
+    if (!decode(data, packet)) return false;
+    removeForeign(data, {});
+    return data.empty();
+} catch (const Exiv2::Error&) {
+    return false;
+}
+
+SplitXmp updatedXmp(const SplitXmp& xmp, const PictureFacts& facts, std::size_t longest)
 {
     Exiv2::XmpData data;
-    if (Exiv2::XmpParser::decode(data, packet) != 0) return {};
+    if (!decode(data, xmp.packet)) return {};
+    const bool isExtended = addExtension(data, xmp.extension);
     const bool changed = update(data, facts);
     if (data.empty()) return {};
-    if (!changed) return withoutPadding(packet);
-    std::string updated;
-    if (Exiv2::XmpParser::encode(updated, data, Exiv2::XmpParser::useCompactFormat) != 0) return {};
-    return withoutPadding(updated);
+    std::string packet = changed || isExtended ? encoded(data) : withoutPadding(xmp.packet);
+    if (packet.size() <= longest) return {std::move(packet)};
+    return split(data, longest, encoded);
 }
 
 } // namespace lumora

@@ -4,16 +4,25 @@
 #pragma once
 
 #include "metadata/picture_facts.h"
+#include "metadata/split_xmp.h"
 
-#include <string>
+#include <cstddef>
+#include <limits>
 
 namespace lumora {
 
 // What describes data that is no longer in the file is left out: appended videos, further pictures, depth and
-// gain maps, previews, the layout of the old pixels, another colour profile, the rest of an overlong packet.
-// Dimensions, colour space and orientation are brought up to date where they are given. A packet that needs
-// no change keeps its wording; blanks that pad it for editing in place go in any case. Empty when the packet
-// cannot be parsed or nothing remains. Throws Exiv2::Error and standard exceptions.
-std::string updatedXmpPacket(const std::string& packet, const PictureFacts& facts);
+// gain maps, previews, the layout of the old pixels, another colour profile. Dimensions, colour space and
+// orientation are brought up to date where they are given. A packet without an extension that needs no change
+// keeps its wording; blanks that pad it for editing in place go in any case. Where the outcome is longer than
+// `longest` bytes, the largest properties go into an extension. Empty when the packet cannot be parsed, would
+// take too long, or nothing remains; an extension of which that is true is left out. Throws Exiv2::Error and
+// standard exceptions.
+SplitXmp updatedXmp(const SplitXmp& xmp, const PictureFacts& facts,
+                    std::size_t longest = std::numeric_limits<std::size_t>::max());
+
+// Whether the packet is sound and nothing of it remains once that is left out. Any thread; never throws
+// anything but std::bad_alloc.
+bool speaksOfOtherDataOnly(const std::string& packet);
 
 } // namespace lumora

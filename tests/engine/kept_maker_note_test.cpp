@@ -69,6 +69,25 @@ TEST_P(KeptMakerNote, ThatNeedsNothingAroundItIsCopied)
     EXPECT_EQ(tagOf(file, "Make"), "Apple\n");
 }
 
+// The metadata library cannot write this field anew, so the whole note must stay where it lay.
+TEST_P(KeptMakerNote, WithAnOddFieldStaysReadable)
+{
+    for (const bool isBigEndian : {false, true}) {
+        const ExifBuilder exif(isBigEndian);
+        const std::string note = exif.number(2, 2) + exif.entry(0x0001, 7, 7, 202) +
+                                 exif.entry(0x0007, 2, 15, 210) + exif.number(0, 4) + exif.number(12, 2) +
+                                 exif.number(2, 2) + exif.number(4, 2) + std::string("\5\0", 2) +
+                                 std::string("Firmware 1.2.3\0", 15);
+        const std::string block = exif.block("Canon", note);
+        const auto file = optimized(block);
+        const std::string all = "exiftool -a -s -G1 -MakerNotes:all '";
+        const std::string before = test::outputOf(all + (m_folder / "a.jpg").string() + "'");
+        EXPECT_THAT(before, HasSubstr("Firmware 1.2.3")) << isBigEndian;
+        EXPECT_EQ(test::outputOf(all + file.string() + "'"), before) << isBigEndian;
+        EXPECT_EQ(tagOf(file, "Make"), "Canon\n") << isBigEndian;
+    }
+}
+
 TEST_P(KeptMakerNote, OfAnUnknownKindIsLeftOutWholly)
 {
     const ExifBuilder exif(false);

@@ -178,8 +178,9 @@ void save(const std::filesystem::path& file, const Pixels& pixels, const SaveOpt
         check(vips_webpsave_buffer(image.get(), &bytes, &size, "lossless", options.lossy ? FALSE : TRUE,
                                    nullptr));
     } else {
-        check(vips_heifsave_buffer(image.get(), &bytes, &size, "Q", 90, "compression",
-                                   VIPS_FOREIGN_HEIF_COMPRESSION_HEVC, nullptr));
+        const auto coding =
+            extension == ".avif" ? VIPS_FOREIGN_HEIF_COMPRESSION_AV1 : VIPS_FOREIGN_HEIF_COMPRESSION_HEVC;
+        check(vips_heifsave_buffer(image.get(), &bytes, &size, "Q", 90, "compression", coding, nullptr));
     }
     writeText(file, std::string(static_cast<const char*>(bytes), size));
     g_free(bytes);

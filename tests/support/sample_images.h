@@ -42,7 +42,7 @@ struct SaveOptions
         0; // of a PNG's palette index or gray value, 1 to 8, or 1 of a TIFF; 0 for as many as are needed
 };
 
-// By the extension: jpg, png, tif, gif, webp, heic.
+// By the extension: jpg, png, tif, gif, webp, heic, avif.
 void save(const std::filesystem::path& file, const Pixels& pixels, const SaveOptions& options = {});
 // The bytes of a PNG whose header claims this size and whose data ends at once.
 std::string pngClaiming(std::uint32_t width, std::uint32_t height);

@@ -7,6 +7,7 @@
 #include "format_io.h"
 #include "gif/gif_comments.h"
 #include "indexed_pixels.h"
+#include "metadata/remarks.h"
 #include "pixels/color_conversion.h"
 #include "system/regular_file.h"
 #include "vips_loading.h"
@@ -112,7 +113,7 @@ Result<Bytes> encode(const EncodeRequest& request)
     auto colors = exactColors(request.image);
     auto bytes = colors ? encodeIndexed(request.image, *colors) : encodeDithered(request.image);
     if (!bytes) return bytes.error();
-    return withGifComments(std::move(*bytes), request.metadata.gifComments);
+    return withGifComments(std::move(*bytes), remarksOf(request.metadata));
 }
 
 Result<VipsImagePtr> load(int descriptor)
@@ -139,6 +140,11 @@ void describe(int descriptor, VipsImage* image, Metadata& metadata)
     readAttachedMetadata(image, metadata);
 }
 
+void examine(int, VipsImage*, SourceFacts& facts)
+{
+    facts.series = SourceFacts::Series::frames;
+}
+
 bool begins(std::string_view head)
 {
     return head.starts_with("GIF87a"sv) || head.starts_with("GIF89a"sv);
@@ -147,7 +153,8 @@ bool begins(std::string_view head)
 constexpr std::array extensions{"gif"sv};
 constexpr std::array mimeTypes{"image/gif"sv};
 constexpr StorageLimits limits{.holdsGray = true, .holdsAlpha = true, .longestEdge = longestEdge};
-constexpr FormatReader reader{.load = load, .describe = describe, .operation = "VipsForeignLoadNsgif"};
+constexpr FormatReader reader{
+    .load = load, .describe = describe, .examine = examine, .operation = "VipsForeignLoadNsgif"};
 constexpr FormatWriter writer{.encode = encode, .operation = "VipsForeignSaveCgif"};
 
 } // namespace

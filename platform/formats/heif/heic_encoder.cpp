@@ -3,8 +3,7 @@
 #include "heif/heic_encoder.h"
 
 #include "encoded_bytes.h"
-
-#include <libheif/heif.h>
+#include "heif/heif_handles.h"
 
 #include <cstring>
 #include <memory>
@@ -13,20 +12,9 @@
 namespace lumora {
 namespace {
 
-template <auto Release>
-struct Releaser
-{
-    template <class T>
-    void operator()(T* object) const
-    {
-        Release(object);
-    }
-};
-using Context = std::unique_ptr<heif_context, Releaser<heif_context_free>>;
-using Encoder = std::unique_ptr<heif_encoder, Releaser<heif_encoder_release>>;
-using Picture = std::unique_ptr<heif_image, Releaser<heif_image_release>>;
-using Handle = std::unique_ptr<heif_image_handle, Releaser<heif_image_handle_release>>;
-using Options = std::unique_ptr<heif_encoding_options, Releaser<heif_encoding_options_free>>;
+using Encoder = std::unique_ptr<heif_encoder, HeifReleaser<heif_encoder_release>>;
+using Picture = std::unique_ptr<heif_image, HeifReleaser<heif_image_release>>;
+using Options = std::unique_ptr<heif_encoding_options, HeifReleaser<heif_encoding_options_free>>;
 
 struct Failed
 {
@@ -115,7 +103,7 @@ heif_error appendToBytes(heif_context*, const void* data, size_t size, void* byt
 
 Bytes encodedBy(const EncodeRequest& request)
 {
-    const Context context(heif_context_alloc());
+    const HeifContext context(heif_context_alloc());
     const Picture picture = pictureOf(request.image);
     attachProfile(picture.get(), blobOf(request.image, VIPS_META_ICC_NAME));
     const Encoder encoder = encoderFor(context.get(), request.quality);
@@ -123,7 +111,7 @@ Bytes encodedBy(const EncodeRequest& request)
     options->save_alpha_channel = 1;
     heif_image_handle* made = nullptr;
     check(heif_context_encode_image(context.get(), picture.get(), encoder.get(), options.get(), &made));
-    const Handle handle(made);
+    const HeifHandle handle(made);
     addMetadata(context.get(), made, request);
 
     Bytes bytes;

@@ -4,11 +4,14 @@
 #include "format_io.h"
 #include "heif/heic_encoder.h"
 #include "heif/heif_colors.h"
+#include "heif/heif_file.h"
+#include "heif/heif_items.h"
 #include "vips_loading.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <string>
 #include <utility>
 
 namespace lumora {
@@ -45,31 +48,55 @@ bool beginsHeif(std::string_view head)
     return hasBrand(head, std::array{"mif1"sv, "msf1"sv});
 }
 
+constexpr const char* codecField = "heif-compression";
+
+// The image library takes the brand's word for the codec.
+void noteCodec(VipsImage* image, int descriptor)
+{
+    const std::string codec = heifItems(descriptor).codec();
+    if (!codec.empty()) vips_image_set_string(image, codecField, codec.c_str());
+}
+
 Result<VipsImagePtr> load(int descriptor)
 {
     ensureHeifReady();
     auto image = loadStrictly(vips_heifload_source, descriptor);
     if (!image) return image;
+    noteCodec(image->get(), descriptor);
     return withHeifColors(std::move(*image), descriptor);
 }
 
-void describe(int, VipsImage* image, Metadata& metadata)
+void describe(int descriptor, VipsImage* image, Metadata& metadata)
 {
     readAttachedMetadata(image, metadata);
+    metadata.xmp = heifExtras(descriptor).xmp;
 }
 
-// The brands only claim what the picture is coded with; the decoder knows.
+void examine(int descriptor, VipsImage* image, SourceFacts& facts)
+{
+    int bits = 0; // as stored, which the image library widens
+    if (vips_image_get_typeof(image, "heif-bitdepth") &&
+        vips_image_get_int(image, "heif-bitdepth", &bits) == 0)
+        facts.bits = bits;
+    const auto auxiliary = heifExtras(descriptor).auxiliaryTypes;
+    const auto isGainMap = [](const std::string& type) {
+        return type.find("hdrgainmap") != std::string::npos;
+    };
+    facts.hasGainMap = std::ranges::any_of(auxiliary, isGainMap) || heifItems(descriptor).contain("tmap");
+}
+
+// The brands only claim what the picture is coded with.
 std::string_view refinedIdentifier(VipsImage* image)
 {
     const char* codec = nullptr;
-    if (!vips_image_get_typeof(image, "heif-compression") ||
-        vips_image_get_string(image, "heif-compression", &codec) != 0)
+    if (!vips_image_get_typeof(image, codecField) || vips_image_get_string(image, codecField, &codec) != 0)
         return {};
     if (std::strcmp(codec, "hevc") == 0) return heicFormat.identifier;
     return std::strcmp(codec, "av1") == 0 ? avifFormat.identifier : heifFormat.identifier;
 }
 
-constexpr FormatReader reader{.load = load, .describe = describe, .refinedIdentifier = refinedIdentifier};
+constexpr FormatReader reader{
+    .load = load, .describe = describe, .examine = examine, .refinedIdentifier = refinedIdentifier};
 constexpr FormatWriter heicWriter{.encode = encodeHeic, .isAvailable = hasHevcEncoder};
 // Readers of this container refuse longer edges, our own among them.
 constexpr StorageLimits heicLimits{.holdsAlpha = true, .profiles = ProfileStorage::any, .longestEdge = 16384};

@@ -44,7 +44,22 @@ void describe(int descriptor, VipsImage* image, Metadata& metadata)
 {
     metadata.pngDensity = densityOf(image);
     metadata.pngTexts = readPngTexts(descriptor);
+    metadata.pngTime = readPngTime(descriptor);
     readContainer(descriptor, metadata);
+    if (metadata.xmp.empty()) metadata.xmp = xmpAmong(metadata.pngTexts);
+}
+
+// The image library knows no animation here; its chunk begins with the number of frames.
+void examine(int descriptor, VipsImage*, SourceFacts& facts)
+{
+    facts.series = SourceFacts::Series::frames;
+    auto chunk = pngChunkAt(descriptor, firstPngChunk);
+    for (; chunk && chunk->type != "IDAT"; chunk = pngChunkAt(descriptor, chunk->end())) {
+        std::array<unsigned char, 4> count{};
+        if (chunk->type == "acTL" && pread(descriptor, count.data(), count.size(),
+                                           static_cast<off_t>(chunk->dataAt)) == ssize_t{count.size()})
+            facts.pictures = count[0] == 0 ? count[1] << 16 | count[2] << 8 | count[3] : facts.pictures;
+    }
 }
 
 bool begins(std::string_view head)
@@ -56,7 +71,8 @@ constexpr std::array extensions{"png"sv};
 constexpr std::array mimeTypes{"image/png"sv};
 constexpr StorageLimits limits{
     .holdsSixteenBits = true, .holdsGray = true, .holdsAlpha = true, .profiles = ProfileStorage::any};
-constexpr FormatReader reader{.load = load, .describe = describe, .operation = "VipsForeignLoadPng"};
+constexpr FormatReader reader{
+    .load = load, .describe = describe, .examine = examine, .operation = "VipsForeignLoadPng"};
 constexpr FormatWriter writer{.encode = encodePng};
 
 } // namespace

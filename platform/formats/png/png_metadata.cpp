@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "png/png_metadata.h"
 
+#include "metadata/remarks.h"
 #include "metadata/resolution.h"
 #include "png/png_chunks.h"
 
@@ -55,6 +56,14 @@ void appendText(Bytes& png, const PngText& text)
     }
 }
 
+// A text ends at the chunk's end; a zero in it would end it for readers.
+std::string textOf(const std::string& remark)
+{
+    std::string text = remarkAsUtf8(remark);
+    std::erase(text, '\0');
+    return text;
+}
+
 } // namespace
 
 void appendPngMetadata(Bytes& png, const Metadata& metadata, const PictureFacts& facts)
@@ -65,6 +74,12 @@ void appendPngMetadata(Bytes& png, const Metadata& metadata, const PictureFacts&
         appendChunk(png, "iTXt", std::string("XML:com.adobe.xmp\0\0\0\0\0"sv) + xmp);
     if (const std::string iptc = iptcBlock(metadata); !iptc.empty()) {
         appendChunk(png, "zTXt", std::string("Raw profile type iptc\0\0"sv) + deflated(rawProfileText(iptc)));
+    }
+    constexpr std::size_t timeLength = 7;
+    if (metadata.pngTime.size() == timeLength) appendChunk(png, "tIME", metadata.pngTime);
+    for (const auto* remarks : {&metadata.jpegComments, &metadata.gifComments}) {
+        for (const std::string& remark : *remarks)
+            appendText(png, {std::string(remarkKeyword), textOf(remark)});
     }
     for (const PngText& text : metadata.pngTexts) {
         if (!isWrittenOnItsOwn(text.keyword)) appendText(png, text);

@@ -9,6 +9,8 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <cctype>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -100,7 +102,53 @@ bool readAt(int descriptor, std::size_t offset, char* to, std::size_t size)
     return pread(descriptor, to, size, static_cast<off_t>(offset)) == static_cast<ssize_t>(size);
 }
 
+int digitValue(char digit)
+{
+    constexpr std::string_view digits = "0123456789abcdef";
+    const auto at = digits.find(static_cast<char>(std::tolower(static_cast<unsigned char>(digit))));
+    return at == std::string_view::npos ? -1 : static_cast<int>(at);
+}
+
+// Behind a name and a length, each on a line of its own.
+std::string fromHexadecimal(std::string_view text)
+{
+    constexpr int linesBefore = 3;
+    for (int i = 0; i < linesBefore; ++i)
+        text.remove_prefix(std::min(text.find('\n') + 1, text.size()));
+    std::string bytes;
+    int high = -1;
+    for (const char c : text) {
+        const int value = digitValue(c);
+        if (value < 0) continue;
+        if (high >= 0) bytes += static_cast<char>(high * 16 + value);
+        high = high < 0 ? value : -1;
+    }
+    return bytes;
+}
+
 } // namespace
+
+std::string xmpAmong(const std::vector<PngText>& texts)
+{
+    for (const PngText& text : texts) {
+        if (text.keyword == "XML:com.adobe.xmp") return text.text;
+        if (text.keyword == "Raw profile type xmp") return fromHexadecimal(text.text);
+    }
+    return {};
+}
+
+std::string readPngTime(int descriptor)
+{
+    constexpr std::size_t timeLength = 7;
+    auto chunk = pngChunkAt(descriptor, firstPngChunk);
+    for (; chunk && chunk->type != "IEND"; chunk = pngChunkAt(descriptor, chunk->end())) {
+        std::string time(timeLength, '\0');
+        if (chunk->type == "tIME" && chunk->length == timeLength &&
+            readAt(descriptor, chunk->dataAt, time.data(), time.size()))
+            return time;
+    }
+    return {};
+}
 
 std::vector<PngText> readPngTexts(int descriptor)
 {

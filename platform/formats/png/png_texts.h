@@ -6,6 +6,7 @@
 
 #include "metadata/metadata.h"
 
+#include <string>
 #include <vector>
 
 namespace lumora {
@@ -14,5 +15,12 @@ namespace lumora {
 // left out, and so are those whose compression is damaged. The file's position stays where it is. Throws
 // std::bad_alloc.
 std::vector<PngText> readPngTexts(int descriptor);
+
+// The XMP packet that was stored compressed, or as hexadecimal digits; empty without one.
+std::string xmpAmong(const std::vector<PngText>& texts);
+
+// The content of the chunk that tells when the picture was last changed; empty without one. The file's
+// position stays where it is.
+std::string readPngTime(int descriptor);
 
 } // namespace lumora

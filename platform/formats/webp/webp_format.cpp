@@ -23,6 +23,11 @@ void describe(int descriptor, VipsImage*, Metadata& metadata)
     readContainer(descriptor, metadata);
 }
 
+void examine(int, VipsImage*, SourceFacts& facts)
+{
+    facts.series = SourceFacts::Series::frames;
+}
+
 bool begins(std::string_view head)
 {
     return head.size() >= 12 && head.starts_with("RIFF"sv) && head.substr(8, 4) == "WEBP"sv;
@@ -37,7 +42,8 @@ constexpr std::array extensions{"webp"sv};
 constexpr std::array mimeTypes{"image/webp"sv};
 // Of the encoder's road by a PPM file. Its words about a longer edge tell more than ours would.
 constexpr StorageLimits limits{.longestEdge = 16383};
-constexpr FormatReader reader{.load = load, .describe = describe, .operation = "VipsForeignLoadWebp"};
+constexpr FormatReader reader{
+    .load = load, .describe = describe, .examine = examine, .operation = "VipsForeignLoadWebp"};
 constexpr FormatWriter writer{.encode = nullptr, .isAvailable = hasEncoder};
 
 } // namespace

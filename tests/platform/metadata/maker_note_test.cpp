@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "maker_note.h"
 
+#include "note_in_place.h"
+
 #include "tests/support/exif_builder.h"
 
 #include <gmock/gmock.h>
@@ -54,6 +56,23 @@ TEST_P(MakerNote, IsWrittenAnewFromItsFieldsInItsByteOrder)
     EXPECT_THAT(block, Not(HasSubstr(note)));
 }
 
+// The library reads numbers of two bytes out of this field and loses the odd byte behind them.
+TEST_P(MakerNote, ThatCannotBeWrittenAnewStaysWhereItLay)
+{
+    const std::string note = m_exif.number(1, 2) + m_exif.entry(0x0001, 7, 7, 190) + m_exif.number(0, 4) +
+                             m_exif.number(12, 2) + m_exif.number(3, 2) + m_exif.number(4, 2) + "\5";
+    const std::string block = encoded("Canon", note);
+    EXPECT_THAT(block, StartsWith(GetParam() ? "MM" : "II"));
+    EXPECT_EQ(valueIn(block, "Exif.Image.Make"), "Canon");
+    EXPECT_EQ(valueIn(block, "Exif.CanonCs.Quality"),
+              valueIn(m_exif.block("Canon", note), "Exif.CanonCs.Quality"));
+    EXPECT_EQ(block.substr(ExifBuilder::noteOffset, note.size()), note);
+
+    const auto data = dataOf(m_exif.block("Canon", note));
+    EXPECT_EQ(valueIn(encodedWithMakerNote(data, {.mayStayInPlace = false}), "Exif.Photo.MakerNote"), "");
+    EXPECT_EQ(valueIn(encodedWithMakerNote(data, {.longestBlock = 150}), "Exif.Photo.MakerNote"), "");
+}
+
 TEST_P(MakerNote, OfAnUnknownKindIsLeftOut)
 {
     const std::string block = encoded("Acme", m_exif.directory({{0x0001, "words of a stranger"}}, 172));
@@ -72,6 +91,35 @@ TEST_P(MakerNote, ThatNeedsNothingAroundItIsCopied)
 
 INSTANTIATE_TEST_SUITE_P(, MakerNote, testing::Bool(),
                          [](const auto& test) { return test.param ? "BigEndian" : "LittleEndian"; });
+
+// Everything else makes room for the note, on either side of it.
+TEST(NoteInPlace, LeavesEveryOtherFieldReadable)
+{
+    ensureExiv2Ready();
+    Exiv2::ExifData data;
+    const std::string words(300, 'w');
+    data["Exif.Image.Make"] = "Maker";
+    data["Exif.Image.Artist"] = words;
+    data["Exif.Photo.ExposureTime"] = Exiv2::Rational(1, 125);
+    data["Exif.Photo.UserComment"] = words;
+    data["Exif.Iop.InteroperabilityIndex"] = "R98";
+    data["Exif.GPSInfo.GPSLatitudeRef"] = "N";
+    data["Exif.GPSInfo.GPSDateStamp"] = "2020:01:02";
+    Exiv2::Blob blob;
+    Exiv2::ExifParser::encode(blob, Exiv2::bigEndian, data);
+    const std::string note = "a note of nobody";
+    for (std::size_t place = 8; place < 1200; place += 31) {
+        const std::string block = withNoteInPlace({blob.begin(), blob.end()}, note, place);
+        EXPECT_EQ(block.substr(place, note.size()), note) << place;
+        Exiv2::ExifData found = dataOf(block);
+        EXPECT_EQ(fieldOf(*found.findKey(Exiv2::ExifKey("Exif.Photo.MakerNote"))).bytes, note) << place;
+        for (const auto& datum : data)
+            EXPECT_EQ(found[datum.key()].toString(), datum.toString()) << place << datum.key();
+    }
+    EXPECT_EQ(withNoteInPlace({blob.begin(), blob.end()}, note, 4), "");
+    EXPECT_EQ(withNoteInPlace({blob.begin(), blob.end()}, note, 5'000'000), "");
+    EXPECT_EQ(withNoteInPlace("", note, 100), "");
+}
 
 TEST(MakerNoteFields, ThatHoldAPreviewAreLeftBehind)
 {

@@ -6,6 +6,7 @@
 // time.
 #pragma once
 
+#include "formats/source_facts.h"
 #include "metadata/metadata.h"
 #include "pixels/image.h"
 #include "system/regular_file.h"
@@ -32,17 +33,19 @@ public:
     // How the stored picture must be turned to stand upright.
     Orientation orientation() const { return m_orientation; }
     const Metadata& metadata() const { return m_metadata; }
+    const SourceFacts& facts() const { return m_facts; }
     // The file as it was when it was opened.
     const std::optional<FileStamp>& stamp() const { return m_stamp; }
 
 private:
     ImageSource(std::string typeIdentifier, Image image, Orientation orientation, Metadata metadata,
-                std::optional<FileStamp> stamp);
+                SourceFacts facts, std::optional<FileStamp> stamp);
 
     std::optional<std::string> m_typeIdentifier;
     Image m_image;
     Orientation m_orientation;
     Metadata m_metadata;
+    SourceFacts m_facts;
     std::optional<FileStamp> m_stamp;
 };
 

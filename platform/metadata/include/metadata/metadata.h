@@ -48,8 +48,8 @@ enum class MetadataGroup {
     gps,  // position
     tiff, // make, model, software, dates
     iptc, // captions, credits
-    png,  // text chunks, density
-    jfif, // density of a JFIF header
+    png,  // text chunks, density, time of the last change
+    jfif, // density of a JFIF header, remarks
     gif,  // remarks
 };
 
@@ -62,8 +62,11 @@ struct Metadata
     std::vector<PngText> pngTexts = {};
     Resolution pngDensity = {};
     Resolution jfifDensity = {};
-    std::vector<std::string> gifComments = {}; // raw bytes
-    std::string xmp = {};                      // the packet as read; empty without one
+    std::vector<std::string> gifComments = {};  // raw bytes
+    std::vector<std::string> jpegComments = {}; // raw bytes
+    std::string pngTime = {};                   // the seven bytes of a tIME chunk; empty without one
+    std::string xmp = {};                       // the packet as read; empty without one
+    std::string extendedXmp = {};               // the part of a JPEG's packet that did not fit into it
 
     std::optional<int> orientation = {}; // 1 to 8, the EXIF numbering
     std::string colorModel = {};         // "RGB", "Gray", "CMYK" or "Lab"; empty when unknown

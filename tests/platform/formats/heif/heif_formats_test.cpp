@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "format_io.h"
+#include "heif/heif_items.h"
 #include "tests/platform/formats/written_pictures.h"
 
 #include <vips/vips.h>
@@ -11,11 +12,11 @@ namespace {
 class Heif : public test::WrittenPictures
 {
 protected:
-    // A picture coded as HEIC, under other brands.
-    std::optional<std::string> typeUnder(const std::string& brand)
+    // A picture coded as its extension says, under other brands.
+    std::optional<std::string> typeUnder(const std::string& brand, const std::string& extension)
     {
-        test::save(m_folder / "a.heic", test::corneredPicture(16, 16));
-        std::string bytes = test::readBytes(m_folder / "a.heic");
+        test::save(m_folder / ("a." + extension), test::corneredPicture(16, 16));
+        std::string bytes = test::readBytes(m_folder / ("a." + extension));
         const std::size_t boxEnd = static_cast<unsigned char>(bytes.at(3));
         for (std::size_t at = 8; at < boxEnd; at += 4) {
             if (at != 12) bytes.replace(at, 4, brand);
@@ -31,8 +32,18 @@ protected:
 // What the first bytes say is only a claim.
 TEST_F(Heif, IsCalledByWhatItIsCodedWith)
 {
-    for (const char* brand : {"heic", "mif1"})
-        EXPECT_EQ(typeUnder(brand), "public.heic") << brand;
+    for (const char* brand : {"heic", "mif1", "avif"})
+        EXPECT_EQ(typeUnder(brand, "heic"), "public.heic") << brand;
+    for (const char* brand : {"heic", "mif1", "avif"})
+        EXPECT_EQ(typeUnder(brand, "avif"), "public.avif") << brand;
+}
+
+TEST_F(Heif, WhosePictureIsPutTogetherIsCalledByItsPieces)
+{
+    EXPECT_EQ((HeifItems{3, {{1, "hvc1"}, {2, "hvc1"}, {3, "grid"}}}.codec()), "hevc");
+    EXPECT_EQ((HeifItems{3, {{1, "av01"}, {2, "av01"}, {3, "grid"}}}.codec()), "av1");
+    EXPECT_EQ((HeifItems{2, {{1, "hvc1"}, {2, "jpeg"}}}.codec()), "");
+    EXPECT_EQ(HeifItems{}.codec(), "");
 }
 
 TEST_F(Heif, GivesOneOfItsThreeIdentifiersAndNoOther)

@@ -41,6 +41,34 @@ TEST_F(Png, TellsInHowManyBitsItsGrayWasStored)
     }
 }
 
+TEST_F(Png, TellsOfHowManyFramesItIs)
+{
+    const auto framesIn = [&](const std::string& count) {
+        test::save(m_folder / "a.png", test::corneredPicture(8, 8));
+        auto chunks = test::chunksIn(std::string_view(test::readBytes(m_folder / "a.png")).substr(8));
+        if (!count.empty()) chunks.insert(chunks.begin() + 1, {"acTL", count + "\0\0\0\0"s});
+        test::writeText(m_folder / "a.png", test::pngOf(chunks));
+        const auto source = ImageSource::open(m_folder / "a.png");
+        EXPECT_TRUE(source && source->facts().series == SourceFacts::Series::frames);
+        return source->facts().pictures;
+    };
+    EXPECT_EQ(framesIn(""), 1);
+    EXPECT_EQ(framesIn("\0\0\0\x0C"s), 12);
+    EXPECT_EQ(framesIn("\0\0\1\2"s), 258);
+    EXPECT_EQ(framesIn("\xFF\xFF\xFF\xFF"s), 1); // no file holds so many
+}
+
+TEST_F(Png, KeepsAPacketThatWasStoredAsDigits)
+{
+    test::save(m_folder / "a.png", test::corneredPicture(8, 8));
+    auto chunks = test::chunksIn(std::string_view(test::readBytes(m_folder / "a.png")).substr(8));
+    chunks.insert(chunks.begin() + 1, {"tEXt", "Raw profile type xmp\0\nxmp\n       4\n3c78\n2F3e\n"s});
+    test::writeText(m_folder / "a.png", test::pngOf(chunks));
+    const auto source = ImageSource::open(m_folder / "a.png");
+    ASSERT_TRUE(source);
+    EXPECT_EQ(source->metadata().xmp, "<x/>");
+}
+
 TEST_F(Png, WithDamagedDataGivesNoPicture)
 {
     test::save(m_folder / "a.png", test::corneredPicture(64, 48));

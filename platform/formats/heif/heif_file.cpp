@@ -1,0 +1,109 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "heif/heif_file.h"
+
+#include "heif/heif_handles.h"
+#include "metadata/xmp_size.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <string_view>
+
+namespace lumora {
+namespace {
+
+// The decoder's view of an open file, which others read too and whose position is theirs.
+class HeifInput
+{
+public:
+    explicit HeifInput(int descriptor) : m_descriptor(descriptor)
+    {
+        struct stat status = {};
+        if (fstat(descriptor, &status) == 0) m_size = status.st_size;
+        m_calls.reader_api_version = 1;
+        m_calls.get_position = [](void* self) { return of(self).m_at; };
+        m_calls.read = [](void* to, std::size_t size, void* self) { return of(self).read(to, size); };
+        m_calls.seek = [](std::int64_t to, void* self) {
+            of(self).m_at = to;
+            return 0;
+        };
+        m_calls.wait_for_file_size = [](std::int64_t size, void* self) {
+            return size > of(self).m_size ? heif_reader_grow_status_size_beyond_eof
+                                          : heif_reader_grow_status_size_reached;
+        };
+    }
+
+    const heif_reader* calls() const { return &m_calls; }
+
+private:
+    static HeifInput& of(void* self) { return *static_cast<HeifInput*>(self); }
+
+    int read(void* to, std::size_t size)
+    {
+        if (pread(m_descriptor, to, size, m_at) != static_cast<ssize_t>(size)) return 1;
+        m_at += static_cast<std::int64_t>(size);
+        return 0;
+    }
+
+    int m_descriptor;
+    std::int64_t m_size = 0;
+    std::int64_t m_at = 0;
+    heif_reader m_calls{};
+};
+
+std::string xmpOf(const heif_image_handle* picture)
+{
+    std::vector<heif_item_id> blocks(static_cast<std::size_t>(
+        std::max(0, heif_image_handle_get_number_of_metadata_blocks(picture, "mime"))));
+    heif_image_handle_get_list_of_metadata_block_IDs(picture, "mime", blocks.data(),
+                                                     static_cast<int>(blocks.size()));
+    for (const heif_item_id block : blocks) {
+        const std::string_view kind = heif_image_handle_get_metadata_content_type(picture, block);
+        const std::size_t size = heif_image_handle_get_metadata_size(picture, block);
+        if (kind != "application/rdf+xml" || size == 0 || size > largestXmp) continue;
+        std::string packet(size, '\0');
+        if (heif_image_handle_get_metadata(picture, block, packet.data()).code == heif_error_Ok)
+            return packet;
+    }
+    return {};
+}
+
+std::vector<std::string> auxiliaryTypesOf(const heif_image_handle* picture)
+{
+    constexpr int others = LIBHEIF_AUX_IMAGE_FILTER_OMIT_ALPHA | LIBHEIF_AUX_IMAGE_FILTER_OMIT_DEPTH;
+    std::vector<heif_item_id> pictures(static_cast<std::size_t>(
+        std::max(0, heif_image_handle_get_number_of_auxiliary_images(picture, others))));
+    heif_image_handle_get_list_of_auxiliary_image_IDs(picture, others, pictures.data(),
+                                                      static_cast<int>(pictures.size()));
+    std::vector<std::string> types;
+    for (const heif_item_id id : pictures) {
+        heif_image_handle* opened = nullptr;
+        if (heif_image_handle_get_auxiliary_image_handle(picture, id, &opened).code != heif_error_Ok)
+            continue;
+        const HeifHandle auxiliary(opened);
+        const char* type = nullptr;
+        if (heif_image_handle_get_auxiliary_type(opened, &type).code != heif_error_Ok || !type) continue;
+        types.emplace_back(type);
+        heif_image_handle_free_auxiliary_types(opened, &type);
+    }
+    return types;
+}
+
+} // namespace
+
+HeifExtras heifExtras(int descriptor)
+{
+    HeifInput input(descriptor);
+    const HeifContext context(heif_context_alloc());
+    heif_image_handle* primary = nullptr;
+    if (heif_context_read_from_reader(context.get(), input.calls(), &input, nullptr).code != heif_error_Ok ||
+        heif_context_get_primary_image_handle(context.get(), &primary).code != heif_error_Ok)
+        return {};
+    const HeifHandle picture(primary);
+    return {xmpOf(primary), auxiliaryTypesOf(primary)};
+}
+
+} // namespace lumora

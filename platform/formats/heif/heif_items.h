@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The list of what a HEIF file holds, which its decoder keeps to itself. Layout: ISO/IEC 14496-12. Any
+// thread; throws std::bad_alloc.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+namespace lumora {
+
+struct HeifItems
+{
+    std::uint32_t primary = 0;                  // the number of the picture that is meant
+    std::map<std::uint32_t, std::string> types; // of every item, in four letters
+
+    // The decoder's name for what the picture is coded with, "hevc" or "av1"; empty when it is another or
+    // unknown.
+    std::string codec() const;
+    bool contain(const std::string& type) const;
+};
+
+// Empty when the file is damaged. Its position stays where it is.
+HeifItems heifItems(int descriptor);
+
+} // namespace lumora

@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "file_bytes.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+
+namespace lumora {
+
+std::optional<std::string> bytesAt(int descriptor, std::uint64_t offset, std::size_t size)
+{
+    struct stat status = {};
+    if (fstat(descriptor, &status) != 0) return std::nullopt;
+    const auto length = static_cast<std::uint64_t>(std::max<off_t>(0, status.st_size));
+    if (offset > length || size > length - offset) return std::nullopt;
+    std::string bytes(size, '\0');
+    if (pread(descriptor, bytes.data(), size, static_cast<off_t>(offset)) != static_cast<ssize_t>(size))
+        return std::nullopt;
+    return bytes;
+}
+
+std::uint32_t bigEndianAt(const std::string& bytes, std::size_t at, std::size_t size)
+{
+    if (at > bytes.size() || size > bytes.size() - at) return 0;
+    std::uint32_t number = 0;
+    for (std::size_t i = 0; i < size; ++i)
+        number = number << 8U | static_cast<unsigned char>(bytes[at + i]);
+    return number;
+}
+
+std::uint32_t littleEndianAt(const std::string& bytes, std::size_t at, std::size_t size)
+{
+    if (at > bytes.size() || size > bytes.size() - at) return 0;
+    std::uint32_t number = 0;
+    for (std::size_t i = size; i-- > 0;)
+        number = number << 8U | static_cast<unsigned char>(bytes[at + i]);
+    return number;
+}
+
+} // namespace lumora

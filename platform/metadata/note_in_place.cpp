@@ -1,0 +1,193 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "note_in_place.h"
+
+#include "file_bytes.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+namespace lumora {
+namespace {
+
+constexpr std::uint32_t exifTag = 0x8769;
+constexpr std::uint32_t noteTag = 0x927C;
+constexpr std::size_t headSize = 8;
+constexpr std::size_t entrySize = 12;
+constexpr std::size_t inlineSize = 4;
+
+struct Directory;
+
+struct Entry
+{
+    std::uint32_t tag;
+    std::uint32_t type;
+    std::uint32_t count;
+    std::string value;            // at least four bytes
+    std::vector<Directory> below; // one, where the value leads to a further directory
+};
+
+struct Directory
+{
+    std::vector<Entry> entries;
+
+    std::size_t size() const { return 2 + entries.size() * entrySize + 4; }
+};
+
+bool leadsToDirectory(std::uint32_t tag)
+{
+    constexpr std::array<std::uint32_t, 3> tags{exifTag, 0x8825, 0xA005};
+    return std::ranges::find(tags, tag) != tags.end();
+}
+
+std::size_t bytesOfType(std::uint32_t type)
+{
+    constexpr std::array<std::size_t, 14> sizes{0, 1, 1, 2, 4, 8, 1, 1, 2, 4, 8, 4, 8, 4};
+    return type < sizes.size() ? sizes.at(type) : 0;
+}
+
+class Reader
+{
+public:
+    explicit Reader(const std::string& block) : m_block(block) {}
+
+    std::uint32_t number(std::size_t at, std::size_t size) const
+    {
+        return m_block.starts_with('M') ? bigEndianAt(m_block, at, size) : littleEndianAt(m_block, at, size);
+    }
+
+    Directory directory(std::size_t at, int depth = 0) const
+    {
+        constexpr int deepest = 3;
+        Directory directory;
+        const std::size_t count = depth < deepest ? number(at, 2) : 0;
+        for (std::size_t i = 0; i < count; ++i)
+            directory.entries.push_back(entry(at + 2 + i * entrySize, depth));
+        return directory;
+    }
+
+private:
+    Entry entry(std::size_t at, int depth) const
+    {
+        Entry entry{number(at, 2), number(at + 2, 2), number(at + 4, 4), {}, {}};
+        if (leadsToDirectory(entry.tag)) {
+            entry.value.assign(inlineSize, '\0');
+            entry.below.push_back(directory(number(at + 8, 4), depth + 1));
+            return entry;
+        }
+        const std::size_t size = bytesOfType(entry.type) * entry.count;
+        const std::size_t from = size <= inlineSize ? at + 8 : number(at + 8, 4);
+        entry.value = m_block.substr(std::min(from, m_block.size()), std::max(size, inlineSize));
+        entry.value.resize(std::max(size, inlineSize));
+        return entry;
+    }
+
+    const std::string& m_block;
+};
+
+// Lays things out from the front, each where it does not touch the note.
+class Writer
+{
+public:
+    Writer(bool isBigEndian, const std::string& note, std::size_t place)
+        : m_isBigEndian(isBigEndian), m_note(note), m_place(place), m_block(place + note.size(), '\0')
+    {
+        std::ranges::copy(note, m_block.begin() + static_cast<std::ptrdiff_t>(place));
+    }
+
+    std::string block(const Directory& first)
+    {
+        m_block.replace(0, 2, m_isBigEndian ? "MM" : "II");
+        put(2, 2, 42);
+        put(4, 4, directory(first));
+        return std::move(m_block);
+    }
+
+private:
+    std::size_t directory(const Directory& directory)
+    {
+        const std::size_t at = room(directory.size());
+        put(at, 2, directory.entries.size());
+        for (std::size_t i = 0; i < directory.entries.size(); ++i)
+            entry(at + 2 + i * entrySize, directory.entries[i]);
+        return at;
+    }
+
+    void entry(std::size_t at, const Entry& entry)
+    {
+        put(at, 2, entry.tag);
+        put(at + 2, 2, entry.type);
+        put(at + 4, 4, entry.count);
+        if (entry.tag == noteTag) {
+            put(at + 8, 4, m_place);
+        } else if (!entry.below.empty()) {
+            put(at + 8, 4, directory(entry.below.front()));
+        } else if (entry.value.size() <= inlineSize) {
+            m_block.replace(at + 8, inlineSize, entry.value);
+        } else {
+            const std::size_t valueAt = room(entry.value.size());
+            m_block.replace(valueAt, entry.value.size(), entry.value);
+            put(at + 8, 4, valueAt);
+        }
+    }
+
+    // Offsets are even.
+    std::size_t room(std::size_t size)
+    {
+        const std::size_t end = m_place + m_note.size();
+        if (m_next < end && m_next + size > m_place) m_next = end + end % 2;
+        const std::size_t at = m_next;
+        m_next += size + size % 2;
+        m_block.resize(std::max(m_block.size(), m_next));
+        return at;
+    }
+
+    void put(std::size_t at, std::size_t size, std::size_t value)
+    {
+        for (std::size_t i = 0; i < size; ++i) {
+            const std::size_t shift = 8 * (m_isBigEndian ? size - 1 - i : i);
+            m_block[at + i] = static_cast<char>(value >> shift & 0xFFU);
+        }
+    }
+
+    bool m_isBigEndian;
+    const std::string& m_note;
+    std::size_t m_place;
+    std::string m_block;
+    std::size_t m_next = headSize;
+};
+
+// Entries are sorted by their tags.
+Entry& added(Directory& directory, Entry entry)
+{
+    std::erase_if(directory.entries, [&](const Entry& other) { return other.tag == entry.tag; });
+    const auto place = std::ranges::upper_bound(directory.entries, entry.tag, {}, &Entry::tag);
+    return *directory.entries.insert(place, std::move(entry));
+}
+
+Directory& exifDirectory(Directory& first)
+{
+    const auto found = std::ranges::find(first.entries, exifTag, &Entry::tag);
+    if (found != first.entries.end() && !found->below.empty()) return found->below.front();
+    constexpr std::uint32_t number = 4;
+    return added(first, {exifTag, number, 1, std::string(inlineSize, '\0'), {Directory{}}}).below.front();
+}
+
+} // namespace
+
+std::string withNoteInPlace(const std::string& block, const std::string& note, std::size_t place)
+{
+    constexpr std::size_t farthest = std::size_t{1} << 20U; // of a TIFF file it may lie anywhere
+    if (place < headSize || place > farthest || note.size() <= inlineSize) return {};
+    if (block.size() < headSize) return {};
+    const Reader reader(block);
+    Directory first = reader.directory(reader.number(4, 4));
+    constexpr std::uint32_t plainBytes = 7;
+    added(exifDirectory(first), {noteTag, plainBytes, static_cast<std::uint32_t>(note.size()), note, {}});
+    return Writer(block.starts_with('M'), note, place).block(first);
+}
+
+} // namespace lumora

@@ -1,0 +1,15 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace lumora {
+
+// The EXIF block laid out anew around a camera maker's note, whose bytes stay as they are at the place where
+// they lay: whatever its offsets count from, they still lead to the same bytes of it. Empty when the block
+// is damaged or would become far too long. Any thread; throws std::bad_alloc.
+std::string withNoteInPlace(const std::string& block, const std::string& note, std::size_t place);
+
+} // namespace lumora
