@@ -12,6 +12,7 @@ OptimizerServices OptimizerServices::system()
         .confirmOverwrite = [](const std::filesystem::path&) { return false; },
         .moveToTrash = [](const std::filesystem::path& path) { return lumora::moveToTrash(path); },
         .stop = {},
+        .memory = nullptr,
     };
 }
 

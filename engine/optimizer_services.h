@@ -13,6 +13,8 @@
 
 namespace lumora {
 
+class MemoryBudget;
+
 struct OptimizerServices
 {
     // Asked about an existing output file when the settings warn before overwriting; true replaces, false
@@ -23,6 +25,8 @@ struct OptimizerServices
     std::function<Status(const std::filesystem::path&)> moveToTrash;
     // Once requested, a file in work fails as soon as it can.
     std::stop_token stop;
+    // What large files share out among all that run at once; null where nothing else runs.
+    MemoryBudget* memory = nullptr;
 
     // The services of this machine: skip, the desktop's Trash, never stopped.
     static OptimizerServices system();

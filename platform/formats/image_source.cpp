@@ -80,9 +80,9 @@ Image pictureOf(VipsImagePtr image, const FormatReader& reader, FileDescriptor f
 } // namespace
 
 ImageSource::ImageSource(std::string typeIdentifier, Image image, Orientation orientation, Metadata metadata,
-                         std::optional<FileStamp> stamp)
+                         std::optional<FileStamp> stamp, std::int64_t heldBytes)
     : m_typeIdentifier(std::move(typeIdentifier)), m_image(std::move(image)), m_orientation(orientation),
-      m_metadata(std::move(metadata)), m_stamp(stamp)
+      m_metadata(std::move(metadata)), m_stamp(stamp), m_heldBytes(heldBytes)
 {
 }
 
@@ -103,11 +103,13 @@ try {
     std::string identifier(identifierOf(*format, image));
     Metadata metadata = metadataOf(*format->reader, file->get(), image);
     const Orientation orientation = *metadata.orientation;
+    const auto held = format->reader->heldBytes;
+    const std::int64_t heldBytes = held ? held(image) : 0;
     return ImageSource(std::move(identifier),
                        pictureOf(std::move(*loaded), *format->reader, std::move(*file)), orientation,
-                       std::move(metadata), stamp);
+                       std::move(metadata), stamp, heldBytes);
 } catch (const std::bad_alloc&) {
-    return Error{"not enough memory"};
+    return outOfMemory();
 }
 
 } // namespace lumora

@@ -42,7 +42,7 @@ Result<AtomicFile> AtomicFile::create(const std::filesystem::path& target)
 {
     std::filesystem::path draft =
         target.parent_path() / (std::string(draftPrefix) + Uuid::random().toString());
-    FileDescriptor descriptor(::open(draft.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+    FileDescriptor descriptor(::open(draft.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
     if (!descriptor.isOpen()) return fileError(target, "written", errno);
     return AtomicFile(target, std::move(draft), std::move(descriptor));
 }
@@ -82,6 +82,16 @@ Status AtomicFile::appendFile(int descriptor)
         if (sent == 0) return Done{};
         if (sent < 0 && errno != EINTR) return fileError(m_target, "written", errno);
     }
+}
+
+// Shortened last: the bytes may lie in a mapping of this very file.
+Status AtomicFile::rewrite(std::span<const std::byte> bytes)
+{
+    if (::lseek(m_descriptor.get(), 0, SEEK_SET) != 0) return fileError(m_target, "written", errno);
+    if (auto status = append(bytes); !status) return status;
+    if (::ftruncate(m_descriptor.get(), static_cast<off_t>(bytes.size())) != 0)
+        return fileError(m_target, "written", errno);
+    return Done{};
 }
 
 Status AtomicFile::commit(ExistingFile existing)

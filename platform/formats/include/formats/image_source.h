@@ -11,6 +11,7 @@
 #include "system/regular_file.h"
 #include "system/result.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -32,18 +33,21 @@ public:
     // How the stored picture must be turned to stand upright.
     Orientation orientation() const { return m_orientation; }
     const Metadata& metadata() const { return m_metadata; }
+    // About how many bytes decoding takes besides a few rows.
+    std::int64_t heldBytes() const { return m_heldBytes; }
     // The file as it was when it was opened.
     const std::optional<FileStamp>& stamp() const { return m_stamp; }
 
 private:
     ImageSource(std::string typeIdentifier, Image image, Orientation orientation, Metadata metadata,
-                std::optional<FileStamp> stamp);
+                std::optional<FileStamp> stamp, std::int64_t heldBytes);
 
     std::optional<std::string> m_typeIdentifier;
     Image m_image;
     Orientation m_orientation;
     Metadata m_metadata;
     std::optional<FileStamp> m_stamp;
+    std::int64_t m_heldBytes;
 };
 
 } // namespace lumora

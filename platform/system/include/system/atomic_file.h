@@ -34,6 +34,11 @@ public:
     Status append(std::span<const std::byte> bytes);
     // What another file holds from its position on.
     Status appendFile(int descriptor);
+    // Everything that the file is to hold, instead of what it holds.
+    Status rewrite(std::span<const std::byte> bytes);
+
+    // For encoders that go back to places that they have written. Open for reading too; stays this object's.
+    int descriptor() const { return m_descriptor.get(); }
 
     // Where the file is until commit().
     const std::filesystem::path& draft() const { return m_draft; }

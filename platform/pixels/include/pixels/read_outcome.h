@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Whether the rows of a picture could be made so far. A codec that takes them reports no more than that it
+// failed; this tells its own failures from those of the picture. Thread-safe.
+#pragma once
+
+#include "system/result.h"
+
+#include <mutex>
+#include <optional>
+#include <utility>
+
+namespace lumora {
+
+class ReadOutcome
+{
+public:
+    // The first failure stays.
+    void fail(Error error)
+    {
+        const std::scoped_lock lock(m_mutex);
+        if (!m_error) m_error = std::move(error);
+    }
+    // Takes no memory to say so.
+    void failForMemory() noexcept
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_isOutOfMemory = true;
+    }
+    std::optional<Error> error() const
+    {
+        const std::scoped_lock lock(m_mutex);
+        return m_isOutOfMemory ? outOfMemory() : m_error;
+    }
+
+private:
+    mutable std::mutex m_mutex;
+    std::optional<Error> m_error;
+    bool m_isOutOfMemory = false;
+};
+
+} // namespace lumora
