@@ -4,8 +4,8 @@
 
 #include "engine/destination_properties.h"
 #include "engine/file_attributes.h"
-#include "engine/image_transform.h"
 #include "engine/left_behind.h"
+#include "engine/opened_picture.h"
 #include "engine/output_path.h"
 #include "engine/output_plan.h"
 #include "engine/webp_encoder.h"
@@ -16,8 +16,11 @@
 #include "system/byte_count_text.h"
 #include "system/file_services.h"
 
+#include <exception>
 #include <new>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace lumora::ImageOptimizer {
@@ -25,31 +28,11 @@ namespace {
 
 constexpr std::string_view trashWarning = "Original could not be moved to Trash";
 
-// What one file needs at every stage.
-struct Job
-{
-    const std::filesystem::path& input;
-    const OptimizerSettings& settings;
-    const OptimizerServices& services;
-};
+using PictureSize = std::pair<std::int64_t, std::int64_t>;
 
-ImageSource openSource(const Job& job)
+PictureSize sizeOf(const Image& image)
 {
-    auto source = ImageSource::open(job.input);
-    if (!source) throw ImageOptimizerError::unreadableImage();
-    return std::move(*source);
-}
-
-// The whole decode: turning, reducing and recolouring run as one pass over the file, so that damage anywhere
-// in it is known before anything at the output path is touched.
-Image finalImage(const Job& job, const ImageSource& source)
-try {
-    const Image transformed = transformedImage(orientedImage(source, source.image()), job.settings);
-    auto decoded = decode(transformed);
-    if (!decoded) throw ImageOptimizerError::unreadableImage();
-    return job.settings.removeColorManagement ? decoded->withoutProfile() : *decoded;
-} catch (const std::bad_alloc&) {
-    throw ImageOptimizerError::unreadableImage();
+    return {image.width(), image.height()};
 }
 
 bool mayReplace(const Job& job, const OutputPlan& output)
@@ -57,44 +40,59 @@ bool mayReplace(const Job& job, const OutputPlan& output)
     return !job.settings.warnBeforeOverwrite || job.services.confirmOverwrite(output.path);
 }
 
+// Damage in the input is told before anything about the output.
+OutputPlan planFor(const Job& job, OpenedPicture& picture)
+try {
+    return plan(job.input, picture.source(), job.settings, *job.services.names);
+} catch (const std::exception&) {
+    picture.blameInput();
+    throw;
+}
+
 // What the answer allows. A file that nobody was asked about because it was not there yet is kept.
-ExistingFile permissionFor(const Job& job, const OutputPlan& output)
+ExistingFile permissionFor(const Job& job, const OutputPlan& output, OpenedPicture& picture)
 {
-    if (output.isTaken && !mayReplace(job, output)) throw ImageOptimizerError::overwriteDeclined();
+    if (output.isTaken && job.settings.warnBeforeOverwrite) {
+        picture.proveReadable();
+        if (!mayReplace(job, output)) throw ImageOptimizerError::overwriteDeclined();
+        picture.openAgain();
+    }
     return output.isTaken || !job.settings.warnBeforeOverwrite ? ExistingFile::replace : ExistingFile::keep;
 }
 
-AtomicFile encodeWithPlatform(const Job& job, const ImageSource& source, const Image& image,
-                              const OutputPlan& plan)
+AtomicFile encodeWithPlatform(const Job& job, const OpenedPicture& picture, const OutputPlan& plan)
 {
     const std::filesystem::path& output = plan.path;
     auto destination = ImageDestination::create(output, plan.typeIdentifier);
     if (!destination) throw ImageOptimizerError::cannotCreateDestination(output);
-    destination->addImage(image, destinationProperties(job.settings, source.metadata()));
+    destination->addImage(picture.image(), destinationProperties(job.settings, picture.source().metadata()));
     auto encoded = destination->finalize();
+    if (!encoded && encoded.error().cause == Error::Cause::memory) throw PlatformError::notEnoughMemory();
     if (!encoded) throw ImageOptimizerError::cannotFinalize(output);
     return std::move(*encoded);
 }
 
-AtomicFile encode(const Job& job, const ImageSource& source, const Image& image, const OutputPlan& output)
-{
+AtomicFile encode(const Job& job, const OutputPlan& output, OpenedPicture& picture)
+try {
     if (isWebP(job.settings.outputFormat))
-        return encodeWebPWithCWebP(image, output.path, job.settings, source.metadata(), job.services.stop);
-    return encodeWithPlatform(job, source, image, output);
+        return encodeWebPWithCWebP(picture.image(), output.path, job.settings, picture.source().metadata(),
+                                   job.services.stop);
+    return encodeWithPlatform(job, picture, output);
+} catch (const ImageOptimizerError&) {
+    picture.blameInput();
+    throw;
 }
 
-bool decodesTo(const Image& image, const std::filesystem::path& file)
+bool decodesTo(PictureSize size, const std::filesystem::path& file)
 {
     const auto written = ImageSource::open(file);
-    if (!written || written->image().width() != image.width() || written->image().height() != image.height())
-        return false;
-    return static_cast<bool>(decode(written->image()));
+    return written && size == sizeOf(written->image()) && readThrough(written->image());
 }
 
 // Where something else is given up for the output, nobody's word is enough.
-void checkWhole(const Job& job, const OutputPlan& output, const Image& image, const AtomicFile& encoded)
+void checkWhole(const Job& job, const OutputPlan& output, PictureSize size, const AtomicFile& encoded)
 {
-    if ((output.isTaken || job.settings.moveOriginalToTrash) && !decodesTo(image, encoded.draft()))
+    if ((output.isTaken || job.settings.moveOriginalToTrash) && !decodesTo(size, encoded.draft()))
         throw ImageOptimizerError::cannotFinalize(output.path, "the new file cannot be read");
 }
 
@@ -111,18 +109,14 @@ void putInPlace(const Job& job, const OutputPlan& output, AtomicFile& encoded, E
     if (!placed) throw PlatformError(placed.error().description);
 }
 
-bool isUntouched(const Job& job, const ImageSource& source)
-{
-    return source.stamp() && fileStamp(job.input) == source.stamp();
-}
-
 // False when the original should have gone to the Trash and did not. It goes only when a power cut could no
-// longer take the output.
-bool disposeOfOriginal(const Job& job, const ImageSource& source, const std::filesystem::path& output)
+// longer take the output, and only as the file that was read.
+bool disposeOfOriginal(const Job& job, const std::optional<FileStamp>& read,
+                       const std::filesystem::path& output)
 {
     if (!job.settings.moveOriginalToTrash || isSameFile(job.input, output)) return true;
     if (job.services.names->isAlsoAnother(job.input)) return false;
-    if (!syncFile(output) || !isUntouched(job, source)) return false;
+    if (!syncFile(output) || !read || fileStamp(job.input) != read) return false;
     return static_cast<bool>(job.services.moveToTrash(job.input));
 }
 
@@ -139,22 +133,26 @@ std::string messageFor(std::int64_t saved, bool isOriginalDisposedOf, const std:
 
 ProcessingResult optimize(const std::filesystem::path& input, const OptimizerSettings& settings,
                           const OptimizerServices& services)
-{
+try {
     const Job job{input, settings, services};
     const std::int64_t originalBytes = fileSize(input);
-    const ImageSource source = openSource(job);
-    const Image image = finalImage(job, source);
+    OpenedPicture picture(job);
+    const OutputPlan planned = planFor(job, picture);
+    const ExistingFile permission = permissionFor(job, planned, picture);
+    AtomicFile encoded = encode(job, planned, picture);
 
-    const OutputPlan planned = plan(input, source, settings, *services.names);
-    const ExistingFile permission = permissionFor(job, planned);
-    AtomicFile encoded = encode(job, source, image, planned);
-    checkWhole(job, planned, image, encoded);
-    const auto losses = leftBehind(source, image, planned.typeIdentifier, encoded.draft(), settings);
+    const PictureSize size = sizeOf(picture.image());
+    const std::optional<FileStamp> read = picture.source().stamp();
+    const auto losses =
+        leftBehind(picture.source(), picture.image(), planned.typeIdentifier, encoded.draft(), settings);
+    picture.closeButShare();
+    checkWhole(job, planned, size, encoded);
+    picture.close();
     putInPlace(job, planned, encoded, permission);
     const std::filesystem::path& output = planned.path;
 
     if (settings.preserveModificationTime) preserveModificationDate(input, output);
-    const bool isOriginalDisposedOf = disposeOfOriginal(job, source, output);
+    const bool isOriginalDisposedOf = disposeOfOriginal(job, read, output);
     const std::int64_t outputBytes = fileSize(output);
     return {input,
             output,
@@ -162,6 +160,8 @@ ProcessingResult optimize(const std::filesystem::path& input, const OptimizerSet
             outputBytes,
             messageFor(originalBytes - outputBytes, isOriginalDisposedOf, losses),
             true};
+} catch (const std::bad_alloc&) {
+    throw PlatformError::notEnoughMemory();
 }
 
 } // namespace lumora::ImageOptimizer

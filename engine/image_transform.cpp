@@ -50,10 +50,15 @@ double scaleFactor(std::int64_t width, std::int64_t height, const OptimizerSetti
     return 1.0;
 }
 
+bool isRedrawn(double factor, const OptimizerSettings& settings)
+{
+    return settings.optimizeColorForSharing || settings.removeColorManagement || factor < 1.0;
+}
+
 Image transformedImage(const Image& image, const OptimizerSettings& settings)
 {
     const double factor = scaleFactor(image.width(), image.height(), settings);
-    if (!settings.optimizeColorForSharing && !settings.removeColorManagement && factor >= 1.0) return image;
+    if (!isRedrawn(factor, settings)) return image;
 
     DrawRequest request{image.width(), image.height(), targetColorSpace(settings)};
     if (factor < 1.0) {
@@ -61,6 +66,7 @@ Image transformedImage(const Image& image, const OptimizerSettings& settings)
         request.height = reduced(image.height(), factor);
     }
     auto drawn = draw(image, request);
+    if (!drawn && drawn.error().cause == Error::Cause::memory) throw PlatformError::notEnoughMemory();
     if (!drawn) throw ImageOptimizerError::unreadableImage();
     return *drawn;
 }

@@ -16,9 +16,12 @@ Image orientedImage(const ImageSource& source, const Image& fallback);
 // grow.
 double scaleFactor(std::int64_t width, std::int64_t height, const OptimizerSettings& settings);
 
-// The final picture: the very image that came in when nothing is to change, otherwise an 8-bit RGBA bitmap at
-// the reduced size (products truncated, at least 1) in the colour space of the settings. Throws
-// unreadableImage when a picture still to be decoded turns out damaged.
+// Whether a picture is drawn anew with this factor; otherwise it keeps its depth and model.
+bool isRedrawn(double factor, const OptimizerSettings& settings);
+
+// The final picture: the very image that came in when nothing is to change, otherwise 8-bit RGBA at the
+// reduced size (products truncated, at least 1) in the colour space of the settings, whose rows are still to
+// be drawn. Throws unreadableImage when it cannot be drawn at all, and PlatformError when memory is short.
 Image transformedImage(const Image& image, const OptimizerSettings& settings);
 
 } // namespace lumora::ImageOptimizer

@@ -4,7 +4,6 @@
 
 #include "formats/format.h"
 #include "metadata/metadata_parts.h"
-#include "pixels/transparency.h"
 
 #include <algorithm>
 #include <optional>
@@ -22,6 +21,11 @@ std::string nameOf(const Format& format)
     std::ranges::transform(name, name.begin(),
                            [](char c) { return c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c; });
     return name;
+}
+
+bool isTransparent(const Image& image)
+{
+    return image.outcome() && image.outcome()->hasTransparency();
 }
 
 class Losses
@@ -49,7 +53,7 @@ public:
 
     void addTransparency(const Image& image)
     {
-        if (!m_source.facts().hasAlpha || m_format.limits.holdsAlpha || !hasTransparency(image)) return;
+        if (!m_source.facts().hasAlpha || m_format.limits.holdsAlpha || !isTransparent(image)) return;
         const bool isWebp = m_format.writtenBy() == WrittenBy::externalEncoder;
         add(isWebp ? "Transparency became black" : "Transparency became white");
     }

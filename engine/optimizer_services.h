@@ -15,6 +15,8 @@
 
 namespace lumora {
 
+class MemoryBudget;
+
 struct OptimizerServices
 {
     // Asked about an existing output file when the settings warn before overwriting; true replaces, false
@@ -27,6 +29,8 @@ struct OptimizerServices
     std::stop_token stop;
     // The outputs of the batch that the file belongs to.
     std::shared_ptr<const ImageOptimizer::BatchNames> names = std::make_shared<ImageOptimizer::BatchNames>();
+    // What large files share out among all that run at once; null where nothing else runs.
+    MemoryBudget* memory = nullptr;
 
     // The services of this machine: skip, the desktop's Trash, never stopped.
     static OptimizerServices system();

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A BMP is read as a whole picture or fails, and a picture that was read is the same after writing and
 // reading it.
-#include "bmp/bmp_codec.h"
+#include "tests/support/encoded_bmp.h"
 #include "fuzz/fuzzing.h"
 
 namespace {
@@ -13,7 +13,7 @@ void checkWriting(const lumora::BmpHeader& header, const std::vector<std::byte>&
 {
     const auto width = static_cast<int>(header.width);
     const auto height = static_cast<int>(header.height);
-    const auto again = lumora::decodeBmp(lumora::encodeBmp(width, height, header.channels(), rows));
+    const auto again = lumora::decodeBmp(lumora::test::encodedBmp(width, height, header.channels(), rows));
     require(again && *again == rows);
 }
 

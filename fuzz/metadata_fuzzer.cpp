@@ -3,12 +3,13 @@
 // Whatever metadata a file carries, its picture is written whole in every format that keeps metadata. The
 // first letter of an input says what the rest is: an EXIF block (e), an XMP packet (x), IPTC records in their
 // image resource (i), or a whole file of any kind (f).
-#include "bmp/bmp_codec.h"
+#include "tests/support/encoded_bmp.h"
 #include "encoding.h"
 #include "formats/image_source.h"
 #include "fuzz/fuzzing.h"
 #include "pixels/drawing.h"
 #include "system/file_descriptor.h"
+#include "system/regular_file.h"
 
 #include <algorithm>
 #include <array>
@@ -41,15 +42,25 @@ void append(Bytes& bytes, std::string_view text)
     std::ranges::transform(text, std::back_inserter(bytes), [](char c) { return std::byte(c); });
 }
 
+Bytes encoded(const lumora::Format& format, const lumora::Image& picture, int quality,
+              const lumora::Metadata& metadata)
+{
+    constexpr std::size_t most = std::size_t{1} << 24U;
+    auto file = lumora::AtomicFile::create(std::filesystem::temp_directory_path() / "encoded");
+    require(static_cast<bool>(file));
+    require(static_cast<bool>(lumora::encodeImage(format, picture, quality, metadata, *file)));
+    auto bytes = lumora::readAll(file->descriptor(), most);
+    require(static_cast<bool>(bytes));
+    return std::move(*bytes);
+}
+
 Bytes makePlainJpeg()
 {
     const Bytes gray(edge * edge, std::byte{99});
-    const MemoryFile bmp(lumora::encodeBmp(edge, edge, 1, gray));
+    const MemoryFile bmp(lumora::test::encodedBmp(edge, edge, 1, gray));
     const auto source = lumora::ImageSource::open(bmp.path());
     require(static_cast<bool>(source));
-    const auto jpeg = lumora::encodeImage(lumora::jpegFormat, source->image(), 50, {});
-    require(static_cast<bool>(jpeg));
-    return *jpeg;
+    return encoded(lumora::jpegFormat, source->image(), 50, {});
 }
 
 Bytes jpegWith(unsigned char marker, std::string_view prefix, std::span<const std::byte> block)
@@ -84,9 +95,7 @@ Bytes fileOf(std::byte kind, std::span<const std::byte> block)
 void checkWriting(const lumora::Image& picture, const lumora::Metadata& metadata)
 {
     for (const lumora::Format* format : {&lumora::jpegFormat, &lumora::pngFormat, &lumora::tiffFormat}) {
-        const auto bytes = lumora::encodeImage(*format, picture, 80, metadata);
-        require(static_cast<bool>(bytes));
-        const MemoryFile file(*bytes);
+        const MemoryFile file(encoded(*format, picture, 80, metadata));
         const auto again = lumora::ImageSource::open(file.path());
         require(static_cast<bool>(again));
         const auto decoded = lumora::decode(again->image());

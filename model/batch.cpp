@@ -3,6 +3,7 @@
 #include "model/batch.h"
 
 #include "model/main_thread_queue.h"
+#include "records/errors.h"
 #include "system/freed_memory.h"
 
 #include <exception>
@@ -19,7 +20,10 @@ ProcessingResult failed(const std::filesystem::path& file, std::string message)
 
 } // namespace
 
-Batch::Batch(BatchContext context) : m_context(std::move(context)) {}
+Batch::Batch(BatchContext context)
+    : m_context(std::move(context)), m_memory(m_context.services.memoryToShare)
+{
+}
 
 Batch::~Batch()
 {
@@ -72,13 +76,14 @@ ProcessingResult Batch::optimize(const std::filesystem::path& file) const
     OptimizerServices services = m_context.services.optimizerServices;
     services.stop = m_stop.get_token();
     services.names = m_names;
+    services.memory = &m_memory;
     services.confirmOverwrite = [this](const std::filesystem::path& output) {
         return m_context.prompter.confirm(output, m_stop.get_token());
     };
     try {
         return m_context.services.optimize(file, m_context.settings, services);
     } catch (const std::bad_alloc&) {
-        return failed(file, "There is not enough memory for this image.");
+        return failed(file, PlatformError::notEnoughMemory().what());
     } catch (const std::exception& error) {
         return failed(file, error.what());
     }

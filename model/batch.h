@@ -5,6 +5,7 @@
 // the threads; nothing is called back after that.
 #pragma once
 
+#include "engine/memory_budget.h"
 #include "model/overwrite_prompter.h"
 #include "model/processing_services.h"
 #include "model/worker_pool.h"
@@ -76,6 +77,7 @@ private:
     int m_inFlight = 0;
     bool m_isCancelled = false;
     std::stop_source m_stop;
+    mutable MemoryBudget m_memory; // used by the workers
     std::jthread m_expansion;
     std::unique_ptr<WorkerPool> m_workers;
 };

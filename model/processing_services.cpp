@@ -4,6 +4,7 @@
 
 #include "engine/file_input_resolver.h"
 #include "engine/image_optimizer.h"
+#include "system/free_memory.h"
 
 #include <QThread>
 
@@ -17,6 +18,8 @@ ProcessingServices ProcessingServices::system()
     services.expand = FileInputResolver::imageURLs;
     services.requestSaveAccess = [](const std::filesystem::path& folder) { return std::optional(folder); };
     services.activeProcessorCount = QThread::idealThreadCount();
+    // The other half is for the rest of the desktop, and for estimates that were too low.
+    services.memoryToShare = [] { return freeMemory() / 2; };
     return services;
 }
 

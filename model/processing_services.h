@@ -11,6 +11,7 @@
 #include "records/processing_result.h"
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -26,7 +27,7 @@ struct ProcessingServices
     std::function<ProcessingResult(const std::filesystem::path&, const OptimizerSettings&,
                                    const OptimizerServices&)>
         optimize;
-    // The Trash for `optimize`; the other two members are the model's to fill in.
+    // The Trash for `optimize`; the other members are the model's to fill in.
     OptimizerServices optimizerServices;
     // FileInputResolver::imageURLs. Called on a thread of its own.
     std::function<std::vector<std::filesystem::path>(const std::vector<std::filesystem::path>&,
@@ -38,6 +39,8 @@ struct ProcessingServices
     // Asked on the main thread before a batch writes next to its originals.
     SaveAccessRequest requestSaveAccess;
     int activeProcessorCount = 1;
+    // Bytes that large files may take at once, asked now and then on workers.
+    std::function<std::int64_t()> memoryToShare = [] { return std::int64_t{0}; };
     // The number of workers whatever the processors; fewer when there are fewer files.
     std::optional<int> workers;
     // From the last drop of a burst to the start of its batch.

@@ -57,4 +57,9 @@ ImageOptimizerError ImageOptimizerError::missingDestinationFolder()
     return {Kind::missingDestinationFolder, "The selected destination folder is no longer available."};
 }
 
+PlatformError PlatformError::notEnoughMemory()
+{
+    return PlatformError("There is not enough memory for this image.");
+}
+
 } // namespace lumora

@@ -51,6 +51,8 @@ class PlatformError : public std::exception
 {
 public:
     explicit PlatformError(std::string description) : m_description(std::move(description)) {}
+    // At whatever step memory ran short: more of it helps, another file or disk does not.
+    static PlatformError notEnoughMemory();
     const char* what() const noexcept override { return m_description.c_str(); }
 
 private:

@@ -37,7 +37,8 @@ bool fits(const Image& image, const StorageLimits& limits)
 
 } // namespace
 
-Result<Bytes> encodeImage(const Format& format, const Image& image, int quality, const Metadata& metadata)
+Status encodeImage(const Format& format, const Image& image, int quality, const Metadata& metadata,
+                   AtomicFile& file)
 try {
     if (format.writtenBy() != WrittenBy::codec) return Error{"no encoder for this type"};
     if (!fits(image, format.limits))
@@ -45,10 +46,13 @@ try {
     allowOperations();
     const auto storable = storableImage(image, format.limits);
     if (!storable) return storable.error();
-    return format.writer->encode({storable->get(), quality, !image.alphaIsPremultiplied(), metadata,
-                                  factsOf(storable->get(), format)});
+    auto status = format.writer->encode(
+        {storable->get(), quality, !image.alphaIsPremultiplied(), metadata, factsOf(storable->get(), format)},
+        file);
+    if (!status && status.error().cause == Error::Cause::memory) return outOfMemory();
+    return status;
 } catch (const std::bad_alloc&) {
-    return Error{"not enough memory"};
+    return outOfMemory();
 }
 
 } // namespace lumora

@@ -3,14 +3,17 @@
 // The two halves of a format's row that do the work. Every function may run on any thread.
 #pragma once
 
+#include "formats/encoding_memory.h"
 #include "formats/format.h"
 #include "formats/source_facts.h"
 #include "metadata/blocks.h"
 #include "metadata/metadata.h"
 #include "pixels/vips_library.h"
+#include "system/atomic_file.h"
 #include "system/result.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace lumora {
@@ -35,11 +38,13 @@ struct FormatReader
     Result<VipsImagePtr> (*loadReduced)(int divisor, int descriptor) = nullptr;
     // The image library's operation behind `load`, which is blocked until it is named here. May be null.
     const char* operation = nullptr;
+    // About how many bytes the decoder holds of the picture besides a few rows; null for none.
+    std::int64_t (*heldBytes)(_VipsImage* image) = nullptr;
 };
 
 struct EncodeRequest
 {
-    _VipsImage* image; // in storable form, see storableImage
+    _VipsImage* image; // in storable form, see storableImage; its rows may be had once
     int quality;       // 1 to 100
     // A picture that was not redrawn keeps its colour model even where a palette would be smaller.
     bool keepsModel;
@@ -49,11 +54,14 @@ struct EncodeRequest
 
 struct FormatWriter
 {
-    // The bytes of a whole file with the picture, its attached colour profile and what the format holds of
-    // the metadata. Null when an external encoder writes the format. Throws std::bad_alloc.
-    Result<Bytes> (*encode)(const EncodeRequest& request);
+    // Writes the whole file with the picture, its attached colour profile and what the format holds of the
+    // metadata, taking the picture's rows once, from the top down, and holding no more of it than the format
+    // demands. Null when an external encoder writes the format. Throws std::bad_alloc.
+    Status (*encode)(const EncodeRequest& request, AtomicFile& file);
     bool (*isAvailable)() = nullptr; // null when it always is
     const char* operation = nullptr; // as of the reader
+    // About how many bytes the encoder holds of the picture besides a few rows; null for none.
+    std::int64_t (*heldBytes)(const EncodedShape& shape) = nullptr;
 };
 
 // Below this quality the colours may be stored at half the resolution; from here on people ask for every

@@ -68,10 +68,10 @@ void ImageDestination::addImage(const Image& image, const DestinationProperties&
 Result<AtomicFile> ImageDestination::finalize()
 {
     if (!m_state->image) return Error{"no picture was added"};
-    const auto bytes = encodeImage(m_state->format, *m_state->image, encoderQuality(m_state->properties),
-                                   m_state->properties.metadata);
-    if (!bytes) return bytes.error();
-    if (const auto status = m_state->file.append(*bytes); !status) return status.error();
+    const auto status = encodeImage(m_state->format, *m_state->image, encoderQuality(m_state->properties),
+                                    m_state->properties.metadata, m_state->file);
+    m_state->image.reset(); // what it holds of the picture is of no more use
+    if (!status) return status.error();
     return std::move(m_state->file);
 }
 

@@ -86,9 +86,9 @@ Image pictureOf(VipsImagePtr image, const FormatReader& reader, FileDescriptor f
 } // namespace
 
 ImageSource::ImageSource(std::string typeIdentifier, Image image, Orientation orientation, Metadata metadata,
-                         SourceFacts facts, std::optional<FileStamp> stamp)
+                         SourceFacts facts, std::optional<FileStamp> stamp, std::int64_t heldBytes)
     : m_typeIdentifier(std::move(typeIdentifier)), m_image(std::move(image)), m_orientation(orientation),
-      m_metadata(std::move(metadata)), m_facts(facts), m_stamp(stamp)
+      m_metadata(std::move(metadata)), m_facts(facts), m_stamp(stamp), m_heldBytes(heldBytes)
 {
 }
 
@@ -110,11 +110,13 @@ try {
     Metadata metadata = metadataOf(*format->reader, file->get(), image);
     const SourceFacts facts = factsOf(*format->reader, file->get(), image);
     const Orientation orientation = *metadata.orientation;
+    const auto held = format->reader->heldBytes;
+    const std::int64_t heldBytes = held ? held(image) : 0;
     return ImageSource(std::move(identifier),
                        pictureOf(std::move(*loaded), *format->reader, std::move(*file)), orientation,
-                       std::move(metadata), facts, stamp);
+                       std::move(metadata), facts, stamp, heldBytes);
 } catch (const std::bad_alloc&) {
-    return Error{"not enough memory"};
+    return outOfMemory();
 }
 
 } // namespace lumora

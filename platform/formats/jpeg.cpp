@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "codec_target.h"
 #include "encoded_bytes.h"
 #include "exif_colors.h"
 #include "format_io.h"
@@ -12,7 +13,6 @@
 #include "vips_density.h"
 #include "vips_loading.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <string>
@@ -60,52 +60,89 @@ void appendJfif(Bytes& jpeg, const Resolution& resolution)
 }
 
 // What does not fit beside the packet's own prefix follows in pieces, each of which says where it belongs.
-void appendXmp(Bytes& jpeg, const EncodeRequest& request)
+void appendXmp(Bytes& segments, const EncodeRequest& request)
 {
     constexpr std::size_t pieceSize = 65000;
     const SplitXmp xmp =
         splitXmpPacket(request.metadata, request.facts, longestSegment - jpegXmpSignature.size());
-    appendSegment(jpeg, 0xE1, jpegXmpSignature, xmp.packet);
+    appendSegment(segments, 0xE1, jpegXmpSignature, xmp.packet);
     for (std::size_t at = 0; at < xmp.extension.size(); at += pieceSize) {
         const std::string head = xmp.extensionName + bigEndian(xmp.extension.size()) + bigEndian(at);
-        appendSegment(jpeg, 0xE1, jpegExtendedXmpSignature + head, xmp.extension.substr(at, pieceSize));
+        appendSegment(segments, 0xE1, jpegExtendedXmpSignature + head, xmp.extension.substr(at, pieceSize));
     }
 }
 
-// Replaces the blocks that the image library makes up by the picture's own metadata.
-Bytes withSegments(const Bytes& jpeg, const EncodeRequest& request, bool isInk)
+Bytes segmentsOf(const EncodeRequest& request)
 {
-    Bytes result(jpeg.begin(), jpeg.begin() + startOfImage);
-    std::size_t at = startOfImage;
-    const auto isSegment = [&](std::byte marker) {
-        return at + 4 <= jpeg.size() && jpeg[at] == std::byte{0xFF} && jpeg[at + 1] == marker;
-    };
-    while (isSegment(std::byte{0xE0}) || isSegment(std::byte{0xE1}))
-        at += lengthAt(jpeg, at);
-    if (!isInk) appendJfif(result, resolutionOf(request.metadata));
-    appendSegment(result, 0xE1, exifPrefix,
-                  exifBlock(request.metadata, request.facts, longestSegment - exifPrefix.size()));
-    appendXmp(result, request);
-    appendSegment(result, 0xED, "Photoshop 3.0\0"sv, iptcBlock(request.metadata));
-    for (const std::string& remark : remarksOf(request.metadata))
-        appendSegment(result, remarkMarker, {}, remark);
-    result.insert(result.end(), jpeg.begin() + static_cast<std::ptrdiff_t>(std::min(at, jpeg.size())),
-                  jpeg.end());
-    return result;
-}
-
-Result<Bytes> encode(const EncodeRequest& request)
-{
-    void* buffer = nullptr;
-    std::size_t size = 0;
-    const auto chroma =
-        request.quality < fullChromaQuality ? VIPS_FOREIGN_SUBSAMPLE_ON : VIPS_FOREIGN_SUBSAMPLE_OFF;
-    if (vips_jpegsave_buffer(request.image, &buffer, &size, "Q", request.quality, "optimize_coding", TRUE,
-                             "interlace", TRUE, "subsample_mode", chroma, nullptr) != 0) {
-        return takeVipsError();
-    }
+    Bytes segments;
     const bool isInk = vips_image_get_bands(request.image) == 4;
-    return withSegments(takeBytes(buffer, size), request, isInk);
+    if (!isInk) appendJfif(segments, resolutionOf(request.metadata));
+    appendSegment(segments, 0xE1, exifPrefix,
+                  exifBlock(request.metadata, request.facts, longestSegment - exifPrefix.size()));
+    appendXmp(segments, request);
+    appendSegment(segments, 0xED, "Photoshop 3.0\0"sv, iptcBlock(request.metadata));
+    for (const std::string& remark : remarksOf(request.metadata))
+        appendSegment(segments, remarkMarker, {}, remark);
+    return segments;
+}
+
+// Passes a JPEG on to its file as it comes, with the blocks that the image library makes up replaced by the
+// picture's own.
+class JpegFile
+{
+public:
+    JpegFile(AtomicFile& file, Bytes segments) : m_file(file), m_segments(std::move(segments)) {}
+
+    Status append(std::span<const std::byte> bytes)
+    {
+        if (m_isPastHead) return m_file.append(bytes);
+        m_head.insert(m_head.end(), bytes.begin(), bytes.end());
+        std::size_t at = startOfImage;
+        while (at + 4 <= m_head.size() && isReplaced(at))
+            at += lengthAt(m_head, at);
+        if (at + 4 > m_head.size()) return Done{}; // more is to come: behind the segments stands the picture
+        m_isPastHead = true;
+        m_segments.insert(m_segments.begin(), m_head.begin(), m_head.begin() + startOfImage);
+        m_segments.insert(m_segments.end(), m_head.begin() + static_cast<std::ptrdiff_t>(at), m_head.end());
+        m_head.clear();
+        return m_file.append(m_segments);
+    }
+
+private:
+    bool isReplaced(std::size_t at) const
+    {
+        return m_head[at] == std::byte{0xFF} &&
+               (m_head[at + 1] == std::byte{0xE0} || m_head[at + 1] == std::byte{0xE1});
+    }
+
+    AtomicFile& m_file;
+    Bytes m_segments;
+    Bytes m_head;
+    bool m_isPastHead = false;
+};
+
+// The smallest coding needs the coefficients of the whole picture, two bytes each, before the first of them
+// is written.
+bool isCodedWhole(VipsImage* image, bool hasFullChroma)
+{
+    constexpr double mostBytes = 600e6;
+    const int bands = vips_image_get_bands(image);
+    const double components = bands == 3 && !hasFullChroma ? 1.5 : bands;
+    return 2.0 * components * vips_image_get_width(image) * vips_image_get_height(image) <= mostBytes;
+}
+
+Status encode(const EncodeRequest& request, AtomicFile& file)
+{
+    JpegFile jpeg(file, segmentsOf(request));
+    CodecTarget target([&jpeg](std::span<const std::byte> bytes) { return jpeg.append(bytes); });
+    const bool hasFullChroma = request.quality >= fullChromaQuality;
+    const gboolean isWhole = isCodedWhole(request.image, hasFullChroma) ? TRUE : FALSE;
+    const bool isWritten =
+        vips_jpegsave_target(request.image, target.get(), "Q", request.quality, "optimize_coding", isWhole,
+                             "interlace", isWhole, "subsample_mode",
+                             hasFullChroma ? VIPS_FOREIGN_SUBSAMPLE_OFF : VIPS_FOREIGN_SUBSAMPLE_ON,
+                             nullptr) == 0;
+    return isWritten ? Status(Done{}) : target.error();
 }
 
 Result<VipsImagePtr> load(int descriptor)

@@ -6,6 +6,7 @@
 #include "metadata/reading.h"
 #include "metadata/resolution.h"
 #include "pixels/stored_form.h"
+#include "system/mapped_file.h"
 #include "tiff_pages.h"
 #include "vips_loading.h"
 
@@ -31,54 +32,71 @@ VipsImagePtr withResolution(VipsImage* image, const Resolution& resolution)
     return VipsImagePtr(copy);
 }
 
+bool mayBeBlackAndWhite(VipsImage* image)
+{
+    const StoredForm form = storedForm(image);
+    return !form.isIndexed && form.bits == 1;
+}
+
 // The pixels decide: a damaged source may have said anything of itself.
 bool isBlackAndWhite(VipsImage* image)
 {
-    const StoredForm form = storedForm(image);
-    if (form.isIndexed || form.bits != 1) return false;
     const auto components = componentsOf(image);
     return components &&
            std::ranges::all_of(components->bytes(), [](std::uint8_t v) { return v == 0 || v == 255; });
 }
 
-struct TiffCoding
+Result<Bytes> codedBlackAndWhite(VipsImage* image, VipsForeignTiffCompression compression)
 {
-    VipsForeignTiffCompression compression = VIPS_FOREIGN_TIFF_COMPRESSION_DEFLATE;
-    VipsForeignTiffPredictor predictor = VIPS_FOREIGN_TIFF_PREDICTOR_HORIZONTAL;
-    int bits = 0; // a component's; 0 leaves them as they are
-};
-
-Result<Bytes> codedTiff(VipsImage* image, const TiffCoding& coding)
-{
+    constexpr int bits = 1;
     void* buffer = nullptr;
     std::size_t size = 0;
-    if (vips_tiffsave_buffer(image, &buffer, &size, "compression", coding.compression, "predictor",
-                             coding.predictor, "bitdepth", coding.bits, nullptr) != 0) {
+    if (vips_tiffsave_buffer(image, &buffer, &size, "compression", compression, "predictor",
+                             VIPS_FOREIGN_TIFF_PREDICTOR_NONE, "bitdepth", bits, nullptr) != 0)
         return takeVipsError();
-    }
     return takeBytes(buffer, size);
 }
 
 // Writing suits the facsimile coding, dithered pictures the general one.
 Result<Bytes> smallestBlackAndWhite(VipsImage* image)
 {
-    const auto coded = [&](VipsForeignTiffCompression compression) {
-        return codedTiff(image, {compression, VIPS_FOREIGN_TIFF_PREDICTOR_NONE, 1});
-    };
-    auto writing = coded(VIPS_FOREIGN_TIFF_COMPRESSION_CCITTFAX4);
-    auto picture = coded(VIPS_FOREIGN_TIFF_COMPRESSION_DEFLATE);
+    auto writing = codedBlackAndWhite(image, VIPS_FOREIGN_TIFF_COMPRESSION_CCITTFAX4);
+    auto picture = codedBlackAndWhite(image, VIPS_FOREIGN_TIFF_COMPRESSION_DEFLATE);
     if (!writing || !picture) return writing ? writing : picture;
     return writing->size() <= picture->size() ? writing : picture;
 }
 
-Result<Bytes> encode(const EncodeRequest& request)
+Status writeRows(VipsImage* image, AtomicFile& file)
+{
+    const std::unique_ptr<VipsTarget, VipsUnref> target(vips_target_new_to_descriptor(file.descriptor()));
+    if (!target ||
+        vips_tiffsave_target(image, target.get(), "compression", VIPS_FOREIGN_TIFF_COMPRESSION_DEFLATE,
+                             "predictor", VIPS_FOREIGN_TIFF_PREDICTOR_HORIZONTAL, nullptr) != 0)
+        return takeVipsError();
+    return Done{};
+}
+
+// Several looks at the pixels, which take at most a byte each.
+Status writeGray(VipsImage* image, AtomicFile& file)
+{
+    const VipsImagePtr held(vips_image_copy_memory(image));
+    if (!held) return takeVipsError();
+    if (!isBlackAndWhite(held.get())) return writeRows(held.get(), file);
+    const auto bytes = smallestBlackAndWhite(held.get());
+    return bytes ? file.append(*bytes) : Status(bytes.error());
+}
+
+Status encode(const EncodeRequest& request, AtomicFile& file)
 {
     const VipsImagePtr image = withResolution(request.image, resolutionOf(request.metadata));
     if (!image) return takeVipsError();
-    auto bytes = request.keepsModel && isBlackAndWhite(image.get()) ? smallestBlackAndWhite(image.get())
-                                                                    : codedTiff(image.get(), {});
-    if (!bytes) return bytes.error();
-    return withTiffMetadata(std::move(*bytes), request.metadata, request.facts);
+    const bool isGray = request.keepsModel && mayBeBlackAndWhite(image.get());
+    if (auto status = isGray ? writeGray(image.get(), file) : writeRows(image.get(), file); !status)
+        return status;
+    const auto written = MappedFile::map(file.descriptor());
+    if (!written) return written.error();
+    return withTiffMetadata(written->bytes(), request.metadata, request.facts,
+                            [&file](std::span<const std::byte> whole) { return file.rewrite(whole); });
 }
 
 Result<VipsImagePtr> load(int descriptor)

@@ -87,13 +87,23 @@ void addIptc(Exiv2::Image& image, const std::string& block)
     }
 }
 
-std::vector<std::byte> bytesOf(Exiv2::BasicIo& io)
-{
-    io.open();
-    const Exiv2::DataBuf whole = io.read(static_cast<long>(io.size()));
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): the library's bytes as bytes
-    const auto* first = reinterpret_cast<const std::byte*>(whole.pData_);
-    return {first, first + whole.size_};
+// Null when the library cannot do it.
+Exiv2::Image::AutoPtr tiffWith(std::span<std::byte> tiff, const std::string& exif, const std::string& iptc,
+                               const std::string& xmp)
+try {
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as the library's bytes
+    auto image = Exiv2::ImageFactory::open(reinterpret_cast<const Exiv2::byte*>(tiff.data()),
+                                           static_cast<long>(tiff.size()));
+    image->readMetadata();
+    addExif(*image, exif);
+    addIptc(*image, iptc);
+    if (!xmp.empty()) Exiv2::XmpParser::decode(image->xmpData(), xmp);
+    image->writeMetadata();
+    return image;
+} catch (const std::bad_alloc&) {
+    throw;
+} catch (...) {
+    return Exiv2::Image::AutoPtr();
 }
 
 std::string exifWithin(const Metadata& metadata, const PictureFacts& facts, const NoteLimits& limits)
@@ -132,27 +142,21 @@ SplitXmp splitXmpPacket(const Metadata& metadata, const PictureFacts& facts, std
     return soundOrEmpty([&] { return updatedXmp({metadata.xmp, metadata.extendedXmp}, facts, longest); });
 }
 
-std::vector<std::byte> withTiffMetadata(std::vector<std::byte> tiff, const Metadata& metadata,
-                                        const PictureFacts& facts)
-try {
+Status withTiffMetadata(std::span<std::byte> tiff, const Metadata& metadata, const PictureFacts& facts,
+                        const FileTaker& take)
+{
     // The library lays a TIFF file out anew.
     const std::string exif = exifWithin(metadata, facts, {.mayStayInPlace = false});
     const std::string iptc = iptcBlock(metadata);
     const std::string xmp = xmpPacket(metadata, facts);
-    if (exif.empty() && iptc.empty() && xmp.empty()) return tiff;
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as the library's bytes
-    const auto image = Exiv2::ImageFactory::open(reinterpret_cast<const Exiv2::byte*>(tiff.data()),
-                                                 static_cast<long>(tiff.size()));
-    image->readMetadata();
-    addExif(*image, exif);
-    addIptc(*image, iptc);
-    if (!xmp.empty()) Exiv2::XmpParser::decode(image->xmpData(), xmp);
-    image->writeMetadata();
-    return bytesOf(image->io());
-} catch (const std::bad_alloc&) {
-    throw;
-} catch (...) {
-    return tiff;
+    if (exif.empty() && iptc.empty() && xmp.empty()) return Done{};
+    const auto image = tiffWith(tiff, exif, iptc, xmp);
+    if (!image.get()) return Done{};
+    Exiv2::BasicIo& io = image->io();
+    if (io.open() != 0) return Done{};
+    const Exiv2::IoCloser closer(io);
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): the library's bytes as bytes
+    return take({reinterpret_cast<const std::byte*>(io.mmap()), static_cast<std::size_t>(io.size())});
 }
 
 } // namespace lumora

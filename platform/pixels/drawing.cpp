@@ -6,13 +6,18 @@
 #include "pixels/color_conversion.h"
 #include "pixels/color_profile.h"
 #include "pixels/row_reader.h"
+#include "pixels/row_stream.h"
+#include "pixels/stored_form.h"
 #include "resampler.h"
 #include "rgba_pixels.h"
+#include "turned_rows.h"
 
 #include <vips/vips.h>
 
 #include <algorithm>
+#include <cstring>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -38,101 +43,96 @@ ColorPlan planColors(const RowReader& reader, ProfileBytes profile, ColorSpace t
             target == ColorSpace::sRGB ? srgbProfile() : ProfileBytes{}};
 }
 
-// `rgba` is premultiplied and upright.
-Result<Image> makeBitmap(RgbaBytes rgba, PixelSize size, ProfileBytes profile)
+bool isOpaque(const std::uint8_t* rgba, std::size_t pixels)
 {
-    const std::size_t bytes =
-        static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) * 4;
-    const VipsImagePtr memory(
-        vips_image_new_from_memory(rgba.get(), bytes, size.width, size.height, 4, VIPS_FORMAT_UCHAR));
-    if (!memory) return takeVipsError();
-    g_object_set_data_full(G_OBJECT(memory.get()), "lumora-pixels", new RgbaBytes(std::move(rgba)),
-                           [](gpointer owned) { delete static_cast<RgbaBytes*>(owned); });
-    VipsImage* tagged = nullptr;
-    if (vips_copy(memory.get(), &tagged, "interpretation", VIPS_INTERPRETATION_sRGB, nullptr) != 0)
-        return takeVipsError();
-    if (!profile.empty())
-        vips_image_set_blob_copy(tagged, VIPS_META_ICC_NAME, profile.data(), profile.size());
-    return Image(tagged, 1, ImageState::drawn);
+    std::uint8_t all = 255;
+    for (std::size_t i = 0; i < pixels; ++i)
+        all &= rgba[i * 4 + 3];
+    return all == 255;
 }
 
 // One drawing: the stored picture reduced, converted and brought to premultiplied RGBA, still as stored.
-class Drawing
+class Drawing : public RowMaker
 {
 public:
-    // `shape` is what of the reader's rows is the picture.
-    Drawing(RowReader reader, const SourceShape& shape, const ColorConversion& conversion,
-            bool sourceIsPremultiplied)
-        : m_reader(std::move(reader)), m_shape(shape), m_conversion(conversion),
-          m_sourceIsPremultiplied(sourceIsPremultiplied && m_reader.format().hasAlpha)
+    // The widths are those of the source and of the result; without a reduction they are the same.
+    Drawing(RowFormat format, int sourceWidth, int width, std::optional<Resampler> reduction,
+            ColorConversion conversion, bool sourceIsPremultiplied, std::shared_ptr<ReadOutcome> outcome)
+        : m_format(format), m_sourceWidth(static_cast<std::size_t>(sourceWidth)),
+          m_width(static_cast<std::size_t>(width)), m_reduction(std::move(reduction)),
+          m_conversion(std::move(conversion)),
+          m_sourceIsPremultiplied(sourceIsPremultiplied && format.hasAlpha), m_outcome(std::move(outcome))
     {
     }
 
-    Result<RgbaBytes> run(PixelSize size)
+    Status make(const RowProvider& source, int first, int count, std::uint8_t* rgba) override
     {
-        RgbaBytes rgba = allocateRgba(size);
-        const auto status = size == m_shape.rows ? drawRows(rgba.get()) : reduce(rgba.get(), size);
-        if (!status) return status.error();
-        return rgba;
+        auto status = m_reduction ? reduce(source, count, rgba) : convertRows(source, first, count, rgba);
+        if (status && m_format.hasAlpha && !isOpaque(rgba, m_width * static_cast<std::size_t>(count)))
+            m_outcome->noteTransparency();
+        return status;
     }
 
 private:
-    Status drawRows(std::uint8_t* rgba)
+    Status convertRows(const RowProvider& source, int first, int count, std::uint8_t* rgba)
     {
-        constexpr int rowsAtOnce = 64;
-        const PixelSize size = m_shape.rows;
-        const auto width = static_cast<std::size_t>(size.width);
-        std::vector<std::uint8_t> strip(width * static_cast<std::size_t>(m_reader.format().bands()) *
-                                        rowsAtOnce);
-        for (int top = 0; top < size.height; top += rowsAtOnce) {
-            const int count = std::min(rowsAtOnce, size.height - top);
-            if (auto status = m_reader.read(top, count, strip.data()); !status) return status.error();
-            convert(strip.data(), rgba + static_cast<std::size_t>(top) * width * 4,
-                    width * static_cast<std::size_t>(count), m_sourceIsPremultiplied);
-        }
+        const auto rows = source(first, count);
+        if (!rows) return rows.error();
+        for (int y = 0; y < count; ++y, rgba += m_width * 4)
+            convert(rows->first + y * rows->stride, rgba, m_width, m_sourceIsPremultiplied);
         return Done{};
     }
 
-    Status reduce(std::uint8_t* rgba, PixelSize size)
+    Status reduce(const RowProvider& source, int count, std::uint8_t* rgba)
     {
-        const RowFormat format = m_reader.format();
-        const auto width = static_cast<std::size_t>(size.width);
-        const auto convertRows = [&](int first, int count, std::uint8_t* rows) {
-            convert(rows, rgba + static_cast<std::size_t>(first) * width * 4,
-                    width * static_cast<std::size_t>(count), format.hasAlpha);
+        const std::size_t pixels = m_width * static_cast<std::size_t>(count);
+        m_reduced.resize(m_width * streamedRows * static_cast<std::size_t>(m_format.bands()));
+        const RowProvider premultiplied = [&](int first, int rows) {
+            return premultipliedRows(source, first, rows);
         };
-        return resample([&](int first, int count) { return premultipliedRows(first, count); }, m_shape, size,
-                        format.bands(), convertRows);
+        if (auto status = m_reduction->next(premultiplied, count, m_reduced.data()); !status) return status;
+        convert(m_reduced.data(), rgba, pixels, m_format.hasAlpha);
+        return Done{};
     }
 
-    Result<RowSpan> premultipliedRows(int first, int count)
+    Result<RowSpan> premultipliedRows(const RowProvider& source, int first, int count)
     {
-        const RowFormat format = m_reader.format();
-        if (!format.hasAlpha || m_sourceIsPremultiplied) return m_reader.rows(first, count);
-        const auto rowBytes =
-            static_cast<std::size_t>(m_reader.width()) * static_cast<std::size_t>(format.bands());
+        auto rows = source(first, count);
+        if (!rows || !m_format.hasAlpha || m_sourceIsPremultiplied) return rows;
+        const auto bands = static_cast<std::size_t>(m_format.bands());
+        const std::size_t rowBytes = m_sourceWidth * bands;
         m_premultiplied.resize(rowBytes * static_cast<std::size_t>(count));
-        if (auto status = m_reader.read(first, count, m_premultiplied.data()); !status) return status.error();
-        premultiply(m_premultiplied.data(), m_premultiplied.size() / static_cast<std::size_t>(format.bands()),
-                    format.bands());
+        for (int y = 0; y < count; ++y)
+            std::memcpy(m_premultiplied.data() + static_cast<std::size_t>(y) * rowBytes,
+                        rows->first + y * rows->stride, rowBytes);
+        premultiply(m_premultiplied.data(), m_premultiplied.size() / bands, m_format.bands());
         return RowSpan{m_premultiplied.data(), static_cast<std::ptrdiff_t>(rowBytes)};
     }
 
     // Profiles speak of straight colours, so a premultiplied picture is unmixed first; when no colour
     // changes, that lossy detour is skipped.
-    void convert(std::uint8_t* from, std::uint8_t* rgba, std::size_t pixels, bool isPremultiplied) const
+    void convert(const std::uint8_t* from, std::uint8_t* rgba, std::size_t pixels, bool isPremultiplied)
     {
         const bool mustUnmix = isPremultiplied && !m_conversion.isIdentity();
-        if (mustUnmix) unpremultiply(from, pixels, m_reader.format().bands());
+        if (mustUnmix) {
+            m_straight.assign(from, from + pixels * static_cast<std::size_t>(m_format.bands()));
+            unpremultiply(m_straight.data(), pixels, m_format.bands());
+            from = m_straight.data();
+        }
         m_conversion.run(from, rgba, pixels);
-        if (m_reader.format().hasAlpha && (mustUnmix || !isPremultiplied)) premultiply(rgba, pixels, 4);
+        if (m_format.hasAlpha && (mustUnmix || !isPremultiplied)) premultiply(rgba, pixels, 4);
     }
 
-    RowReader m_reader;
-    SourceShape m_shape;
-    const ColorConversion& m_conversion;
+    RowFormat m_format;
+    std::size_t m_sourceWidth;
+    std::size_t m_width;
+    std::optional<Resampler> m_reduction;
+    ColorConversion m_conversion;
     bool m_sourceIsPremultiplied;
+    std::shared_ptr<ReadOutcome> m_outcome;
+    std::vector<std::uint8_t> m_reduced;
     std::vector<std::uint8_t> m_premultiplied;
+    std::vector<std::uint8_t> m_straight;
 };
 
 bool isIn(ColorSpace space, ProfileBytes profile)
@@ -147,6 +147,11 @@ bool isDrawn(const Image& image, const DrawRequest& request, ProfileBytes profil
     return image.alphaIsPremultiplied() && image.width() == request.width &&
            image.height() == request.height && vips_image_get_bands(image.pixels()) == 4 &&
            isIn(request.colorSpace, profile);
+}
+
+StreamForm bitmapForm(PixelSize size)
+{
+    return {size.width, size.height, 4, VIPS_FORMAT_UCHAR, VIPS_CODING_NONE, VIPS_INTERPRETATION_sRGB};
 }
 
 PixelSize storedSize(const Image& image)
@@ -176,6 +181,65 @@ SourceShape shapeOf(const Image& full, const Image& decoded, int divisor)
     return {rows, static_cast<double>(size.width) / divisor, static_cast<double>(size.height) / divisor};
 }
 
+std::shared_ptr<ReadOutcome> outcomeOf(const Image& image)
+{
+    return image.outcome() ? image.outcome() : std::make_shared<ReadOutcome>();
+}
+
+// What of the metadata says something of the components.
+void copyComponentFields(VipsImage* from, VipsImage* to)
+{
+    gchar** fields = vips_image_get_fields(from);
+    for (gchar** field = fields; *field; ++field) {
+        if (std::strcmp(*field, VIPS_META_ICC_NAME) != 0 && !isStoredFormField(*field)) continue;
+        GValue value = G_VALUE_INIT;
+        if (vips_image_get(from, *field, &value) != 0) continue;
+        vips_image_set(to, *field, &value);
+        g_value_unset(&value);
+    }
+    g_strfreev(fields);
+}
+
+// The rows of the stored picture turned upright.
+Result<VipsImagePtr> uprightPicture(VipsImage* stored, Orientation orientation,
+                                    const std::shared_ptr<ReadOutcome>& outcome)
+{
+    StreamForm form = streamFormOf(stored);
+    const PixelSize size{form.width, form.height};
+    if (orientation >= 5) std::swap(form.width, form.height);
+    auto upright =
+        streamedPicture(stored, form, turnedRows(size, pixelBytesOf(stored), orientation), outcome);
+    if (upright) copyComponentFields(stored, upright->get());
+    return upright;
+}
+
+// All rows in memory.
+Result<VipsImagePtr> heldPicture(VipsImage* rows)
+{
+    const std::size_t rowBytes = rowBytesOf(rows);
+    const StreamForm form = streamFormOf(rows);
+    const std::size_t bytes = rowBytes * static_cast<std::size_t>(form.height);
+    PageBytes pixels = allocatePages(bytes);
+    const auto status = readRows(rows, [&](int first, int count, const RowSpan& strip) -> Status {
+        for (int y = 0; y < count; ++y)
+            std::memcpy(pixels.get() + static_cast<std::size_t>(first + y) * rowBytes,
+                        strip.first + y * strip.stride, rowBytes);
+        return Done{};
+    });
+    if (!status) return status.error();
+    const VipsImagePtr memory(vips_image_new_from_memory(
+        pixels.get(), bytes, form.width, form.height, form.bands, static_cast<VipsBandFormat>(form.format)));
+    if (!memory) return takeVipsError();
+    g_object_set_data_full(G_OBJECT(memory.get()), "lumora-pixels", new PageBytes(std::move(pixels)),
+                           [](gpointer owned) { delete static_cast<PageBytes*>(owned); });
+    VipsImage* tagged = nullptr;
+    if (vips_copy(memory.get(), &tagged, "interpretation", form.interpretation, "coding", form.coding,
+                  nullptr) != 0)
+        return takeVipsError();
+    copyComponentFields(rows, tagged);
+    return VipsImagePtr(tagged);
+}
+
 } // namespace
 
 Result<Image> draw(const Image& image, const DrawRequest& request)
@@ -200,29 +264,58 @@ Result<Image> draw(const Image& image, const DrawRequest& request)
     auto reader = RowReader::open(*source);
     if (!reader) return reader.error();
     const bool isConverted = source->pixels() != decoded->pixels();
-    const ColorPlan plan = planColors(*reader, isConverted ? ProfileBytes() : profile, request.colorSpace);
-    auto rgba = Drawing(std::move(*reader), shapeOf(image, *decoded, divisor), plan.conversion,
-                        image.alphaIsPremultiplied())
-                    .run(size);
-    if (!rgba) return rgba.error();
-    return makeBitmap(turnedUpright(std::move(*rgba), size, image.pendingOrientation()), upright,
-                      plan.resultProfile);
+    ColorPlan plan = planColors(*reader, isConverted ? ProfileBytes() : profile, request.colorSpace);
+    const RowFormat format = reader->format();
+    const SourceShape shape = shapeOf(image, *decoded, divisor);
+    std::optional<Resampler> reduction;
+    if (size != shape.rows) {
+        auto made = Resampler::create(shape, size, format.bands());
+        if (!made) return made.error();
+        reduction = std::move(*made);
+    }
+
+    const auto outcome = outcomeOf(image);
+    auto rows = streamedPicture(reader->picture(), bitmapForm(size),
+                                std::make_unique<Drawing>(format, shape.rows.width, size.width,
+                                                          std::move(reduction), std::move(plan.conversion),
+                                                          image.alphaIsPremultiplied(), outcome),
+                                outcome);
+    if (!rows) return rows.error();
+    if (!plan.resultProfile.empty())
+        vips_image_set_blob_copy(rows->get(), VIPS_META_ICC_NAME, plan.resultProfile.data(),
+                                 plan.resultProfile.size());
+    if (!format.hasAlpha) noteOpaque(rows->get());
+    if (image.pendingOrientation() != 1)
+        rows = uprightPicture(rows->get(), image.pendingOrientation(), outcome);
+    if (!rows) return rows.error();
+    return Image(rows->release(), 1, ImageState::drawing).withOutcome(outcome);
+}
+
+Result<Image> turned(const Image& image)
+{
+    ensureVipsReady();
+    if (image.state() != ImageState::pending) return image;
+    const auto outcome = outcomeOf(image);
+    auto upright = uprightPicture(image.pixels(), image.pendingOrientation(), outcome);
+    if (!upright) return upright.error();
+    return Image(upright->release(), 1, ImageState::pending).withOutcome(outcome);
 }
 
 Result<Image> decode(const Image& image)
 {
     if (image.isInMemory()) return image;
-    ensureVipsReady();
-    const VipsImagePtr stored(vips_image_copy_memory(image.pixels()));
-    if (!stored) return takeVipsError();
+    const auto rows = turned(image);
+    if (!rows) return rows.error();
+    auto held = heldPicture(rows->pixels());
+    if (!held) return held.error();
+    const bool isDrawing = image.state() == ImageState::drawing;
+    return Image(held->release(), 1, isDrawing ? ImageState::drawn : ImageState::decoded)
+        .withOutcome(rows->outcome());
+}
 
-    VipsImage* upright = nullptr;
-    vips_image_set_int(stored.get(), VIPS_META_ORIENTATION, image.pendingOrientation());
-    if (vips_autorot(stored.get(), &upright, nullptr) != 0) return takeVipsError();
-    const VipsImagePtr turned(upright);
-    VipsImage* memory = vips_image_copy_memory(turned.get());
-    if (!memory) return takeVipsError();
-    return Image(memory, 1, ImageState::decoded);
+Status readThrough(const Image& image)
+{
+    return readRows(image.pixels(), [](int, int, const RowSpan&) -> Status { return Done{}; });
 }
 
 } // namespace lumora

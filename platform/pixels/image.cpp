@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pixels/image.h"
 
+#include "pixels/row_stream.h"
 #include "pixels/vips_library.h"
 
 #include <vips/vips.h>
@@ -25,11 +26,23 @@ std::int64_t Image::height() const
     return m_orientation >= 5 ? vips_image_get_width(pixels()) : vips_image_get_height(pixels());
 }
 
+int Image::storedPixelBytes() const
+{
+    return static_cast<int>(pixelBytesOf(pixels()));
+}
+
 Image Image::withPendingOrientation(Orientation orientation) const
 {
     Image turned = *this;
     turned.m_orientation = orientation;
     return turned;
+}
+
+Image Image::withOutcome(std::shared_ptr<ReadOutcome> outcome) const
+{
+    Image told = *this;
+    told.m_outcome = std::move(outcome);
+    return told;
 }
 
 Image Image::withReducedDecoding(ReducedDecoding decoding) const
@@ -52,7 +65,7 @@ Image Image::withoutProfile() const
     VipsImage* copy = nullptr;
     if (vips_copy(pixels(), &copy, nullptr) != 0) return *this;
     vips_image_remove(copy, VIPS_META_ICC_NAME);
-    return {copy, m_orientation, m_state};
+    return Image(copy, m_orientation, m_state).withOutcome(m_outcome);
 }
 
 } // namespace lumora

@@ -16,7 +16,7 @@ constexpr double kernelRadius = 3.0;
 // Source rows narrowed at once.
 constexpr int stripHeight = 64;
 // Output rows a band: enough that computing the band's kernel costs nothing beside running it.
-constexpr int bandHeight = 64;
+constexpr int bandHeight = streamedRows;
 
 // The source rows that a band of output rows reaches, and the place of the band among them.
 struct BandWindow
@@ -51,17 +51,16 @@ int tallestWindow(const SourceShape& from, int outputHeight)
 class NarrowedRows
 {
 public:
-    static Result<NarrowedRows> create(const RowProvider& source, const SourceShape& from, PixelSize to,
-                                       int bands)
+    static Result<NarrowedRows> create(const SourceShape& from, PixelSize to, int bands)
     {
         auto graph = ZimgGraph::build({from.rows.width, stripHeight, 1}, {from.width, 0.0, stripHeight},
                                       {to.width, stripHeight, 2}, bands);
         if (!graph) return graph.error();
-        return NarrowedRows(source, from, to, bands, std::move(*graph));
+        return NarrowedRows(from, to, bands, std::move(*graph));
     }
 
     // Brings [first, first + count) in; what lies above is given up.
-    Status load(int first, int count)
+    Status load(const RowProvider& source, int first, int count)
     {
         if (const int above = first - m_first; above > 0) {
             m_rows.moveToTop(above, m_next - first);
@@ -69,7 +68,7 @@ public:
         }
         while (m_next < first + count) {
             const int strip = std::min(stripHeight, m_height - m_next);
-            const auto rows = m_source(m_next, strip);
+            const auto rows = source(m_next, strip);
             if (!rows) return rows.error();
             m_strip.deinterleave(rows->first, rows->stride, strip);
             if (auto status = m_graph.run(m_strip, 0, m_rows, m_next - m_first); !status) return status;
@@ -79,10 +78,10 @@ public:
     }
 
     // Damage below the last row that the kernel reaches still makes the file unreadable.
-    Status readRemainder()
+    Status readRemainder(const RowProvider& source)
     {
         for (; m_next < m_height; ++m_next) {
-            if (const auto row = m_source(m_next, 1); !row) return row.error();
+            if (const auto row = source(m_next, 1); !row) return row.error();
         }
         return Done{};
     }
@@ -91,14 +90,13 @@ public:
     const Planes& planes() const { return m_rows; }
 
 private:
-    NarrowedRows(const RowProvider& source, const SourceShape& from, PixelSize to, int bands, ZimgGraph graph)
-        : m_source(source), m_height(from.rows.height), m_graph(std::move(graph)),
+    NarrowedRows(const SourceShape& from, PixelSize to, int bands, ZimgGraph graph)
+        : m_height(from.rows.height), m_graph(std::move(graph)),
           m_strip(from.rows.width, stripHeight, bands, 1),
           m_rows(to.width, tallestWindow(from, to.height) + stripHeight, bands, 2)
     {
     }
 
-    const RowProvider& m_source;
     int m_height;
     ZimgGraph m_graph;
     Planes m_strip;
@@ -109,27 +107,42 @@ private:
 
 } // namespace
 
-Status resample(const RowProvider& source, const SourceShape& from, PixelSize to, int bands,
-                const RowConsumer& sink)
+struct Resampler::State
 {
-    auto rows = NarrowedRows::create(source, from, to, bands);
+    SourceShape from;
+    PixelSize to;
+    int bands;
+    NarrowedRows rows;
+    Planes target;
+    int top = 0; // the row of the result to be made next
+};
+
+Resampler::Resampler(std::unique_ptr<State> state) : m_state(std::move(state)) {}
+Resampler::Resampler(Resampler&&) noexcept = default;
+Resampler& Resampler::operator=(Resampler&&) noexcept = default;
+Resampler::~Resampler() = default;
+
+Result<Resampler> Resampler::create(const SourceShape& from, PixelSize to, int bands)
+{
+    auto rows = NarrowedRows::create(from, to, bands);
     if (!rows) return rows.error();
-    Planes target(to.width, bandHeight, bands, 1);
-    std::vector<std::uint8_t> packed(static_cast<std::size_t>(to.width) * bandHeight *
-                                     static_cast<std::size_t>(bands));
-    for (int top = 0; top < to.height; top += bandHeight) {
-        const int count = std::min(bandHeight, to.height - top);
-        const BandWindow window = windowOf(top, count, from, to.height);
-        if (auto status = rows->load(window.firstRow, window.rowCount); !status) return status;
-        const auto graph = ZimgGraph::build({to.width, window.rowCount, 2},
-                                            {static_cast<double>(to.width), window.top, window.height},
-                                            {to.width, count, 1}, bands);
-        if (!graph) return graph.error();
-        if (auto status = graph->run(rows->planes(), 0, target, 0); !status) return status;
-        target.interleave(count, packed.data());
-        sink(top, count, packed.data());
-    }
-    return rows->readRemainder();
+    return Resampler(std::unique_ptr<State>(
+        new State{from, to, bands, std::move(*rows), Planes(to.width, bandHeight, bands, 1)}));
+}
+
+Status Resampler::next(const RowProvider& source, int count, std::uint8_t* rows)
+{
+    auto& [from, to, bands, narrowed, target, top] = *m_state;
+    const BandWindow window = windowOf(top, count, from, to.height);
+    if (auto status = narrowed.load(source, window.firstRow, window.rowCount); !status) return status;
+    const auto graph = ZimgGraph::build({to.width, window.rowCount, 2},
+                                        {static_cast<double>(to.width), window.top, window.height},
+                                        {to.width, count, 1}, bands);
+    if (!graph) return graph.error();
+    if (auto status = graph->run(narrowed.planes(), 0, target, 0); !status) return status;
+    target.interleave(count, rows);
+    top += count;
+    return top < to.height ? Status(Done{}) : narrowed.readRemainder(source);
 }
 
 } // namespace lumora

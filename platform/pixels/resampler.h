@@ -2,15 +2,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Reducing a picture by the Lanczos-3 kernel, in bands of rows, so that neither the source nor an
 // intermediate of its size is ever held. Components are treated as they are stored (gamma-encoded), which is
-// what people expect of a picture made smaller and what every viewer does; alpha must be premultiplied.
-// Stateless; thread-safe.
+// what people expect of a picture made smaller and what every viewer does; alpha must be premultiplied. One
+// thread at a time.
 #pragma once
 
-#include "pixels/row_reader.h"
+#include "pixels/row_stream.h"
 #include "system/result.h"
 
 #include <cstdint>
-#include <functional>
+#include <memory>
 
 namespace lumora {
 
@@ -31,16 +31,25 @@ struct SourceShape
     double height;
 };
 
-// `count` rows from row `first` on, valid until the next request. Every row is asked for once, from the top
-// down.
-using RowProvider = std::function<Result<RowSpan>(int first, int count)>;
-// Takes `count` finished rows, tightly packed, which begin at row `first` of the result; called from the top
-// down. The consumer may change the rows.
-using RowConsumer = std::function<void(int first, int count, std::uint8_t* rows)>;
+// One reduction, band by band. Interleaved 8-bit components, 1 to 4 bands on both sides.
+class Resampler
+{
+public:
+    static Result<Resampler> create(const SourceShape& from, PixelSize to, int bands);
+    Resampler(Resampler&&) noexcept;
+    Resampler& operator=(Resampler&&) noexcept;
+    ~Resampler();
 
-// Interleaved 8-bit components, 1 to 4 bands on both sides. Reads the last row too where no row of the result
-// needs it. Fails with the provider's error.
-Status resample(const RowProvider& source, const SourceShape& from, PixelSize to, int bands,
-                const RowConsumer& sink);
+    // The next `count` rows of the result, tightly packed: `streamedRows`, and at the end what is left. With
+    // the last of them the source has been read to its end, also where no row of the result needs that.
+    // Fails with the source's error.
+    Status next(const RowProvider& source, int count, std::uint8_t* rows);
+
+private:
+    struct State;
+    explicit Resampler(std::unique_ptr<State> state);
+
+    std::unique_ptr<State> m_state;
+};
 
 } // namespace lumora

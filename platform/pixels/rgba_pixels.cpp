@@ -6,7 +6,6 @@
 #include <sys/mman.h>
 
 #include <algorithm>
-#include <cstring>
 #include <new>
 
 namespace lumora {
@@ -21,38 +20,6 @@ std::uint8_t scaled(unsigned value, unsigned alpha)
 {
     const unsigned product = value * alpha + 128;
     return static_cast<std::uint8_t>((product + (product >> 8U)) >> 8U);
-}
-
-// Where the stored pixel (x, y) lands: at origin + x * columnStep + y * rowStep of the upright picture.
-struct Turn
-{
-    std::ptrdiff_t origin;
-    std::ptrdiff_t columnStep;
-    std::ptrdiff_t rowStep;
-};
-
-Turn turnOf(PixelSize stored, Orientation orientation)
-{
-    const std::ptrdiff_t w = stored.width;
-    const std::ptrdiff_t h = stored.height;
-    switch (orientation) {
-    case 2:
-        return {w - 1, -1, w};
-    case 3:
-        return {w * h - 1, -1, -w};
-    case 4:
-        return {w * (h - 1), 1, -w};
-    case 5:
-        return {0, h, 1};
-    case 6:
-        return {h - 1, h, -1};
-    case 7:
-        return {w * h - 1, -h, -1};
-    case 8:
-        return {h * (w - 1), -h, 1};
-    default:
-        return {0, 1, w};
-    }
 }
 
 } // namespace
@@ -88,10 +55,8 @@ void UnmapBytes::operator()(std::uint8_t* memory) const
     ::munmap(first, bytes + 2 * guard);
 }
 
-RgbaBytes allocateRgba(PixelSize size)
+PageBytes allocatePages(std::size_t bytes)
 {
-    const std::size_t bytes =
-        static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) * 4;
     const std::size_t mapped = bytes + 2 * guard;
     void* memory = ::mmap(nullptr, mapped, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (memory == MAP_FAILED) throw std::bad_alloc();
@@ -99,22 +64,7 @@ RgbaBytes allocateRgba(PixelSize size)
     auto* const first = static_cast<std::uint8_t*>(memory);
     ASAN_POISON_MEMORY_REGION(first, guard);
     ASAN_POISON_MEMORY_REGION(first + guard + bytes, guard);
-    return RgbaBytes(first + guard, UnmapBytes{bytes});
-}
-
-RgbaBytes turnedUpright(RgbaBytes rgba, PixelSize stored, Orientation orientation)
-{
-    if (orientation <= 1 || orientation > 8) return rgba;
-    const Turn turn = turnOf(stored, orientation);
-    RgbaBytes upright = allocateRgba(stored);
-    const std::uint8_t* from = rgba.get();
-    for (int y = 0; y < stored.height; ++y) {
-        std::ptrdiff_t at = turn.origin + y * turn.rowStep;
-        for (int x = 0; x < stored.width; ++x, from += 4, at += turn.columnStep) {
-            std::memcpy(upright.get() + at * 4, from, 4);
-        }
-    }
-    return upright;
+    return PageBytes(first + guard, UnmapBytes{bytes});
 }
 
 } // namespace lumora

@@ -3,9 +3,6 @@
 // Operations on pixels of 8-bit components, and the memory of bitmaps. Stateless; thread-safe.
 #pragma once
 
-#include "pixels/image.h"
-#include "resampler.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -26,10 +23,7 @@ struct UnmapBytes
 
 // Room for one picture, zeroed. Pages of their own, which go back to the system at once: bitmaps of ever
 // other sizes on the heap would leave gaps there that grow with the number of files. Throws std::bad_alloc.
-using RgbaBytes = std::unique_ptr<std::uint8_t[], UnmapBytes>;
-RgbaBytes allocateRgba(PixelSize size);
-
-// RGBA pixels of the stored size turned upright; as they are for an orientation that is none.
-RgbaBytes turnedUpright(RgbaBytes rgba, PixelSize stored, Orientation orientation);
+using PageBytes = std::unique_ptr<std::uint8_t[], UnmapBytes>;
+PageBytes allocatePages(std::size_t bytes);
 
 } // namespace lumora

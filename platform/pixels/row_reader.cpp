@@ -114,10 +114,7 @@ int RowReader::height() const
 
 Result<RowSpan> RowReader::rows(int first, int count)
 {
-    const VipsRect strip{0, first, width(), count};
-    if (vips_region_prepare(m_region.get(), &strip) != 0) return takeVipsError();
-    const std::ptrdiff_t stride = m_region->bpl;
-    return RowSpan{m_region->data + (first - m_region->valid.top) * stride, stride};
+    return rowsOf(m_region.get(), first, count);
 }
 
 Status RowReader::read(int first, int count, std::uint8_t* rows)
@@ -131,6 +128,14 @@ Status RowReader::read(int first, int count, std::uint8_t* rows)
             std::memcpy(rows, strip->first + y * strip->stride, rowBytes);
     }
     return Done{};
+}
+
+Result<RowSpan> rowsOf(VipsRegion* region, int first, int count)
+{
+    const VipsRect strip{0, first, region->im->Xsize, count};
+    if (vips_region_prepare(region, &strip) != 0) return takeVipsError();
+    const std::ptrdiff_t stride = region->bpl;
+    return RowSpan{region->data + (first - region->valid.top) * stride, stride};
 }
 
 } // namespace lumora

@@ -2,67 +2,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pixels/storable_image.h"
 
+#include "compact_rows.h"
 #include "pixels/color_conversion.h"
 #include "pixels/color_profile.h"
 #include "pixels/drawing.h"
-#include "pixels/row_reader.h"
+#include "pixels/row_stream.h"
 #include "pixels/stored_form.h"
-#include "rgba_pixels.h"
 
 #include <vips/vips.h>
 
-#include <algorithm>
-#include <cstdint>
-#include <vector>
+#include <memory>
+#include <string_view>
 
 namespace lumora {
 namespace {
 
 // 72 dots an inch, the customary word for "unknown".
 constexpr double dotsPerMillimetre = 72 / 25.4;
-
-struct Bitmap
-{
-    std::vector<std::uint8_t> rgba; // straight
-    std::size_t pixels;
-    bool isOpaque = true;
-    bool isGray = true;
-};
-
-void examine(Bitmap& bitmap)
-{
-    const std::uint8_t* p = bitmap.rgba.data();
-    for (std::size_t i = 0; i < bitmap.pixels && (bitmap.isOpaque || bitmap.isGray); ++i, p += 4) {
-        bitmap.isOpaque = bitmap.isOpaque && p[3] == 255;
-        bitmap.isGray = bitmap.isGray && p[0] == p[1] && p[1] == p[2];
-    }
-}
-
-void layOverWhite(Bitmap& bitmap)
-{
-    std::uint8_t* p = bitmap.rgba.data(); // premultiplied here
-    for (std::size_t i = 0; i < bitmap.pixels; ++i, p += 4) {
-        const int white = 255 - p[3];
-        for (int c = 0; c < 3; ++c)
-            p[c] = static_cast<std::uint8_t>(std::min(255, p[c] + white));
-        p[3] = 255;
-    }
-}
-
-std::vector<std::uint8_t> packed(const Bitmap& bitmap, int bands)
-{
-    const bool isGray = bands <= 2;
-    const bool hasAlpha = bands == 2 || bands == 4;
-    std::vector<std::uint8_t> bytes(bitmap.pixels * static_cast<std::size_t>(bands));
-    const std::uint8_t* from = bitmap.rgba.data();
-    std::uint8_t* to = bytes.data();
-    for (std::size_t i = 0; i < bitmap.pixels; ++i, from += 4) {
-        for (int c = 0; c < (isGray ? 1 : 3); ++c)
-            *to++ = from[c];
-        if (hasAlpha) *to++ = from[3];
-    }
-    return bytes;
-}
 
 // A colour profile of three components does not describe a single gray one.
 bool mayBeGray(VipsImage* image)
@@ -72,30 +28,18 @@ bool mayBeGray(VipsImage* image)
 
 Result<VipsImagePtr> compactBitmap(const Image& image, bool holdsAlpha)
 {
-    auto rows = RowReader::open(image);
+    const auto alpha = isNotedOpaque(image.pixels()) ? BitmapAlpha::opaque
+                       : holdsAlpha                  ? BitmapAlpha::kept
+                                                     : BitmapAlpha::overWhite;
+    auto compact = CompactRows::open(image.pixels(), alpha, mayBeGray(image.pixels()));
+    if (!compact) return compact.error();
+    const StreamForm form = (*compact)->form();
+    const auto outcome = image.outcome() ? image.outcome() : std::make_shared<ReadOutcome>();
+    auto rows = streamedPicture(image.pixels(), form, std::move(*compact), outcome);
     if (!rows) return rows.error();
-    Bitmap bitmap;
-    bitmap.pixels = static_cast<std::size_t>(rows->width()) * static_cast<std::size_t>(rows->height());
-    bitmap.rgba.resize(bitmap.pixels * 4);
-    if (auto status = rows->read(0, rows->height(), bitmap.rgba.data()); !status) return status.error();
-    if (holdsAlpha) {
-        unpremultiply(bitmap.rgba.data(), bitmap.pixels, 4);
-    } else {
-        layOverWhite(bitmap);
-    }
-    examine(bitmap);
-
-    const bool isGray = bitmap.isGray && mayBeGray(image.pixels());
-    const int bands = (isGray ? 1 : 3) + (bitmap.isOpaque ? 0 : 1);
-    const std::vector<std::uint8_t> bytes = packed(bitmap, bands);
-    const VipsImagePtr plain(vips_image_new_from_memory_copy(bytes.data(), bytes.size(), rows->width(),
-                                                             rows->height(), bands, VIPS_FORMAT_UCHAR));
     VipsImage* tagged = nullptr;
-    if (!plain || vips_copy(plain.get(), &tagged, "interpretation",
-                            isGray ? VIPS_INTERPRETATION_B_W : VIPS_INTERPRETATION_sRGB, "xres",
-                            dotsPerMillimetre, "yres", dotsPerMillimetre, nullptr) != 0) {
+    if (vips_copy(rows->get(), &tagged, "xres", dotsPerMillimetre, "yres", dotsPerMillimetre, nullptr) != 0)
         return takeVipsError();
-    }
     if (const auto profile = attachedProfile(image.pixels()); !profile.empty())
         vips_image_set_blob_copy(tagged, VIPS_META_ICC_NAME, profile.data(), profile.size());
     return VipsImagePtr(tagged);

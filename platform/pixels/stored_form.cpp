@@ -9,6 +9,7 @@ namespace {
 
 constexpr const char* paletteField = "palette-bit-depth"; // the image library's own
 constexpr const char* grayField = "lumora-gray-bits";
+constexpr const char* opaqueField = "lumora-opaque";
 
 int numberIn(VipsImage* image, const char* field)
 {
@@ -28,12 +29,22 @@ StoredForm storedForm(VipsImage* image)
 
 bool isStoredFormField(std::string_view field)
 {
-    return field == paletteField || field == grayField;
+    return field == paletteField || field == grayField || field == opaqueField;
 }
 
 void noteGrayBits(VipsImage* image, int bits)
 {
     vips_image_set_int(image, grayField, bits);
+}
+
+void noteOpaque(VipsImage* image)
+{
+    vips_image_set_int(image, opaqueField, 1);
+}
+
+bool isNotedOpaque(VipsImage* image)
+{
+    return numberIn(image, opaqueField) > 0;
 }
 
 } // namespace lumora

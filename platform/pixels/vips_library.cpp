@@ -7,6 +7,8 @@
 #include <gmodule.h>
 #include <vips/vips.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
@@ -72,6 +74,15 @@ bool startHeif()
     return true;
 }
 
+// The words of the image library, of the JPEG library and of our own. Those of another thread's file are no
+// worse a hint: memory is short for all.
+bool speaksOfMemory(std::string_view text)
+{
+    return std::ranges::any_of(
+        std::array<std::string_view, 3>{"out of memory", "Insufficient memory", "not enough memory"},
+        [text](std::string_view words) { return text.find(words) != std::string_view::npos; });
+}
+
 } // namespace
 
 void ensureVipsReady()
@@ -103,6 +114,7 @@ Error takeVipsError()
     vips_error_clear();
     while (!error.description.empty() && error.description.back() == '\n')
         error.description.pop_back();
+    if (speaksOfMemory(error.description)) error.cause = Error::Cause::memory;
     return error;
 }
 

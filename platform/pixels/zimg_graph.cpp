@@ -12,9 +12,9 @@ namespace {
 Error takeZimgError()
 {
     std::array<char, 256> text{};
-    zimg_get_last_error(text.data(), text.size());
+    const zimg_error_code_e code = zimg_get_last_error(text.data(), text.size());
     zimg_clear_last_error();
-    return Error{text.data()};
+    return code == ZIMG_ERROR_OUT_OF_MEMORY ? outOfMemory() : Error{text.data()};
 }
 
 zimg_image_format formatOf(const StripShape& shape, int bands)

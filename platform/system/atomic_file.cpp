@@ -36,7 +36,7 @@ std::filesystem::path hiddenNameBeside(const std::filesystem::path& target)
 FileDescriptor openUnnamed(const std::filesystem::path& target)
 {
     const std::filesystem::path folder = target.has_parent_path() ? target.parent_path() : ".";
-    FileDescriptor file(::open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, ownerOnly));
+    FileDescriptor file(::open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, ownerOnly));
     // Without it the file would never get a name.
     if (file.isOpen() && ::access(pathOf(file).c_str(), F_OK) != 0) return FileDescriptor();
     return file;
@@ -92,7 +92,7 @@ Result<AtomicFile> AtomicFile::create(const std::filesystem::path& target, Draft
             return AtomicFile(target, {}, std::move(unnamed));
     }
     std::filesystem::path name = hiddenNameBeside(target);
-    FileDescriptor file(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, ownerOnly));
+    FileDescriptor file(::open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ownerOnly));
     if (!file.isOpen()) return fileError(target, "written", errno);
     return AtomicFile(target, std::move(name), std::move(file));
 }
@@ -138,6 +138,16 @@ Status AtomicFile::appendFile(int descriptor)
 std::filesystem::path AtomicFile::draft() const
 {
     return m_draft.empty() ? pathOf(m_descriptor) : m_draft;
+}
+
+// Shortened last: the bytes may lie in a mapping of this very file.
+Status AtomicFile::rewrite(std::span<const std::byte> bytes)
+{
+    if (::lseek(m_descriptor.get(), 0, SEEK_SET) != 0) return fileError(m_target, "written", errno);
+    if (auto status = append(bytes); !status) return status;
+    if (::ftruncate(m_descriptor.get(), static_cast<off_t>(bytes.size())) != 0)
+        return fileError(m_target, "written", errno);
+    return Done{};
 }
 
 Status AtomicFile::commit(ExistingFile existing)

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Files of every readable format, cut off or with single bits turned: each is unreadable or gives a whole
 // picture, nothing between.
-#include "bmp/bmp_codec.h"
+#include "tests/support/encoded_bmp.h"
 #include "engine/image_optimizer.h"
 #include "records/errors.h"
 #include "tests/support/fake_encoder.h"
@@ -32,7 +32,7 @@ void PrintTo(const Sample& sample, std::ostream* out)
 void saveBmp(const std::filesystem::path& file, const test::Pixels& pixels)
 {
     const auto bmp =
-        encodeBmp(pixels.width, pixels.height, pixels.bands, std::as_bytes(std::span(pixels.bytes)));
+        test::encodedBmp(pixels.width, pixels.height, pixels.bands, std::as_bytes(std::span(pixels.bytes)));
     std::string bytes(bmp.size(), '\0');
     std::ranges::transform(bmp, bytes.begin(), [](std::byte b) { return std::to_integer<char>(b); });
     test::writeText(file, bytes);

@@ -28,7 +28,7 @@ Result<VipsImagePtr> inStorableBands(VipsImage* image)
     return VipsImagePtr(wide);
 }
 
-Result<Bytes> encode(const EncodeRequest& request)
+Status encode(const EncodeRequest& request, AtomicFile& file)
 {
     const auto image = inStorableBands(request.image);
     if (!image) return image.error();
@@ -36,7 +36,8 @@ Result<Bytes> encode(const EncodeRequest& request)
     if (!rows) return rows.error();
     return encodeBmp(vips_image_get_width(image->get()), vips_image_get_height(image->get()),
                      vips_image_get_bands(image->get()), std::as_bytes(rows->bytes()),
-                     std::as_bytes(attachedProfile(request.image)));
+                     std::as_bytes(attachedProfile(request.image)),
+                     [&file](std::span<const std::byte> piece) { return file.append(piece); });
 }
 
 void describe(int, VipsImage* image, Metadata& metadata)

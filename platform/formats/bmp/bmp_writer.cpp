@@ -94,21 +94,24 @@ void appendRow(Bytes& file, std::span<const std::byte> row, const Plan& plan)
 
 } // namespace
 
-std::vector<std::byte> encodeBmp(int width, int height, int channels, std::span<const std::byte> rows,
-                                 std::span<const std::byte> profile)
+Status encodeBmp(int width, int height, int channels, std::span<const std::byte> rows,
+                 std::span<const std::byte> profile, const BmpTaker& take)
 {
+    constexpr std::size_t pieceSize = std::size_t{1} << 18U;
     const Plan plan{static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height),
                     static_cast<std::uint32_t>(channels), static_cast<std::uint32_t>(profile.size())};
-    Bytes file;
-    file.reserve(std::size_t{plan.profilePosition()} + profile.size());
-    appendHeaders(file, plan);
-    if (plan.infoSize() >= version4Size) appendColors(file, plan);
-    if (channels == 1) appendGreyPalette(file);
+    Bytes piece;
+    appendHeaders(piece, plan);
+    if (plan.infoSize() >= version4Size) appendColors(piece, plan);
+    if (channels == 1) appendGreyPalette(piece);
     for (std::size_t y = plan.height; y-- > 0;) {
-        appendRow(file, rows.subspan(y * plan.rowSize(), plan.rowSize()), plan);
+        appendRow(piece, rows.subspan(y * plan.rowSize(), plan.rowSize()), plan);
+        if (piece.size() < pieceSize) continue;
+        if (auto status = take(piece); !status) return status;
+        piece.clear();
     }
-    file.insert(file.end(), profile.begin(), profile.end());
-    return file;
+    piece.insert(piece.end(), profile.begin(), profile.end());
+    return take(piece);
 }
 
 } // namespace lumora

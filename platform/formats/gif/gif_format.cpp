@@ -85,10 +85,10 @@ Result<Bytes> encodeIndexed(VipsImage* image, IndexedPixels& colors)
     frame.pImageData = colors.indices.data();
 
     CGIF* const gif = cgif_newgif(&config);
-    if (!gif) return Error{"not enough memory"};
+    if (!gif) return outOfMemory();
     const bool isAdded = cgif_addframe(gif, &frame) == CGIF_OK;
     const bool isClosed = cgif_close(gif) == CGIF_OK;
-    if (sink.isOutOfMemory) return Error{"not enough memory"};
+    if (sink.isOutOfMemory) return outOfMemory();
     if (!isAdded || !isClosed) return Error{"the picture cannot be stored as GIF"};
     return std::move(sink.bytes);
 }
@@ -108,12 +108,15 @@ Result<Bytes> encodeDithered(VipsImage* image)
     return takeBytes(buffer, size);
 }
 
-Result<Bytes> encode(const EncodeRequest& request)
+// Its rows are looked at more than once.
+Status encode(const EncodeRequest& request, AtomicFile& file)
 {
-    auto colors = exactColors(request.image);
-    auto bytes = colors ? encodeIndexed(request.image, *colors) : encodeDithered(request.image);
+    const VipsImagePtr image(vips_image_copy_memory(request.image));
+    if (!image) return takeVipsError();
+    auto colors = exactColors(image.get());
+    auto bytes = colors ? encodeIndexed(image.get(), *colors) : encodeDithered(image.get());
     if (!bytes) return bytes.error();
-    return withGifComments(std::move(*bytes), remarksOf(request.metadata));
+    return file.append(withGifComments(std::move(*bytes), remarksOf(request.metadata)));
 }
 
 Result<VipsImagePtr> load(int descriptor)

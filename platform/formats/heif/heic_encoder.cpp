@@ -2,11 +2,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "heif/heic_encoder.h"
 
-#include "encoded_bytes.h"
 #include "heif/heif_handles.h"
+#include "pixels/row_stream.h"
 
-#include <cstring>
+#include <libheif/heif.h>
+#include <vips/vips.h>
+
 #include <memory>
+#include <optional>
+#include <string>
 #include <utility>
 
 namespace lumora {
@@ -16,14 +20,10 @@ using Encoder = std::unique_ptr<heif_encoder, HeifReleaser<heif_encoder_release>
 using Picture = std::unique_ptr<heif_image, HeifReleaser<heif_image_release>>;
 using Options = std::unique_ptr<heif_encoding_options, HeifReleaser<heif_encoding_options_free>>;
 
-struct Failed
-{
-    std::string description;
-};
-
 void check(const heif_error& error)
 {
-    if (error.code != heif_error_Ok) throw Failed{error.message ? error.message : ""};
+    if (error.code == heif_error_Memory_allocation_error) throw outOfMemory();
+    if (error.code != heif_error_Ok) throw Error{error.message ? error.message : ""};
 }
 
 // The encoder takes interleaved RGB or RGBA; a gray picture is widened.
@@ -42,17 +42,19 @@ Picture pictureOf(VipsImage* image)
     int stride = 0;
     std::uint8_t* rows = heif_image_get_plane(made, heif_channel_interleaved, &stride);
 
-    const auto components = componentsOf(image);
-    if (!components) throw Failed{components.error().description};
-    const std::uint8_t* from = components->bytes().data();
-    for (int y = 0; y < height; ++y) {
-        std::uint8_t* to = rows + static_cast<std::ptrdiff_t>(y) * stride;
-        for (int x = 0; x < width; ++x, from += bands, to += channels) {
-            for (int c = 0; c < 3; ++c)
-                to[c] = from[bands <= 2 ? 0 : c];
-            if (hasAlpha) to[3] = from[bands - 1];
+    const auto status = readRows(image, [&](int first, int count, const RowSpan& strip) -> Status {
+        for (int y = 0; y < count; ++y) {
+            const std::uint8_t* from = strip.first + y * strip.stride;
+            std::uint8_t* to = rows + static_cast<std::ptrdiff_t>(first + y) * stride;
+            for (int x = 0; x < width; ++x, from += bands, to += channels) {
+                for (int c = 0; c < 3; ++c)
+                    to[c] = from[bands <= 2 ? 0 : c];
+                if (hasAlpha) to[3] = from[bands - 1];
+            }
         }
-    }
+        return Done{};
+    });
+    if (!status) throw status.error();
     return picture;
 }
 
@@ -95,16 +97,25 @@ void addMetadata(heif_context* context, heif_image_handle* handle, const EncodeR
         check(heif_context_add_XMP_metadata(context, handle, xmp.data(), static_cast<int>(xmp.size())));
 }
 
-heif_error appendToBytes(heif_context*, const void* data, size_t size, void* bytes)
+struct Output
 {
-    append(*static_cast<Bytes*>(bytes), {static_cast<const char*>(data), size});
-    return {heif_error_Ok, heif_suberror_Unspecified, ""};
+    AtomicFile& file;
+    std::optional<Error> error;
+};
+
+heif_error appendToFile(heif_context*, const void* data, size_t size, void* output)
+{
+    auto& [file, error] = *static_cast<Output*>(output);
+    const auto status = file.append({static_cast<const std::byte*>(data), size});
+    if (status) return {heif_error_Ok, heif_suberror_Unspecified, ""};
+    error = status.error();
+    return {heif_error_Encoding_error, heif_suberror_Cannot_write_output_data, ""};
 }
 
-Bytes encodedBy(const EncodeRequest& request)
+void encodeTo(const EncodeRequest& request, AtomicFile& file)
 {
     const HeifContext context(heif_context_alloc());
-    const Picture picture = pictureOf(request.image);
+    Picture picture = pictureOf(request.image);
     attachProfile(picture.get(), blobOf(request.image, VIPS_META_ICC_NAME));
     const Encoder encoder = encoderFor(context.get(), request.quality);
     const Options options(heif_encoding_options_alloc());
@@ -112,12 +123,14 @@ Bytes encodedBy(const EncodeRequest& request)
     heif_image_handle* made = nullptr;
     check(heif_context_encode_image(context.get(), picture.get(), encoder.get(), options.get(), &made));
     const HeifHandle handle(made);
+    picture.reset();
     addMetadata(context.get(), made, request);
 
-    Bytes bytes;
-    heif_writer writer{1, appendToBytes};
-    check(heif_context_write(context.get(), &writer, &bytes));
-    return bytes;
+    Output output{file, std::nullopt};
+    heif_writer writer{1, appendToFile};
+    const heif_error written = heif_context_write(context.get(), &writer, &output);
+    if (output.error) throw *output.error;
+    check(written);
 }
 
 } // namespace
@@ -127,11 +140,12 @@ bool hasHevcEncoder()
     return heif_have_encoder_for_format(heif_compression_HEVC) != 0;
 }
 
-Result<Bytes> encodeHeic(const EncodeRequest& request)
+Status encodeHeic(const EncodeRequest& request, AtomicFile& file)
 try {
-    return encodedBy(request);
-} catch (const Failed& failure) {
-    return Error{failure.description};
+    encodeTo(request, file);
+    return Done{};
+} catch (const Error& error) {
+    return error;
 }
 
 } // namespace lumora

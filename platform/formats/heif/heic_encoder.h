@@ -9,6 +9,6 @@ namespace lumora {
 bool hasHevcEncoder();
 
 // FormatWriter::encode of HEIC.
-Result<Bytes> encodeHeic(const EncodeRequest& request);
+Status encodeHeic(const EncodeRequest& request, AtomicFile& file);
 
 } // namespace lumora

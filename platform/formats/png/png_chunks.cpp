@@ -22,16 +22,30 @@ struct CompressorDelete
     void operator()(libdeflate_compressor* compressor) const { libdeflate_free_compressor(compressor); }
 };
 
+std::uint32_t checksum(std::string_view type, std::string_view data)
+{
+    const std::uint32_t ofType = libdeflate_crc32(0, type.data(), type.size());
+    // The library begins anew at a null pointer.
+    return data.empty() ? ofType : libdeflate_crc32(ofType, data.data(), data.size());
+}
+
 } // namespace
 
-std::string deflated(std::string_view data)
+DeflatedData deflate(std::string_view data)
 {
     const std::unique_ptr<libdeflate_compressor, CompressorDelete> compressor(
         libdeflate_alloc_compressor(data.size() <= smallData ? optimalLevel : thoroughLevel));
     if (!compressor) throw std::bad_alloc();
-    std::string out(libdeflate_zlib_compress_bound(compressor.get(), data.size()), '\0');
-    out.resize(libdeflate_zlib_compress(compressor.get(), data.data(), data.size(), out.data(), out.size()));
-    return out;
+    const std::size_t most = libdeflate_zlib_compress_bound(compressor.get(), data.size());
+    DeflatedData result{std::make_unique_for_overwrite<char[]>(most), 0};
+    result.size =
+        libdeflate_zlib_compress(compressor.get(), data.data(), data.size(), result.memory.get(), most);
+    return result;
+}
+
+std::string deflated(std::string_view data)
+{
+    return std::string(deflate(data).bytes());
 }
 
 std::string bigEndian(std::size_t value)
@@ -44,10 +58,22 @@ std::string bigEndian(std::size_t value)
 
 void appendChunk(Bytes& png, std::string_view type, std::string_view data)
 {
-    const std::string body = std::string(type) + std::string(data);
     append(png, bigEndian(data.size()));
-    append(png, body);
-    append(png, bigEndian(libdeflate_crc32(0, body.data(), body.size())));
+    append(png, type);
+    append(png, data);
+    append(png, bigEndian(checksum(type, data)));
+}
+
+Status appendChunk(AtomicFile& png, std::string_view type, std::string_view data)
+{
+    constexpr std::size_t longest = (std::size_t{1} << 31U) - 1;
+    if (data.size() > longest) return Error{"more data than a chunk can hold"};
+    const std::string head = bigEndian(data.size()).append(type);
+    const std::string tail = bigEndian(checksum(type, data));
+    for (const std::string_view part : {std::string_view(head), data, std::string_view(tail)}) {
+        if (auto status = png.append(std::as_bytes(std::span(part))); !status) return status;
+    }
+    return Done{};
 }
 
 } // namespace lumora

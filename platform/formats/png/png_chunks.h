@@ -6,16 +6,29 @@
 #include "format_io.h"
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 
 namespace lumora {
 
-// A zlib stream. Throws std::bad_alloc.
+// A zlib stream, in memory that was never touched but for its bytes.
+struct DeflatedData
+{
+    std::unique_ptr<char[]> memory;
+    std::size_t size = 0;
+
+    std::string_view bytes() const { return {memory.get(), size}; }
+};
+
+// Throws std::bad_alloc.
+DeflatedData deflate(std::string_view data);
 std::string deflated(std::string_view data);
 // Four bytes, the most significant first.
 std::string bigEndian(std::size_t value);
 // `type` is the four letters of the chunk.
 void appendChunk(Bytes& png, std::string_view type, std::string_view data);
+// The same into the file. Fails for more data than a chunk can hold, too.
+Status appendChunk(AtomicFile& png, std::string_view type, std::string_view data);
 
 } // namespace lumora

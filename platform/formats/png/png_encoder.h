@@ -7,6 +7,6 @@
 namespace lumora {
 
 // FormatWriter::encode of PNG.
-Result<Bytes> encodePng(const EncodeRequest& request);
+Status encodePng(const EncodeRequest& request, AtomicFile& file);
 
 } // namespace lumora

@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "png/png_filter.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <vector>
 
 namespace lumora {
 namespace {
@@ -52,31 +54,31 @@ constexpr std::array<FilterRow, filterCount> filters{filterRow<0>, filterRow<1>,
 
 } // namespace
 
-std::vector<std::uint8_t> filtered(std::span<const std::uint8_t> rows, std::size_t rowBytes, std::size_t step,
-                                   RowFilters choice)
+void filterRows(std::span<const std::uint8_t> rows, std::size_t rowBytes, std::size_t step, RowFilters choice,
+                std::span<std::uint8_t> out)
 {
     const std::size_t height = rows.size() / rowBytes;
-    std::vector<std::uint8_t> result;
-    result.reserve(height * (rowBytes + 1));
-    const std::vector<std::uint8_t> zeros(rowBytes);
+    std::vector<std::uint8_t> above(rowBytes);
+    std::vector<std::uint8_t> row(rowBytes);
     std::vector<std::uint8_t> candidate(rowBytes);
     std::vector<std::uint8_t> best(rowBytes);
     for (std::size_t y = 0; y < height; ++y) {
-        const std::uint8_t* row = rows.data() + y * rowBytes;
-        const std::uint8_t* above = y > 0 ? row - rowBytes : zeros.data();
+        std::ranges::copy(rows.subspan(y * rowBytes, rowBytes), row.begin());
         std::uint8_t bestFilter = choice == RowFilters::paeth ? paethFilter : 0;
-        unsigned bestSum = filters.at(bestFilter)(row, above, rowBytes, step, best.data());
+        unsigned bestSum = filters.at(bestFilter)(row.data(), above.data(), rowBytes, step, best.data());
         for (std::uint8_t filter = 1; choice == RowFilters::adaptive && filter < filterCount; ++filter) {
-            const unsigned sum = filters.at(filter)(row, above, rowBytes, step, candidate.data());
+            const unsigned sum =
+                filters.at(filter)(row.data(), above.data(), rowBytes, step, candidate.data());
             if (sum >= bestSum) continue;
             bestSum = sum;
             bestFilter = filter;
             best.swap(candidate);
         }
-        result.push_back(bestFilter);
-        result.insert(result.end(), best.begin(), best.end());
+        const auto place = out.subspan(y * (rowBytes + 1), rowBytes + 1);
+        place.front() = bestFilter;
+        std::ranges::copy(best, place.begin() + 1);
+        above.swap(row);
     }
-    return result;
 }
 
 } // namespace lumora

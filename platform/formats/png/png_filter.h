@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <vector>
 
 namespace lumora {
 
@@ -14,8 +13,9 @@ namespace lumora {
 // smallest sum of absolute differences (the heuristic of the PNG specification, 12.8).
 enum class RowFilters { none, paeth, adaptive };
 
-// Every row behind its filter byte. `step` is the bytes of one whole pixel.
-std::vector<std::uint8_t> filtered(std::span<const std::uint8_t> rows, std::size_t rowBytes, std::size_t step,
-                                   RowFilters choice);
+// Every row behind its filter byte, which makes `out` a byte a row longer than `rows`. `step` is the bytes of
+// one whole pixel. The rows may be the last bytes of `out`: each is read before anything lies in its place.
+void filterRows(std::span<const std::uint8_t> rows, std::size_t rowBytes, std::size_t step, RowFilters choice,
+                std::span<std::uint8_t> out);
 
 } // namespace lumora

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "encoding.h"
 
+#include "system/regular_file.h"
+
 #include "tests/platform/formats/written_pictures.h"
 
 #include <gmock/gmock.h>
@@ -14,7 +16,12 @@ class Encoding : public test::WrittenPictures
 protected:
     static Result<Bytes> encoded(std::string_view type, const Image& image, const Metadata& metadata = {})
     {
-        return encodeImage(*formatWithIdentifier(type), image, 82, metadata);
+        const test::TemporaryDirectory folder;
+        auto file = AtomicFile::create(folder / "encoded");
+        EXPECT_TRUE(file);
+        if (const auto status = encodeImage(*formatWithIdentifier(type), image, 82, metadata, *file); !status)
+            return status.error();
+        return *readAll(file->descriptor(), 1U << 24U);
     }
     std::filesystem::path saved(const Result<Bytes>& bytes)
     {

@@ -19,8 +19,9 @@ protected:
     {
         const auto source = ImageSource::open(m_folder / name);
         if (!source) return source.error();
-        return draw(source->image().withPendingOrientation(orientation),
-                    {width, height, ColorSpace::deviceRGB});
+        const auto drawing = draw(source->image().withPendingOrientation(orientation),
+                                  {width, height, ColorSpace::deviceRGB});
+        return drawing ? decode(*drawing) : drawing;
     }
 
     test::TemporaryDirectory m_folder;

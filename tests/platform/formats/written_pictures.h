@@ -24,7 +24,7 @@ protected:
         save(m_folder / "source.png", pixels);
         const auto source = ImageSource::open(m_folder / "source.png");
         EXPECT_TRUE(source);
-        auto image = draw(source->image(), {pixels.width, pixels.height, ColorSpace::deviceRGB});
+        auto image = decode(*draw(source->image(), {pixels.width, pixels.height, ColorSpace::deviceRGB}));
         EXPECT_TRUE(image);
         return *image;
     }

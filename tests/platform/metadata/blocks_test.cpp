@@ -170,9 +170,20 @@ protected:
                                      "dc:source='words'/></rdf:RDF></x:xmpmeta>"};
 };
 
+std::vector<std::byte> withMetadata(std::vector<std::byte> tiff, const Metadata& metadata)
+{
+    std::vector<std::byte> file = tiff;
+    EXPECT_TRUE(
+        withTiffMetadata(tiff, metadata, smallPicture, [&](std::span<const std::byte> whole) -> Status {
+            file.assign(whole.begin(), whole.end());
+            return Done{};
+        }));
+    return file;
+}
+
 TEST_F(TiffMetadata, IsAddedAndThePictureStays)
 {
-    write(withTiffMetadata(m_tiff, m_metadata, smallPicture));
+    write(withMetadata(m_tiff, m_metadata));
     const auto image = Exiv2::ImageFactory::open(m_file.string());
     image->readMetadata();
     EXPECT_EQ(image->exifData()["Exif.Image.Make"].toString(), "Maker");
@@ -185,10 +196,10 @@ TEST_F(TiffMetadata, IsAddedAndThePictureStays)
 
 TEST_F(TiffMetadata, ReplacesWhatTheFileSaysOfItself)
 {
-    write(withTiffMetadata(m_tiff, {.tiff = {text("Exif.Image.Software", "First")}}, smallPicture));
+    write(withMetadata(m_tiff, {.tiff = {text("Exif.Image.Software", "First")}}));
     const std::string once = test::readFile(m_file);
     const auto bytes = std::as_bytes(std::span(once));
-    write(withTiffMetadata({bytes.begin(), bytes.end()}, m_metadata, smallPicture));
+    write(withMetadata({bytes.begin(), bytes.end()}, m_metadata));
     const auto image = Exiv2::ImageFactory::open(m_file.string());
     image->readMetadata();
     const auto isSoftware = [](const Exiv2::Exifdatum& datum) {
@@ -200,10 +211,18 @@ TEST_F(TiffMetadata, ReplacesWhatTheFileSaysOfItself)
 
 TEST_F(TiffMetadata, LeavesTheFileAsItIsWhenThereIsNoneOrItCannotBeAdded)
 {
-    EXPECT_EQ(withTiffMetadata(m_tiff, {}, smallPicture), m_tiff);
+    EXPECT_EQ(withMetadata(m_tiff, {}), m_tiff);
     const std::vector<std::byte> damaged(m_tiff.begin(), m_tiff.begin() + 6);
-    EXPECT_EQ(withTiffMetadata(damaged, m_metadata, smallPicture), damaged);
-    EXPECT_EQ(withTiffMetadata({}, m_metadata, smallPicture), std::vector<std::byte>{});
+    EXPECT_EQ(withMetadata(damaged, m_metadata), damaged);
+    EXPECT_EQ(withMetadata({}, m_metadata), std::vector<std::byte>{});
+}
+
+TEST_F(TiffMetadata, FailsWithWhoeverTakesTheFile)
+{
+    const auto status = withTiffMetadata(m_tiff, m_metadata, smallPicture,
+                                         [](std::span<const std::byte>) -> Status { return Error{"full"}; });
+    ASSERT_FALSE(status);
+    EXPECT_EQ(status.error().description, "full");
 }
 
 } // namespace

@@ -95,7 +95,8 @@ TEST(Draw, AttachesTheProfileOfItsColours)
 
 TEST(Draw, GivesADrawnPictureAgainAsItIs)
 {
-    const auto first = draw(imageOf(uniformPicture(8, 8, {200, 100, 50, 128})), {4, 4, ColorSpace::sRGB});
+    const auto first =
+        decode(*draw(imageOf(uniformPicture(8, 8, {200, 100, 50, 128})), {4, 4, ColorSpace::sRGB}));
     ASSERT_TRUE(first);
     const auto again = draw(*first, {4, 4, ColorSpace::sRGB});
     ASSERT_TRUE(again);
@@ -109,8 +110,17 @@ TEST(Draw, GivesADrawnPictureAgainAsItIs)
 TEST(Draw, FailsForDamagedRows)
 {
     const Image damaged(test::damagedPicture(64, 64).release(), 1, ImageState::pending);
-    EXPECT_FALSE(draw(damaged, {64, 64, ColorSpace::sRGB}));
-    EXPECT_FALSE(draw(damaged, {16, 16, ColorSpace::sRGB}));
+    for (const std::int64_t width : {64, 16}) {
+        for (const Orientation orientation : {1, 2, 6}) {
+            const auto drawing =
+                draw(damaged.withPendingOrientation(orientation), {width, width, ColorSpace::sRGB});
+            ASSERT_TRUE(drawing);
+            EXPECT_FALSE(drawing->outcome()->error());
+            EXPECT_FALSE(readThrough(*drawing));
+            ASSERT_TRUE(drawing->outcome()->error());
+            EXPECT_EQ(drawing->outcome()->error()->cause, Error::Cause::unspecified);
+        }
+    }
 }
 
 class ReducedDraw : public testing::Test

@@ -54,49 +54,12 @@ TEST(Premultiplied, NeverOverflowsWhenUndone)
     EXPECT_EQ(pixel[0], 255);
 }
 
-TEST(RgbaBytes, AreZeroToTheLast)
+TEST(PageBytes, AreZeroToTheLast)
 {
-    const RgbaBytes bytes = allocateRgba({37, 11});
+    const PageBytes bytes = allocatePages(37 * 11 * 4);
     EXPECT_TRUE(std::all_of(bytes.get(), bytes.get() + 37 * 11 * 4, [](std::uint8_t b) { return b == 0; }));
     bytes[37 * 11 * 4 - 1] = 1;
 }
-
-struct Turned
-{
-    Orientation orientation;
-    std::string_view letters; // row by row; 3 wide up to orientation 4, else 2
-};
-
-void PrintTo(const Turned& turned, std::ostream* out)
-{
-    *out << turned.orientation;
-}
-
-class TurnedUpright : public testing::TestWithParam<Turned>
-{
-};
-
-TEST_P(TurnedUpright, IsThatOfTheExifNumber)
-{
-    constexpr std::string_view stored = "abcdef"; // two rows of three
-    RgbaBytes rgba = allocateRgba({3, 2});
-    for (std::size_t i = 0; i < stored.size(); ++i)
-        for (std::size_t c = 0; c < 4; ++c)
-            rgba[i * 4 + c] = static_cast<std::uint8_t>(stored[i] + static_cast<char>(c));
-    const RgbaBytes upright = turnedUpright(std::move(rgba), {3, 2}, GetParam().orientation);
-    std::string letters;
-    for (std::size_t i = 0; i < stored.size(); ++i) {
-        letters += static_cast<char>(upright[i * 4]);
-        EXPECT_EQ(upright[i * 4 + 3], upright[i * 4] + 3);
-    }
-    EXPECT_EQ(letters, GetParam().letters);
-}
-
-INSTANTIATE_TEST_SUITE_P(Orientations, TurnedUpright,
-                         testing::Values(Turned{0, "abcdef"}, Turned{1, "abcdef"}, Turned{2, "cbafed"},
-                                         Turned{3, "fedcba"}, Turned{4, "defabc"}, Turned{5, "adbecf"},
-                                         Turned{6, "daebfc"}, Turned{7, "fcebda"}, Turned{8, "cfbead"},
-                                         Turned{9, "abcdef"}));
 
 } // namespace
 } // namespace lumora

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// An image file being written. Encodes to memory and writes once, so that a failure leaves no partial file of
-// its own. Use from one thread.
+// An image file being written, under a hidden name until it is whole. Use from one thread.
 #pragma once
 
 #include "metadata/metadata.h"
@@ -42,7 +41,7 @@ public:
     ImageDestination& operator=(ImageDestination&&) noexcept;
     ~ImageDestination();
 
-    // The one picture of the file, decoded (Image::isInMemory).
+    // The one upright picture of the file, whose rows are taken by finalize().
     void addImage(const Image& image, const DestinationProperties& properties);
 
     // Encodes and writes the file, whole, which still has to be given its name. The last call.

@@ -12,6 +12,7 @@
 #include "system/regular_file.h"
 #include "system/result.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -34,12 +35,14 @@ public:
     Orientation orientation() const { return m_orientation; }
     const Metadata& metadata() const { return m_metadata; }
     const SourceFacts& facts() const { return m_facts; }
+    // About how many bytes decoding takes besides a few rows.
+    std::int64_t heldBytes() const { return m_heldBytes; }
     // The file as it was when it was opened.
     const std::optional<FileStamp>& stamp() const { return m_stamp; }
 
 private:
     ImageSource(std::string typeIdentifier, Image image, Orientation orientation, Metadata metadata,
-                SourceFacts facts, std::optional<FileStamp> stamp);
+                SourceFacts facts, std::optional<FileStamp> stamp, std::int64_t heldBytes);
 
     std::optional<std::string> m_typeIdentifier;
     Image m_image;
@@ -47,6 +50,7 @@ private:
     Metadata m_metadata;
     SourceFacts m_facts;
     std::optional<FileStamp> m_stamp;
+    std::int64_t m_heldBytes;
 };
 
 } // namespace lumora

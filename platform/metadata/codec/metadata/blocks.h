@@ -10,11 +10,13 @@
 #include "metadata/metadata.h"
 #include "metadata/picture_facts.h"
 #include "metadata/split_xmp.h"
+#include "system/result.h"
 
 #include <cstddef>
+#include <functional>
 #include <limits>
+#include <span>
 #include <string>
-#include <vector>
 
 namespace lumora {
 
@@ -29,8 +31,11 @@ std::string xmpPacket(const Metadata& metadata, const PictureFacts& facts);
 // The same in two parts where it is longer than `longest` bytes.
 SplitXmp splitXmpPacket(const Metadata& metadata, const PictureFacts& facts, std::size_t longest);
 
-// The TIFF file with all three inside; the file as it is when that fails.
-std::vector<std::byte> withTiffMetadata(std::vector<std::byte> tiff, const Metadata& metadata,
-                                        const PictureFacts& facts);
+// Hands over the TIFF file with all three inside, once, and gives back what the taker says of it. Nothing is
+// handed over where there is nothing to add or adding it fails: the file stays good as it is. The bytes given
+// may change.
+using FileTaker = std::function<Status(std::span<const std::byte> file)>;
+Status withTiffMetadata(std::span<std::byte> tiff, const Metadata& metadata, const PictureFacts& facts,
+                        const FileTaker& take);
 
 } // namespace lumora

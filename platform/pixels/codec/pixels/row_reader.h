@@ -59,6 +59,9 @@ public:
     // The same, copied into `rows`, tightly packed.
     Status read(int first, int count, std::uint8_t* rows);
 
+    // The picture that the rows are of, in the format that they have.
+    _VipsImage* picture() const { return m_image.get(); }
+
 private:
     RowReader(VipsImagePtr image, RowFormat format, bool keepsProfileSpace);
 
@@ -67,5 +70,8 @@ private:
     RowFormat m_format;
     bool m_keepsProfileSpace;
 };
+
+// `count` whole rows of the region's picture; as RowReader::rows.
+Result<RowSpan> rowsOf(_VipsRegion* region, int first, int count);
 
 } // namespace lumora

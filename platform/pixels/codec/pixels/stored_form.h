@@ -24,4 +24,8 @@ bool isStoredFormField(std::string_view field);
 // word.
 void noteGrayBits(_VipsImage* image, int bits);
 
+// Notes that every pixel is opaque although there is a component for alpha.
+void noteOpaque(_VipsImage* image);
+bool isNotedOpaque(_VipsImage* image);
+
 } // namespace lumora

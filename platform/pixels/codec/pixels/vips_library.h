@@ -28,7 +28,7 @@ void allowOperation(const char* name);
 void ensureHeifReady();
 
 // The library's error text, cleared by the call. The buffer is shared by all threads: decide what failed by
-// the step that failed, and use this text at most as a detail.
+// the step that failed, and use this text at most as a detail. A text about memory makes memory the cause.
 Error takeVipsError();
 
 struct VipsUnref

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Turning a picture into pixels in memory: as it is, or redrawn into a new 8-bit RGBA bitmap with
+// Turning a picture into upright rows or pixels in memory: as it is, or redrawn as 8-bit RGBA with
 // premultiplied alpha. Thread-safe for different pictures.
 #pragma once
 
@@ -24,15 +24,23 @@ struct DrawRequest
     ColorSpace colorSpace;
 };
 
-// Draws the whole picture, upright, into a bitmap of the requested size: Lanczos-3 reduction in the picture's
-// own encoding of its components, then the colour conversion at the small size; deep colours under a profile
-// and Lab are converted first, before their components are cut to 8 bits. The result has four bands
-// even where every pixel is opaque, and shares the pixels of a picture that was drawn so already. Fails when
-// the codec reports the data as truncated or damaged. Decodes a pending picture, which can be done once.
+// Draws the whole picture, upright, at the requested size: Lanczos-3 reduction in the picture's own encoding
+// of its components, then the colour conversion at the small size; deep colours under a profile and Lab are
+// converted first, before their components are cut to 8 bits. The result has four bands even where every
+// pixel is opaque; its rows are made when they are first needed, out of those of the picture, and fail when
+// the codec reports the data as truncated or damaged. A picture that was drawn so already comes back as it
+// is. Fails for what cannot be drawn, and where a header opened again turns out damaged.
 Result<Image> draw(const Image& image, const DrawRequest& request);
 
-// The upright picture in memory with its own depth, colour model and profile. Returns an image in memory as
-// it is. Fails and decodes like draw().
+// The upright picture with its own depth, colour model and profile, its rows still to be decoded. Rows that
+// are only mirrored come one by one; any other turn holds the stored picture from the first row on.
+Result<Image> turned(const Image& image);
+
+// The upright picture in memory, as it is or as it is drawn. Returns an image in memory as it is. Fails when
+// the codec reports the data as truncated or damaged. Uses up the rows of a picture that is not in memory.
 Result<Image> decode(const Image& image);
+
+// Makes every row and keeps none: fails and uses up rows as decode() does.
+Status readThrough(const Image& image);
 
 } // namespace lumora

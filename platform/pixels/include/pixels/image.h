@@ -1,11 +1,12 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A picture: either decoded pixels in memory or the promise of an opened file, whose rows are decoded once,
-// in order, when they are first needed. The promise lets decoding, scaling and colour conversion run as one
+// A picture: either pixels in memory or the promise of rows, which are decoded or drawn once, in order, when
+// they are first needed. The promise lets decoding, scaling and colour conversion run as one
 // pass over strips, so that memory follows the size of the result and not of the file. A value that shares
 // its pixels; those in memory never change, the rows of a promise go to one thread.
 #pragma once
 
+#include "pixels/read_outcome.h"
 #include "system/result.h"
 
 #include <cstdint>
@@ -24,8 +25,9 @@ using ReducedDecoding = std::function<Result<_VipsImage*>(int divisor)>;
 
 enum class ImageState {
     pending, // of an opened file, its rows not decoded yet
+    drawing, // 8-bit RGBA, premultiplied; its rows not made yet
     decoded, // pixels in memory as the file has them, straight alpha
-    drawn,   // a bitmap in memory: 8-bit RGBA, premultiplied
+    drawn,   // a bitmap in memory, as `drawing`
 };
 
 class Image
@@ -38,10 +40,22 @@ public:
     std::int64_t width() const;
     std::int64_t height() const;
 
+    // Of one pixel as stored.
+    int storedPixelBytes() const;
+
     // The turn that the stored pixels still need; 1 for every image in memory.
     Orientation pendingOrientation() const { return m_orientation; }
-    bool isInMemory() const { return m_state != ImageState::pending; }
-    bool alphaIsPremultiplied() const { return m_state == ImageState::drawn; }
+    ImageState state() const { return m_state; }
+    bool isInMemory() const { return m_state == ImageState::decoded || m_state == ImageState::drawn; }
+    bool alphaIsPremultiplied() const
+    {
+        return m_state == ImageState::drawn || m_state == ImageState::drawing;
+    }
+
+    // Tells, once somebody has taken the rows of a turned or drawn picture, whether these were what failed.
+    // Null for other pictures.
+    const std::shared_ptr<ReadOutcome>& outcome() const { return m_outcome; }
+    Image withOutcome(std::shared_ptr<ReadOutcome> outcome) const;
 
     // Lets a picture that is not decoded yet be decoded at a half, a quarter or an eighth of its size: faster
     // by far, and where a much smaller picture is wanted no worse.
@@ -64,6 +78,7 @@ public:
 private:
     std::shared_ptr<_VipsImage> m_pixels;
     std::shared_ptr<const ReducedDecoding> m_reducedDecoding;
+    std::shared_ptr<ReadOutcome> m_outcome;
     Orientation m_orientation;
     ImageState m_state;
 };

@@ -40,6 +40,11 @@ public:
     Status append(std::span<const std::byte> bytes);
     // What another file holds from its position on.
     Status appendFile(int descriptor);
+    // Everything that the file is to hold, instead of what it holds.
+    Status rewrite(std::span<const std::byte> bytes);
+
+    // For encoders that go back to places that they have written. Open for reading too; stays this object's.
+    int descriptor() const { return m_descriptor.get(); }
 
     // Opens the file as it is until commit().
     std::filesystem::path draft() const;

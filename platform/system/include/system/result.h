@@ -14,8 +14,17 @@ namespace lumora {
 
 struct Error
 {
+    enum class Cause { unspecified, memory };
+
     std::string description;
+    Cause cause = Cause::unspecified;
 };
+
+// What std::bad_alloc is called where it may not pass.
+inline Error outOfMemory()
+{
+    return {"not enough memory", Error::Cause::memory};
+}
 
 template <class T, class E = Error>
 class [[nodiscard]] Result

@@ -42,7 +42,7 @@ TEST_F(OpenedBmp, IsNotDecodedBeforeItsRowsAreAskedFor)
     EXPECT_EQ(source->image().width(), 2);
     EXPECT_FALSE(source->image().isInMemory());
     EXPECT_FALSE(decode(source->image()));
-    EXPECT_FALSE(draw(source->image(), {1, 1, ColorSpace::sRGB}));
+    EXPECT_FALSE(decode(*draw(source->image(), {1, 1, ColorSpace::sRGB})));
 }
 
 TEST_F(OpenedBmp, GivesTheSamePictureWholeAndTurned)

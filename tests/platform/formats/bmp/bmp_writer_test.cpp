@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "bmp/bmp_codec.h"
+#include "tests/support/encoded_bmp.h"
 
 #include "bmp/little_endian.h"
 #include "formats/format.h"
@@ -28,7 +28,7 @@ class BmpWriter : public testing::TestWithParam<int>
 TEST_P(BmpWriter, KeepsRgb)
 {
     const auto rows = ramp(GetParam(), 3, 3);
-    const auto file = encodeBmp(GetParam(), 3, 3, rows);
+    const auto file = test::encodedBmp(GetParam(), 3, 3, rows);
     const auto header = readBmpHeader(file);
     ASSERT_TRUE(header) << header.error().description;
     EXPECT_EQ(header->bitsPerPixel, 24);
@@ -38,7 +38,7 @@ TEST_P(BmpWriter, KeepsRgb)
 TEST_P(BmpWriter, KeepsRgbWithAlpha)
 {
     const auto rows = ramp(GetParam(), 3, 4);
-    const auto file = encodeBmp(GetParam(), 3, 4, rows);
+    const auto file = test::encodedBmp(GetParam(), 3, 4, rows);
     const auto header = readBmpHeader(file);
     ASSERT_TRUE(header) << header.error().description;
     EXPECT_EQ(header->bitsPerPixel, 32);
@@ -49,7 +49,7 @@ TEST_P(BmpWriter, KeepsRgbWithAlpha)
 TEST_P(BmpWriter, KeepsGreyInOneByteAPixel)
 {
     const auto rows = ramp(GetParam(), 3, 1);
-    const auto file = encodeBmp(GetParam(), 3, 1, rows);
+    const auto file = test::encodedBmp(GetParam(), 3, 1, rows);
     const auto header = readBmpHeader(file);
     ASSERT_TRUE(header) << header.error().description;
     EXPECT_EQ(header->bitsPerPixel, 8);
@@ -64,7 +64,7 @@ INSTANTIATE_TEST_SUITE_P(Widths, BmpWriter, testing::Values(1, 2, 3, 4, 5));
 TEST(BmpWriterHeader, IsRecognizedAndNamesTheSizeOfTheFile)
 {
     for (const int channels : {1, 3, 4}) {
-        const auto file = encodeBmp(5, 3, channels, ramp(5, 3, channels));
+        const auto file = test::encodedBmp(5, 3, channels, ramp(5, 3, channels));
         ASSERT_NE(formatOfContent(file), nullptr);
         EXPECT_EQ(formatOfContent(file)->identifier, "com.microsoft.bmp");
         EXPECT_EQ(littleEndianAt<std::uint32_t>(file, 2), file.size());
@@ -76,7 +76,7 @@ TEST(BmpWriterProfile, ComesBackWithTheSamePixels)
     const std::vector<std::byte> profile(300, std::byte{7});
     for (const int channels : {3, 4}) {
         const auto rows = ramp(5, 3, channels);
-        const auto file = encodeBmp(5, 3, channels, rows, profile);
+        const auto file = test::encodedBmp(5, 3, channels, rows, profile);
         EXPECT_EQ(littleEndianAt<std::uint32_t>(file, 2), file.size());
         const auto header = readBmpHeader(file);
         ASSERT_TRUE(header);

@@ -49,6 +49,18 @@ Row filtersOf(const Row& filteredRows, std::size_t rowBytes)
     return filters;
 }
 
+Row filtered(const Row& rows, std::size_t rowBytes, std::size_t step, RowFilters choice)
+{
+    Row apart(rows.size() + rows.size() / rowBytes);
+    filterRows(rows, rowBytes, step, choice, apart);
+    // In the place of the rows, with room in front of them.
+    Row together(rows.size() / rowBytes);
+    together.insert(together.end(), rows.begin(), rows.end());
+    filterRows(std::span(together).last(rows.size()), rowBytes, step, choice, together);
+    EXPECT_EQ(together, apart);
+    return apart;
+}
+
 Row noise(std::size_t size)
 {
     Row rows;

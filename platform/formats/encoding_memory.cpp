@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "formats/encoding_memory.h"
+
+#include "format_io.h"
+
+namespace lumora {
+
+std::int64_t encodingMemory(std::string_view typeIdentifier, const EncodedShape& shape)
+{
+    const Format* const format = formatWithIdentifier(typeIdentifier);
+    if (!format || !format->writer || !format->writer->heldBytes) return 0;
+    return format->writer->heldBytes(shape);
+}
+
+} // namespace lumora

@@ -1,0 +1,142 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "pixels/row_stream.h"
+
+#include <vips/vips.h>
+
+#include <algorithm>
+#include <cstring>
+#include <mutex>
+#include <new>
+#include <utility>
+#include <vector>
+
+namespace lumora {
+namespace {
+
+// The rows made last, of which the library may take the parts that it likes.
+class Stream
+{
+public:
+    Stream(std::unique_ptr<RowMaker> maker, std::shared_ptr<ReadOutcome> outcome, std::size_t rowBytes,
+           int height)
+        : m_maker(std::move(maker)), m_outcome(std::move(outcome)), m_rowBytes(rowBytes), m_height(height)
+    {
+    }
+
+    Status fill(VipsRegion* target, VipsRegion* source)
+    {
+        const std::scoped_lock lock(m_mutex);
+        const VipsRect& area = target->valid;
+        const std::size_t pixelBytes = pixelBytesOf(target->im);
+        for (int y = area.top; y < area.top + area.height; ++y) {
+            if (auto status = reach(y, source); !status) return status;
+            const std::uint8_t* row = m_rows.data() + static_cast<std::size_t>(y - m_first) * m_rowBytes;
+            std::memcpy(target->data + std::ptrdiff_t{y - area.top} * target->bpl,
+                        row + static_cast<std::size_t>(area.left) * pixelBytes,
+                        static_cast<std::size_t>(area.width) * pixelBytes);
+        }
+        return Done{};
+    }
+
+    ReadOutcome& outcome() { return *m_outcome; }
+
+private:
+    Status reach(int y, VipsRegion* source)
+    {
+        if (m_isBroken) return Error{"rows behind damaged ones"};
+        if (y < m_first) return Error{"rows were asked for twice"};
+        const RowProvider provider = [source](int first, int count) { return rowsOf(source, first, count); };
+        while (y >= m_next) {
+            const int count = std::min(streamedRows, m_height - m_next);
+            m_isBroken = true;
+            m_rows.resize(m_rowBytes * streamedRows);
+            m_first = m_next;
+            if (auto status = m_maker->make(provider, m_first, count, m_rows.data()); !status) return status;
+            m_next += count;
+            m_isBroken = false;
+        }
+        return Done{};
+    }
+
+    std::mutex m_mutex;
+    std::unique_ptr<RowMaker> m_maker;
+    std::shared_ptr<ReadOutcome> m_outcome;
+    std::size_t m_rowBytes;
+    int m_height;
+    std::vector<std::uint8_t> m_rows;
+    int m_first = 0;
+    int m_next = 0;
+    bool m_isBroken = false; // a decoder that has met damage may go on with whatever comes
+};
+
+// A region may be used by the thread alone that made it, so the library makes one of the source for every
+// thread.
+int generate(VipsRegion* target, void* source, void*, void* stream, gboolean*)
+{
+    auto& made = *static_cast<Stream*>(stream);
+    try {
+        const auto status = made.fill(target, static_cast<VipsRegion*>(source));
+        if (status) return 0;
+        vips_error("rows", "%s", status.error().description.c_str());
+        made.outcome().fail(status.error());
+    } catch (const std::bad_alloc&) {
+        vips_error("rows", "not enough memory");
+        made.outcome().failForMemory();
+    }
+    return -1;
+}
+
+} // namespace
+
+std::size_t pixelBytesOf(VipsImage* image)
+{
+    return vips_format_sizeof(vips_image_get_format(image)) *
+           static_cast<std::size_t>(vips_image_get_bands(image));
+}
+
+std::size_t rowBytesOf(VipsImage* image)
+{
+    return pixelBytesOf(image) * static_cast<std::size_t>(vips_image_get_width(image));
+}
+
+StreamForm streamFormOf(VipsImage* image)
+{
+    return {vips_image_get_width(image),  vips_image_get_height(image), vips_image_get_bands(image),
+            vips_image_get_format(image), vips_image_get_coding(image), vips_image_get_interpretation(image)};
+}
+
+Result<VipsImagePtr> streamedPicture(VipsImage* source, const StreamForm& form,
+                                     std::unique_ptr<RowMaker> maker, std::shared_ptr<ReadOutcome> outcome)
+{
+    VipsImagePtr image(vips_image_new());
+    vips_image_init_fields(image.get(), form.width, form.height, form.bands,
+                           static_cast<VipsBandFormat>(form.format), static_cast<VipsCoding>(form.coding),
+                           static_cast<VipsInterpretation>(form.interpretation), 1, 1);
+    auto* const stream =
+        new Stream(std::move(maker), std::move(outcome), rowBytesOf(image.get()), form.height);
+    g_object_set_data_full(G_OBJECT(image.get()), "lumora-stream", stream,
+                           [](gpointer owned) { delete static_cast<Stream*>(owned); });
+    g_object_ref(source);
+    g_object_set_data_full(G_OBJECT(image.get()), "lumora-source", source, g_object_unref);
+    // Thin strips: whole rows, in order.
+    if (vips_image_pipelinev(image.get(), VIPS_DEMAND_STYLE_THINSTRIP, nullptr) != 0 ||
+        vips_image_generate(image.get(), vips_start_one, generate, vips_stop_one, source, stream) != 0)
+        return takeVipsError();
+    return image;
+}
+
+Status readRows(VipsImage* image, const RowTaker& take)
+{
+    const std::unique_ptr<VipsRegion, VipsUnref> region(vips_region_new(image));
+    const int height = vips_image_get_height(image);
+    for (int top = 0; top < height; top += streamedRows) {
+        const int count = std::min(streamedRows, height - top);
+        const auto rows = rowsOf(region.get(), top, count);
+        if (!rows) return rows.error();
+        if (auto status = take(top, count, *rows); !status) return status;
+    }
+    return Done{};
+}
+
+} // namespace lumora
