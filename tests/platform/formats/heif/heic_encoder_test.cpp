@@ -39,6 +39,17 @@ TEST_F(Heic, KeepsTransparency)
     expectClose(writtenPixels(test::uniformPicture(16, 16, {90, 51})).at(8, 8), {90, 90, 90, 51});
 }
 
+TEST_F(Heic, GivesColoursAndTransparencyCloselyAtEveryQuality)
+{
+    for (const double quality : {0.5, 0.82, 0.89, 0.9, 0.95, 0.99, 1.0}) {
+        SCOPED_TRACE(quality);
+        expectClose(writtenPixels(test::uniformPicture(64, 64, {200, 100, 40, 51}), quality).at(30, 30),
+                    {200, 100, 40, 51});
+        expectClose(writtenPixels(test::corneredPicture(256, 192), quality).at(32, 32),
+                    test::corneredPicture(256, 192).at(32, 32));
+    }
+}
+
 TEST_F(Heic, WidensGray)
 {
     expectClose(writtenPixels(test::uniformPicture(16, 16, {90})).at(8, 8), {90, 90, 90});
