@@ -7,6 +7,7 @@ from dataclasses import dataclass
 from pathlib import Path
 
 KEEP_ALL = ('--resize', 'none', '--no-srgb', '--no-remove-profile', '--no-remove-metadata')
+DEFAULT_WIDTH = 2560
 REDUCED_TO = 29  # along the longest edge
 REDUCE = ('--resize', 'longestEdge', '--max-pixels', str(REDUCED_TO))
 FORMATS = ('webp', 'webpLossless', 'jpeg', 'png', 'heic', 'original')
@@ -22,6 +23,13 @@ class Setting:
     def keeps(self):
         return self.name == 'kept'
 
+    def size_of(self, width, height):
+        """That of the output; truncated, not rounded."""
+        edge, bound = {'default': (width, DEFAULT_WIDTH), 'kept': (width, width),
+                       'reduced': (max(width, height), REDUCED_TO)}[self.name]
+        factor = min(1.0, bound / edge)
+        return max(1, int(width * factor)), max(1, int(height * factor))
+
 
 SETTINGS = [*(Setting('default', format, ()) for format in FORMATS),
             *(Setting('kept', format, KEEP_ALL) for format in FORMATS),
@@ -31,7 +39,7 @@ SETTINGS = [*(Setting('default', format, ()) for format in FORMATS),
 def run(program, setting, inputs, folder):
     """For each input its row: whether it succeeded, where its output is and what was said."""
     folder.mkdir(parents=True)
-    done = subprocess.run([program, '--json', '--quiet', *setting.options, '--format', setting.format, '--output-dir',
+    done = subprocess.run([program, '--json', *setting.options, '--format', setting.format, '--output-dir',
                            folder, inputs], stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=False)
     rows = [json.loads(line) for line in done.stdout.splitlines()]
     if done.returncode not in (0, 1):

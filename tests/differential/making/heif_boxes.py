@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tidewell
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Gives a HEIF file the properties that turn and mirror its picture, as cameras write them."""
+"""Gives the picture of a HEIF file further properties, which the encoder's tool does not write."""
 import struct
 
 CONTAINERS = {b'meta': 4, b'iprp': 0}  # what stands before the first box inside
@@ -22,10 +22,16 @@ def boxes(data):
         at += size
 
 
-def _properties_of(orientation):
+def turning(orientation):
+    """What shows a picture as one with this EXIF orientation is shown."""
     mirror, turns = TURNS[orientation]
     made = [] if mirror is None else [box(b'imir', bytes([mirror]))]
     return made + ([box(b'irot', bytes([turns]))] if turns else [])
+
+
+def coded_colours(primaries, transfer):
+    """What colours mean, by numbers; the matrix and the range are those of the encoder's default."""
+    return [box(b'colr', b'nclx' + struct.pack('>HHHB', primaries, transfer, 6, 0x80))]
 
 
 def _with_associations(content, item, indices):
@@ -69,9 +75,7 @@ def _moved(content, distance):
     return bytes(out)
 
 
-def with_orientation(data, orientation):
-    """The same file, whose picture is to be shown as one with this EXIF orientation would be."""
-    properties = _properties_of(orientation)
+def with_properties(data, properties):
     item = next(struct.unpack_from('>H', inner, 4)[0] for name, content in boxes(data) if name == b'meta'
                 for box_name, inner in boxes(content[4:]) if box_name == b'pitm')
 

@@ -40,8 +40,6 @@ def _kinds():
     yield 'profile-wide', 'profile-wide', fine
     yield 'limited-range', 'rgb', [*fine, '--full_range_flag=0']
     yield 'matrix-709', 'rgb', [*fine, '--matrix_coefficients=1']
-    yield 'coded-wide', 'rgb', [*fine, '--colour_primaries=12', '--transfer_characteristic=13']
-    yield 'coded-srgb', 'rgb', [*fine, '--colour_primaries=1', '--transfer_characteristic=13']
 
 
 def make(folder):
@@ -54,7 +52,12 @@ def make(folder):
         plain = (folder / f'{prefix}-rgb-444.{ending}').read_bytes()
         for orientation in heif_boxes.TURNS:
             turned = folder / f'{prefix}-orientation-{orientation}.{ending}'
-            turned.write_bytes(heif_boxes.with_orientation(plain, orientation))
+            turned.write_bytes(heif_boxes.with_properties(plain, heif_boxes.turning(orientation)))
+        for name, primaries in (('srgb', 1), ('wide', 12)):
+            # The encoder may have put such a property there, which says nothing.
+            unsaid = plain.replace(b'colrnclx', b'freenclx')
+            coded = heif_boxes.with_properties(unsaid, heif_boxes.coded_colours(primaries, 13))
+            (folder / f'{prefix}-coded-{name}.{ending}').write_bytes(coded)
     return {}
 
 

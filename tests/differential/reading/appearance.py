@@ -49,6 +49,11 @@ def is_uncertain(picture):
     return picture.model == 'ink' and colour_engine.model_of(picture.profile) != 'ink'
 
 
+def is_converted(picture):
+    """Whether its samples are more than a step of 255 from its colours."""
+    return picture.model not in ('grey', 'rgb') or bool((np.abs(colours_of(picture) - picture.samples) > 1 / 255).any())
+
+
 def colours_of(picture):
     """Height x width x 3, straight, as stored and not yet turned upright."""
     converted = None

@@ -25,6 +25,7 @@ class Picture:
     model: str  # grey, rgb, ink, lab
     bits: int
     alpha: np.ndarray = None  # height x width, 0 to 1; colours are straight
+    is_associated: bool = False  # the file holds them multiplied by their alpha
     profile: bytes = b''
     tags: ColourTags = field(default_factory=ColourTags)
 

@@ -134,4 +134,4 @@ def read(path):
     profile = b''
     if b'iCCP' in chunks:
         profile = zlib.decompress(chunks[b'iCCP'][chunks[b'iCCP'].index(b'\0') + 2:])
-    return Picture(samples, 'rgb' if samples.shape[2] == 3 else 'grey', bits, alpha, profile, _tags(chunks))
+    return Picture(samples, 'rgb' if samples.shape[2] == 3 else 'grey', bits, alpha, profile=profile, tags=_tags(chunks))

@@ -15,3 +15,8 @@ def output_of(*words):
     if done.returncode != 0 or not done.stdout:
         raise Unreadable(done.stderr.decode(errors='replace').strip())
     return done.stdout
+
+
+def run_quietly(*words):
+    if subprocess.run([str(word) for word in words], stdout=subprocess.DEVNULL, check=False).returncode != 0:
+        raise RuntimeError(f'{words[0]} failed')

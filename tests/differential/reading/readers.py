@@ -9,9 +9,10 @@ from pathlib import Path
 import numpy as np
 from PIL import Image, ImageFile, UnidentifiedImageError
 
-from . import png, tiff
+from . import bmp, png, tiff
+from .pam import pam_picture
 from .picture import ColourTags, Picture, Unreadable
-from .programs import IMAGEMAGICK, output_of
+from .programs import output_of
 
 MODELS = {'L': 'grey', 'RGB': 'rgb', 'CMYK': 'ink'}
 
@@ -36,7 +37,7 @@ def _through_pillow(path, is_flat):
             raise Unreadable(f'a picture of mode {mode}')
         return Picture(samples, MODELS[mode], 8, profile=profile)
     alpha = samples[:, :, 3] if samples.shape[2] == 4 else None
-    return Picture(samples[:, :, :3], 'rgb', 8, alpha, profile)
+    return Picture(samples[:, :, :3], 'rgb', 8, alpha, profile=profile)
 
 
 def _read_jpeg(path):
@@ -48,38 +49,14 @@ def _read_gif(path):
     return _through_pillow(path, is_flat=False)
 
 
-def _pam(data):
-    head, _, body = data.partition(b'ENDHDR\n')
-    words = dict(line.split(b' ', 1) for line in head.split(b'\n') if b' ' in line)
-    width, height, depth, top = (int(words[key]) for key in (b'WIDTH', b'HEIGHT', b'DEPTH', b'MAXVAL'))
-    samples = np.frombuffer(body, '>u2' if top > 255 else np.uint8).reshape(height, width, depth) / top
-    colours = 3 if depth >= 3 else 1
-    alpha = samples[:, :, colours] if depth > colours else None
-    return Picture(samples[:, :, :colours], 'rgb' if colours == 3 else 'grey', 8, alpha)
-
-
 def _read_webp(path):
     """`dwebp` for single pictures; it knows no animations."""
     picture = _through_pillow(path, is_flat=False)
     if b'ANIM' not in path.read_bytes()[:64]:
-        decoded = _pam(output_of('dwebp', '-quiet', '-pam', str(path), '-o', '-'))
+        decoded = pam_picture(output_of('dwebp', '-quiet', '-pam', str(path), '-o', '-'))
         picture.samples = decoded.samples
         if picture.alpha is not None:
             picture.alpha = decoded.alpha
-    return picture
-
-
-def _bmp_profile(data):
-    header, = struct.unpack_from('<I', data, 14)
-    if header < 124 or data[14 + 56:14 + 60] != b'DEBM':
-        return b''
-    start, size = struct.unpack_from('<II', data, 14 + 112)
-    return data[14 + start:14 + start + size]
-
-
-def _read_bmp(path):
-    picture = _pam(output_of(IMAGEMAGICK, f'bmp:{path}[0]', '-depth', '8', 'pam:-'))
-    picture.profile = _bmp_profile(path.read_bytes())
     return picture
 
 
@@ -124,7 +101,7 @@ def kind_of(path):
     return 'other'
 
 
-READERS = {'jpeg': _read_jpeg, 'png': png.read, 'gif': _read_gif, 'tiff': tiff.read, 'bmp': _read_bmp,
+READERS = {'jpeg': _read_jpeg, 'png': png.read, 'gif': _read_gif, 'tiff': tiff.read, 'bmp': bmp.read,
            'webp': _read_webp, 'heif': _read_heif}
 
 

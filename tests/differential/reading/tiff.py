@@ -89,6 +89,8 @@ def read(path):
     profile = bytes(fields.get(34675, b''))
     if photometric == 6:  # subsampled luma and chroma
         return Picture(_through_imagemagick(path).reshape(height, width, 3), 'rgb', 8, profile=profile)
+    if photometric in (8, 9):
+        sample_format = 1  # which of the components are signed is the model's to say
     is_planar = fields.get(284, (1,))[0] == 2 and components > 1
     together = 1 if is_planar else components
     packed = _rows(data, fields, (width * together * bits + 7) // 8, height * components // together)
@@ -107,6 +109,7 @@ def read(path):
     samples = 1 - scaled[:, :, :1] if photometric == 0 else scaled[:, :, :count]
     extra = fields.get(338, ())
     alpha = scaled[:, :, count] if components > count and extra and extra[0] in (1, 2) and model != 'ink' else None
-    if alpha is not None and extra[0] == 1:
+    is_associated = alpha is not None and extra[0] == 1
+    if is_associated:
         samples = straight(samples, alpha)
-    return Picture(samples, model, bits, alpha, profile)
+    return Picture(samples, model, bits, alpha, is_associated, profile)
