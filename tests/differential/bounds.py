@@ -38,7 +38,7 @@ LOSSY_SLACK = Bound(0.7, 24.0, 1.2, 'another coder of the same kind with the sam
 def _coded(rgb, codec, **options):
     out = io.BytesIO()
     Image.fromarray(np.rint(rgb * 255).astype(np.uint8), 'RGB').save(out, codec, **options)
-    return np.asarray(Image.open(out).convert('RGB')) / 255
+    return np.asarray(Image.open(out).convert('RGB')) / np.float32(255)
 
 
 def lossy(rgb, kind, quality=82):

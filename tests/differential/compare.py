@@ -56,7 +56,7 @@ def _laid(rgba, kind):
     return colours * alpha, alpha
 
 
-def _bound(reference, setting, kind, output, expected):
+def _bound(reference, setting, kind, output, expected, costs):
     is_lossy = kind in ('jpeg', 'heif') or (kind == 'webp' and setting.format == 'webp')
     is_reduced = setting.size_of(*reference.size) != reference.size
     is_undrawn = setting.keeps and output.model == reference.model and kind not in ('webp', 'gif')
@@ -72,7 +72,9 @@ def _bound(reference, setting, kind, output, expected):
     if reference.kind == 'bmp' and reference.bits < 8:
         bound = bound.wider(bounds.FEW_BITS)
     if is_lossy:
-        bound = bound.wider(bounds.lossy(expected, kind))
+        key = (kind, expected.shape)
+        costs[key] = costs.get(key) or bounds.lossy(expected, kind)
+        bound = bound.wider(costs[key])
     if is_reduced:
         bound = bound.wider(bounds.REDUCED)
         if reference.is_converted:
@@ -82,14 +84,14 @@ def _bound(reference, setting, kind, output, expected):
     return bound
 
 
-def _judge_pixels(line, reference, setting, kind, output, orientation):
+def _judge_pixels(line, reference, setting, kind, output, orientation, costs):
     rgba = references.shown(output, 1 if kind == 'heif' else orientation)
     size = (rgba.shape[1], rgba.shape[0])
     wanted = setting.size_of(*reference.size)
     if size != wanted:
         return [f'is {size[0]} x {size[1]} instead of {wanted[0]} x {wanted[1]}']
     expected, expected_alpha = _laid(references.pixels_of(reference, wanted), kind)
-    bound = _bound(reference, setting, kind, output, expected)
+    bound = _bound(reference, setting, kind, output, expected, costs)
     signed = (rgba[:, :, :3] * rgba[:, :, 3:] - expected) * 255
     difference = np.abs(signed)
     cover = np.abs(rgba[:, :, 3:] - expected_alpha) * 255
@@ -125,8 +127,9 @@ def _judge_form(reference, setting, kind, output):
     return complaints
 
 
-def judge(reference, setting, row, note, tags_before, tags_after):
-    """`row` is what the program said of it, `note` what the input's maker said."""
+def judge(reference, setting, row, note, tags_before, tags_after, costs):
+    """`row` is what the program said of it, `note` what the input's maker said; `costs` remembers of this input what
+    was worked out for its other outputs."""
     line = Line(reference.name, reference.kind, setting.name, setting.format)
     if row is None:
         line.complaints = ['no row']
@@ -147,7 +150,7 @@ def judge(reference, setting, row, note, tags_before, tags_after):
             return line
         if readers.kind_of(path) != kind:
             line.complaints.append(f'is {readers.kind_of(path)} instead of {kind}')
-        line.complaints += _judge_pixels(line, reference, setting, kind, output, metadata.orientation_of(tags_after))
+        line.complaints += _judge_pixels(line, reference, setting, kind, output, metadata.orientation_of(tags_after), costs)
         line.complaints += _judge_form(reference, setting, kind, output)
         line.complaints += (metadata.lost(tags_before, tags_after, reference.kind, kind) if setting.keeps
                             else metadata.left_over(tags_after))

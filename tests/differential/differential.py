@@ -36,11 +36,11 @@ def _reference(path, tags, folder):
 def _lines(reference, rows, notes, tags):
     note = notes.get(Path(reference.name).stem, {})
     before = tags.get(str(reference.path), {})
-    lines = []
+    lines, costs = [], {}
     for setting in product.SETTINGS:
         row = rows[setting].get(reference.name)
         after = tags.get(row['output'], {}) if row and row['output'] else {}
-        lines.append(compare.judge(reference, setting, row, note, before, after))
+        lines.append(compare.judge(reference, setting, row, note, before, after, costs))
     return lines
 
 

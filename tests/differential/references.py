@@ -30,11 +30,17 @@ class Reference:
     pixels: dict = field(default_factory=dict)  # size to file
 
 
+def _turned(picture, colours, orientation):
+    rgba = np.ones((*colours.shape[:2], 4), dtype=np.float32)
+    rgba[:, :, :3] = colours
+    if picture.alpha is not None:
+        rgba[:, :, 3] = picture.alpha
+    return upright(rgba, orientation)
+
+
 def shown(picture: Picture, orientation):
     """Height x width x 4: straight sRGB and alpha, 0 to 1, upright."""
-    colours = appearance.colours_of(picture)
-    alpha = np.ones(colours.shape[:2]) if picture.alpha is None else picture.alpha
-    return upright(np.dstack([colours, alpha]).astype(np.float32), orientation)
+    return _turned(picture, appearance.colours_of(picture), orientation)
 
 
 def _write_pam(path, rgba):
@@ -51,11 +57,12 @@ def make(name, path, orientation, folder):
     except Unreadable as reason:
         reference.reason = str(reason) or 'unreadable'
         return reference
-    rgba = shown(picture, 1 if reference.kind == 'heif' else orientation)
+    colours = appearance.colours_of(picture)
+    rgba = _turned(picture, colours, 1 if reference.kind == 'heif' else orientation)
     reference.model, reference.bits, reference.profile = picture.model, picture.bits, picture.profile
     reference.is_uncertain = appearance.is_uncertain(picture)
     reference.is_associated = picture.is_associated
-    reference.is_converted = appearance.is_converted(picture)
+    reference.is_converted = appearance.is_converted(picture, colours)
     reference.has_alpha = bool((rgba[:, :, 3] < 1).any())
     reference.size = (rgba.shape[1], rgba.shape[0])
     reference.pixels[reference.size] = folder / f'{name}.npy'

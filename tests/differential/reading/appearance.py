@@ -49,9 +49,9 @@ def is_uncertain(picture):
     return picture.model == 'ink' and colour_engine.model_of(picture.profile) != 'ink'
 
 
-def is_converted(picture):
+def is_converted(picture, colours):
     """Whether its samples are more than a step of 255 from its colours."""
-    return picture.model not in ('grey', 'rgb') or bool((np.abs(colours_of(picture) - picture.samples) > 1 / 255).any())
+    return picture.model not in ('grey', 'rgb') or bool((np.abs(colours - picture.samples) > 1 / 255).any())
 
 
 def colours_of(picture):

@@ -54,4 +54,4 @@ def to_srgb(samples, model, profile):
     source = np.ascontiguousarray(samples * scale, dtype=np.float32)
     target = np.zeros((*source.shape[:2], 3), dtype=np.float32)
     _engine.cmsDoTransform(transform, source.ctypes.data, target.ctypes.data, source.shape[0] * source.shape[1])
-    return target.astype(float).clip(0, 1)
+    return target.clip(0, 1)

@@ -1,13 +1,16 @@
 # SPDX-FileCopyrightText: 2026 Tidewell
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""A reader of PNG that shares nothing with anybody's."""
+"""A reader of PNG that shares nothing with anybody's; of large ones only what their chunks say, for it is slow."""
 import struct
 import zlib
 
 import numpy as np
 
+from .pam import pam_picture
 from .picture import ColourTags, Picture, Unreadable
+from .programs import IMAGEMAGICK, output_of
 
+LARGE = 200_000  # pixels
 COMPONENTS = {0: 1, 2: 3, 3: 1, 4: 2, 6: 4}
 ADAM7 = [(0, 0, 8, 8), (4, 0, 8, 8), (0, 4, 4, 8), (2, 0, 4, 4), (0, 2, 2, 4), (1, 0, 2, 2), (0, 1, 1, 2)]
 
@@ -108,30 +111,42 @@ def _indexed(index, chunks):
     return palette[index], cover[index] if b'tRNS' in chunks else None
 
 
-def read(path):
-    data = path.read_bytes()
-    chunks = _chunks(data)
-    if b'IHDR' not in chunks or b'IDAT' not in chunks:
-        raise Unreadable('no picture')
-    width, height, depth, colour_type, _, _, interlace = struct.unpack('>IIBBBBB', chunks[b'IHDR'])
+def _through_imagemagick(path, depth, is_colour):
+    # The colour space is set lest it converts what it takes for linear.
+    picture = pam_picture(output_of(IMAGEMAGICK, path, '-set', 'colorspace', 'sRGB', '-depth', depth, 'pam:-'))
+    return picture.samples if is_colour else picture.samples[:, :, :1], picture.alpha
+
+
+def _decoded(chunks, width, height, depth, colour_type, interlace):
     try:
         packed = zlib.decompressobj().decompress(chunks[b'IDAT'])
     except zlib.error as error:
         raise Unreadable(str(error)) from error
     values = _pixels(packed, width, height, COMPONENTS[colour_type], depth, interlace)
-    alpha, bits = None, depth
     if colour_type == 3:
-        samples, alpha = _indexed(values[:, :, 0], chunks)
-        bits = 8
+        return _indexed(values[:, :, 0], chunks)
+    colours, top = (3 if colour_type in (2, 6) else 1), 2 ** depth - 1
+    alpha = None
+    if values.shape[2] > colours:
+        alpha = values[:, :, colours] / top
+    elif b'tRNS' in chunks:
+        key = np.frombuffer(chunks[b'tRNS'], '>u2')[:colours]
+        alpha = (values[:, :, :colours] != key).any(axis=2).astype(float)
+    return values[:, :, :colours] / top, alpha
+
+
+def read(path):
+    chunks = _chunks(path.read_bytes())
+    if b'IHDR' not in chunks or b'IDAT' not in chunks:
+        raise Unreadable('no picture')
+    width, height, depth, colour_type, _, _, interlace = struct.unpack('>IIBBBBB', chunks[b'IHDR'])
+    bits = 8 if colour_type == 3 else depth
+    is_colour = colour_type in (2, 3, 6)
+    if width * height > LARGE:
+        samples, alpha = _through_imagemagick(path, bits, is_colour)
     else:
-        colours = 3 if colour_type in (2, 6) else 1
-        samples = values[:, :, :colours] / (2 ** depth - 1)
-        if values.shape[2] > colours:
-            alpha = values[:, :, colours] / (2 ** depth - 1)
-        elif b'tRNS' in chunks:
-            key = np.frombuffer(chunks[b'tRNS'], '>u2')[:colours]
-            alpha = (values[:, :, :colours] != key).any(axis=2).astype(float)
+        samples, alpha = _decoded(chunks, width, height, depth, colour_type, interlace)
     profile = b''
     if b'iCCP' in chunks:
         profile = zlib.decompress(chunks[b'iCCP'][chunks[b'iCCP'].index(b'\0') + 2:])
-    return Picture(samples, 'rgb' if samples.shape[2] == 3 else 'grey', bits, alpha, profile=profile, tags=_tags(chunks))
+    return Picture(samples, 'rgb' if is_colour else 'grey', bits, alpha, profile=profile, tags=_tags(chunks))

@@ -27,7 +27,7 @@ def _through_pillow(path, is_flat):
             mode = image.mode
             if not is_flat and mode not in ('RGB', 'RGBA'):
                 image = image.convert('RGBA')
-            samples = np.asarray(image).astype(float) / 255
+            samples = np.asarray(image) / np.float32(255)
     except (OSError, UnidentifiedImageError, SyntaxError, ValueError, EOFError, Image.DecompressionBombError) as error:
         raise Unreadable(str(error)) from error
     if samples.ndim == 2:
