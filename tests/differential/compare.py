@@ -17,8 +17,8 @@ NOT_WRITABLE = 'is not supported by this macOS ImageIO installation.'
 WRITABLE_KINDS = {'jpeg', 'png', 'gif', 'tiff', 'bmp', 'heif'}
 KIND_OF_FORMAT = {'webp': 'webp', 'webpLossless': 'webp', 'jpeg': 'jpeg', 'png': 'png', 'heic': 'heif'}
 MODELS_OF = {'jpeg': {'grey', 'rgb', 'ink'}, 'png': {'grey', 'rgb'}, 'tiff': {'grey', 'rgb', 'ink', 'lab'}}
-HOLDS_PROFILE = {'jpeg': {'grey', 'rgb', 'ink'}, 'png': {'grey', 'rgb'}, 'tiff': {'grey', 'rgb', 'ink'}, 'heif': {'rgb'},
-                 'bmp': {'rgb'}}
+HOLDS_PROFILE = {'jpeg': {'grey', 'rgb', 'ink'}, 'png': {'grey', 'rgb'}, 'tiff': {'grey', 'rgb', 'ink'},
+                 'heif': {'rgb'}, 'bmp': {'rgb'}}
 DEEP = {'png', 'tiff'}
 
 
@@ -130,7 +130,7 @@ def _judge_form(reference, setting, kind, output):
 def judge(reference, setting, row, note, tags_before, tags_after, costs):
     """`row` is what the program said of it, `note` what the input's maker said; `costs` remembers of this input what
     was worked out for its other outputs."""
-    line = Line(reference.name, reference.kind, setting.name, setting.format)
+    line = Line(Path(reference.name).stem, reference.kind, setting.name, setting.format)  # staged under a longer name
     if row is None:
         line.complaints = ['no row']
     elif not row['success']:

@@ -50,28 +50,28 @@ def _with_associations(content, item, indices):
 
 
 def _moved(content, distance):
-    """`iloc` with everything that lies in the file so much further on."""
+    """`iloc` with everything that lies in the file so much further on: the base of its extents, or else each of them."""
     version, sizes = content[0], struct.unpack_from('>H', content, 4)[0]
-    offset_size, length_size, base_size, index_size = (sizes >> 12, sizes >> 8 & 15, sizes >> 4 & 15, sizes & 15)
+    offset_size, length_size, base_size = sizes >> 12, sizes >> 8 & 15, sizes >> 4 & 15
+    index_size = sizes & 15 if version == 1 else 0
     assert version < 2
     out, at = bytearray(content), 8
+
+    def move(place, size):
+        moved = int.from_bytes(out[place:place + size], 'big') + distance
+        out[place:place + size] = moved.to_bytes(size, 'big')
+
     for _ in range(struct.unpack_from('>H', content, 6)[0]):
-        method = 0
-        if version == 1:
-            method = struct.unpack_from('>H', content, at + 2)[0] & 15
-        at += 4 + (2 if version == 1 else 0)
-        places = [(at, base_size)] if base_size else []
+        is_in_file = version == 0 or struct.unpack_from('>H', content, at + 2)[0] & 15 == 0
+        at += 6 if version == 1 else 4
+        if base_size and is_in_file:
+            move(at, base_size)
         extents = struct.unpack_from('>H', content, at + base_size)[0]
         at += base_size + 2
         for _ in range(extents):
-            at += index_size if version == 1 else 0
-            places = places or [(at, offset_size)]
-            if len(places) and places[0][0] != at and not base_size:
-                places.append((at, offset_size))
-            at += offset_size + length_size
-        for place, size in places if method == 0 else []:
-            moved = int.from_bytes(out[place:place + size], 'big') + distance
-            out[place:place + size] = moved.to_bytes(size, 'big')
+            if not base_size and is_in_file:
+                move(at + index_size, offset_size)
+            at += index_size + offset_size + length_size
     return bytes(out)
 
 
