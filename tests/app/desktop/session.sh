@@ -68,6 +68,28 @@ status_item() { # "ID X Y" of the docked status item
     is_shown "$id" && echo "$id $(window_place "$id")"
 }
 
+is_zoomed() { xprop -id "$(main_window)" _NET_WM_STATE | grep -q MAXIMIZED_VERT; }
+
+# Hands files to the running program and returns when their results have arrived.
+lumora_takes_files() {
+    lumora "$@"
+    wait_for_output "$@"
+    wait_for "the results" is_still root
+}
+
+# A program of somebody else's, for the keyboard to be in.
+start_other_program() {
+    xmessage -name other -geometry +20+1200 "somebody else's window" &
+    wait_for "the other program" xdotool search --onlyvisible --classname '^other$'
+    other=$(xdotool search --onlyvisible --classname '^other$')
+    activate_other_program
+}
+activate_other_program() {
+    xdotool windowactivate "$other"
+    wait_for "the other program in front" other_program_is_active
+}
+other_program_is_active() { [ "$(xdotool getactivewindow)" = "$other" ]; }
+
 # setting KEY VALUE: before the application starts.
 setting() {
     mkdir -p "$XDG_CONFIG_HOME/Tidewell"
