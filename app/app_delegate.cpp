@@ -4,7 +4,6 @@
 
 #include "app/desktop/desktop_files.h"
 #include "app/panels/folder_access_panel.h"
-#include "app/panels/overwrite_question.h"
 #include "app/termination.h"
 #include "ui/dropwindow/drop_window_view.h"
 #include "ui/settings/preferences_view.h"
@@ -30,7 +29,9 @@ WindowParameters preferencesWindowParameters()
 AppDelegate::AppDelegate(QDBusConnection bus)
     : m_bus(std::move(bus)), m_desktopSettings(m_bus),
       m_textScale(m_desktopSettings, QGuiApplication::platformName() == QLatin1String("xcb")),
-      m_notifications(m_bus), m_intake(m_bus)
+      m_notifications(m_bus), m_intake(m_bus), m_overwriteQuestions([this](const auto& output) {
+          return askToOverwrite(output, m_mainWindow.get(), *m_quit);
+      })
 {
     makeProcessingModel();
     connect(&m_notifications, &DesktopNotifications::showRequested, this, &AppDelegate::showMainWindow);
@@ -50,6 +51,7 @@ AppDelegate::~AppDelegate()
 void AppDelegate::makeProcessingModel()
 {
     m_processingModel = std::make_unique<ProcessingModel>(m_settingsStore, m_statsStore, services());
+    m_overwriteQuestions.follow(*m_processingModel);
     m_launcherProgress = std::make_unique<LauncherProgress>(m_bus, *m_processingModel);
     m_batchNotice = std::make_unique<BatchNotice>(
         *m_processingModel, [this] { return mainWindowIsWatched(); },
@@ -60,7 +62,7 @@ ProcessingServices AppDelegate::services()
 {
     ProcessingServices services = ProcessingServices::system();
     services.confirmOverwrite = [this](const std::filesystem::path& output) {
-        return confirmOverwrite(output, m_mainWindow.get(), *m_quit);
+        return m_overwriteQuestions.confirm(output);
     };
     services.requestSaveAccess = saveAccessRequest([this](const std::filesystem::path& folder) {
         return requestSaveAccess(folder, m_mainWindow.get());

@@ -10,6 +10,7 @@
 #include "app/desktop/launcher_progress.h"
 #include "app/desktop/text_scale.h"
 #include "app/panels/about_panel.h"
+#include "app/panels/overwrite_questions.h"
 #include "app/tray/status_item.h"
 #include "app/window/branded_window.h"
 #include "app/window/main_window_height.h"
@@ -74,6 +75,7 @@ private:
     std::unique_ptr<BrandedWindow> m_mainWindow;
     std::unique_ptr<BrandedWindow> m_preferencesWindow;
     std::unique_ptr<AboutPanel> m_aboutPanel;
+    OverwriteQuestions m_overwriteQuestions;
     std::unique_ptr<ProcessingModel> m_processingModel;
     std::unique_ptr<MainWindowHeight> m_mainWindowHeight;
     std::unique_ptr<LauncherProgress> m_launcherProgress;

@@ -50,6 +50,14 @@ main_window_is_shown() { is_shown "$(main_window)"; }
 main_window_is_hidden() { ! main_window_is_shown; }
 wait_for_main_window() { wait_for "the drop window" main_window_is_shown; }
 
+question() { # the id of the question about an existing output
+    local id
+    for id in $(xdotool search --onlyvisible --name '^Lumora$'); do
+        xprop -id "$id" WM_WINDOW_ROLE | grep -q LumoraMessage && echo "$id" && return
+    done
+    return 1
+}
+
 window_fact() { xwininfo -id "$(main_window || echo 0)" | sed -n "s/^ *$1: *//p"; }
 window_size() { echo "$(window_fact Width)x$(window_fact Height)"; }
 window_left() { window_fact 'Absolute upper-left X'; }
