@@ -55,12 +55,17 @@ public:
     ProcessingModel& processingModel() { return *m_processingModel; }
     LumoraSettings& settings() { return m_settingsStore.settings(); }
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     ProcessingServices services();
     void makeProcessingModel();
     void configureMenus();
     void configureStatusItem();
     void endWhenDone();
+    bool isOutOfSightWithout(const BrandedWindow* window) const;
+    std::unique_ptr<BrandedWindow> makeWindow(const WindowParameters& parameters, QWidget* view);
     bool mainWindowIsWatched() const;
 
     QDBusConnection m_bus;
