@@ -4,13 +4,14 @@
 
 #include "app/desktop/desktop_files.h"
 #include "app/panels/folder_access_panel.h"
-#include "app/panels/overwrite_question.h"
+#include "app/panels/quit_question.h"
 #include "app/termination.h"
 #include "ui/dropwindow/drop_window_view.h"
 #include "ui/settings/preferences_view.h"
 
 #include <QAction>
-#include <QGuiApplication>
+#include <QApplication>
+#include <QDialog>
 
 namespace lumora {
 namespace {
@@ -30,11 +31,14 @@ WindowParameters preferencesWindowParameters()
 AppDelegate::AppDelegate(QDBusConnection bus)
     : m_bus(std::move(bus)), m_desktopSettings(m_bus),
       m_textScale(m_desktopSettings, QGuiApplication::platformName() == QLatin1String("xcb")),
-      m_notifications(m_bus), m_intake(m_bus)
+      m_notifications(m_bus), m_intake(m_bus), m_overwriteQuestions([this](const auto& output) {
+          return askToOverwrite(output, m_mainWindow.get(), *m_quit);
+      })
 {
     makeProcessingModel();
     connect(&m_notifications, &DesktopNotifications::showRequested, this, &AppDelegate::showMainWindow);
     connect(&m_intake, &FileIntake::idle, this, &AppDelegate::endWhenDone);
+    qApp->installEventFilter(this);
 }
 
 AppDelegate::~AppDelegate()
@@ -50,6 +54,7 @@ AppDelegate::~AppDelegate()
 void AppDelegate::makeProcessingModel()
 {
     m_processingModel = std::make_unique<ProcessingModel>(m_settingsStore, m_statsStore, services());
+    m_overwriteQuestions.follow(*m_processingModel);
     m_launcherProgress = std::make_unique<LauncherProgress>(m_bus, *m_processingModel);
     m_batchNotice = std::make_unique<BatchNotice>(
         *m_processingModel, [this] { return mainWindowIsWatched(); },
@@ -60,7 +65,7 @@ ProcessingServices AppDelegate::services()
 {
     ProcessingServices services = ProcessingServices::system();
     services.confirmOverwrite = [this](const std::filesystem::path& output) {
-        return confirmOverwrite(output, m_mainWindow.get(), *m_quit);
+        return m_overwriteQuestions.confirm(output);
     };
     services.requestSaveAccess = saveAccessRequest([this](const std::filesystem::path& folder) {
         return requestSaveAccess(folder, m_mainWindow.get());
@@ -111,6 +116,8 @@ void AppDelegate::process(const std::vector<std::filesystem::path>& files)
     m_processingModel->process(files);
     if (!settings().exitWhenComplete()) return;
     m_processingModel->setOnComplete([this] {
+        // Who cancels wants to see what became of the files.
+        if (m_processingModel->wasCancelled()) return;
         m_isDone = true;
         endWhenDone();
     });
@@ -124,6 +131,37 @@ void AppDelegate::endWhenDone()
     Termination::shared().begin();
 }
 
+// Neither a status item nor another launch, which would not find the program, could bring a window back.
+bool AppDelegate::isOutOfSightWithout(const BrandedWindow* window) const
+{
+    const auto isShown = [window](const BrandedWindow* other) {
+        return other && other != window && other->isVisible();
+    };
+    return !m_bus.isConnected() && !(m_statusItem && m_statusItem->isPresent()) &&
+           !isShown(m_mainWindow.get()) && !isShown(m_preferencesWindow.get());
+}
+
+std::unique_ptr<BrandedWindow> AppDelegate::makeWindow(const WindowParameters& parameters, QWidget* view)
+{
+    auto window = std::make_unique<BrandedWindow>(parameters, view, m_menu);
+    BrandedWindow* made = window.get();
+    made->setMayClose([this, made] {
+        return !isOutOfSightWithout(made) || !m_processingModel->isProcessing() || confirmQuit(made);
+    });
+    connect(made, &BrandedWindow::closed, this, [this, made] {
+        if (isOutOfSightWithout(made)) Termination::shared().begin();
+    });
+    return window;
+}
+
+// A dialog takes the keys of the window below it.
+bool AppDelegate::eventFilter(QObject* watched, QEvent* event)
+{
+    auto* dialog = event->type() == QEvent::Show ? qobject_cast<QDialog*>(watched) : nullptr;
+    if (dialog && m_quit && !dialog->actions().contains(m_quit)) dialog->addAction(m_quit);
+    return QObject::eventFilter(watched, event);
+}
+
 void AppDelegate::showMainWindow()
 {
     if (!m_mainWindow) {
@@ -134,7 +172,7 @@ void AppDelegate::showMainWindow()
         auto* view = new DropWindowView(
             settings(), *m_processingModel, m_statsStore, [this] { showPreferences(); },
             FileBrowser{showInFolder, openFile}, reducesMotion);
-        m_mainWindow = std::make_unique<BrandedWindow>(mainWindowParameters(), view, m_menu);
+        m_mainWindow = makeWindow(mainWindowParameters(), view);
         m_mainWindowHeight =
             std::make_unique<MainWindowHeight>(*m_mainWindow, *m_processingModel, reducesMotion);
     }
@@ -145,7 +183,7 @@ void AppDelegate::showPreferences()
 {
     if (!m_preferencesWindow) {
         auto* view = new PreferencesView(settings(), m_statsStore);
-        m_preferencesWindow = std::make_unique<BrandedWindow>(preferencesWindowParameters(), view, m_menu);
+        m_preferencesWindow = makeWindow(preferencesWindowParameters(), view);
     }
     m_preferencesWindow->bringToFront();
 }
@@ -154,7 +192,6 @@ void AppDelegate::showAboutPanel()
 {
     if (!m_aboutPanel) {
         m_aboutPanel = std::make_unique<AboutPanel>();
-        m_aboutPanel->addAction(m_quit);
     }
     m_aboutPanel->show();
     m_aboutPanel->raise();

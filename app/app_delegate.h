@@ -10,6 +10,7 @@
 #include "app/desktop/launcher_progress.h"
 #include "app/desktop/text_scale.h"
 #include "app/panels/about_panel.h"
+#include "app/panels/overwrite_questions.h"
 #include "app/tray/status_item.h"
 #include "app/window/branded_window.h"
 #include "app/window/main_window_height.h"
@@ -54,12 +55,17 @@ public:
     ProcessingModel& processingModel() { return *m_processingModel; }
     LumoraSettings& settings() { return m_settingsStore.settings(); }
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     ProcessingServices services();
     void makeProcessingModel();
     void configureMenus();
     void configureStatusItem();
     void endWhenDone();
+    bool isOutOfSightWithout(const BrandedWindow* window) const;
+    std::unique_ptr<BrandedWindow> makeWindow(const WindowParameters& parameters, QWidget* view);
     bool mainWindowIsWatched() const;
 
     QDBusConnection m_bus;
@@ -74,6 +80,7 @@ private:
     std::unique_ptr<BrandedWindow> m_mainWindow;
     std::unique_ptr<BrandedWindow> m_preferencesWindow;
     std::unique_ptr<AboutPanel> m_aboutPanel;
+    OverwriteQuestions m_overwriteQuestions;
     std::unique_ptr<ProcessingModel> m_processingModel;
     std::unique_ptr<MainWindowHeight> m_mainWindowHeight;
     std::unique_ptr<LauncherProgress> m_launcherProgress;

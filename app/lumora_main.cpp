@@ -7,6 +7,7 @@
 #include "app/instance/launch_request.h"
 #include "app/instance/single_instance.h"
 #include "app/termination.h"
+#include "app/window/branded_window_accessible.h"
 #include "model/termination_signals.h"
 #include "pixels/image_library.h"
 #include "system/bundle.h"
@@ -51,6 +52,17 @@ bool hasDisplay()
         if (value && *value) return true;
     }
     return false;
+}
+
+// The toolkit would abort, after a page of its own words.
+void endWithoutDisplay(QtMsgType type, const QMessageLogContext& context, const QString& text)
+{
+    if (type == QtFatalMsg) {
+        std::cerr << "lumora: the display cannot be reached; use lumora-cli\n";
+        std::_Exit(1);
+    }
+    if (!QByteArray(context.category).startsWith("qt.qpa"))
+        std::cerr << text.toLocal8Bit().constData() << '\n';
 }
 
 void describeApplication()
@@ -103,13 +115,16 @@ int run(int argc, char** argv, const LaunchRequest& request)
     // A file that grows beyond what the user may write is a failed write, not the end of the program.
     std::signal(SIGXFSZ, SIG_IGN);
     makeRoomForToken();
+    const QtMessageHandler usual = qInstallMessageHandler(endWithoutDisplay);
     QApplication application(argc, argv);
+    qInstallMessageHandler(usual);
     describeApplication();
     SingleInstance instance(QDBusConnection::sessionBus());
     const std::optional<LaunchRequest> mine = instance.start(request);
     if (!mine) return 0;
 
     QApplication::setStyle(new LumoraStyle);
+    exposeBrandedWindows();
     TerminationSignals signals;
     QObject::connect(&signals, &TerminationSignals::received, &Termination::shared(), &Termination::begin);
     AppDelegate delegate(QDBusConnection::sessionBus());

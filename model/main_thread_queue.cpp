@@ -41,10 +41,15 @@ struct MainThreadQueue::Shared
         std::uint64_t count = 0;
         [[maybe_unused]] const ssize_t taken = ::read(wake.get(), &count, sizeof count);
     }
+    // The descriptor stays readable until no call is left: the event loop of a dialog that a call opens must
+    // come back here for the calls after it.
     std::function<void()> takeNext()
     {
         const std::lock_guard lock(mutex);
-        if (calls.empty()) return {};
+        if (calls.empty()) {
+            silence();
+            return {};
+        }
         auto call = std::move(calls.front());
         calls.pop_front();
         return call;
@@ -72,19 +77,12 @@ void MainThreadQueue::post(std::function<void()> call)
     m_shared->ring();
 }
 
-// A call may open a dialog, whose own event loop comes back here for the calls after it.
 void MainThreadQueue::run()
 {
-    m_shared->silence();
     const auto end = std::chrono::steady_clock::now() + slice;
-    while (auto call = m_shared->takeNext()) {
-        if (std::chrono::steady_clock::now() >= end) {
-            // At least one runs each turn, so the rest gets done.
-            m_shared->ring();
-            call();
-            return;
-        }
+    while (const auto call = m_shared->takeNext()) {
         call();
+        if (std::chrono::steady_clock::now() >= end) return;
     }
 }
 

@@ -73,8 +73,10 @@ void ProcessingModel::cancel()
     const bool wasWaiting = !m_pending.isEmpty();
     m_pending.take();
     m_debounce->stop();
+    m_wasCancelled = m_wasCancelled || m_batch || wasWaiting;
     if (m_batch) {
         m_batch->cancel();
+        setStatusText(QStringLiteral("Cancelling..."));
     } else if (wasWaiting) {
         completeBatch(QStringLiteral("Done"));
     }
@@ -91,6 +93,8 @@ void ProcessingModel::startPendingBatch()
     if (m_isProcessing || m_pending.isEmpty()) return;
     auto inputs = m_pending.take();
     m_batch = std::make_unique<Batch>(BatchContext{m_snapshot(), m_services, m_mainThread, m_prompter});
+    m_wasCancelled = false;
+    m_outcome = {};
     setProgress(0, 0);
     setProcessing(true);
     setStatusText(QStringLiteral("Scanning for images..."));
@@ -133,10 +137,12 @@ void ProcessingModel::processInParallel(Batch::Expansion expansion)
 void ProcessingModel::consume(const ProcessingResult& result)
 {
     m_results.push_back(result);
+    m_outcome.add(result);
     Q_EMIT resultInserted();
     if (m_statsStore) m_statsStore->record(result);
     setProgress(m_completedCount + 1, m_totalCount);
-    setStatusText(QStringLiteral("Optimized %1 of %2").arg(m_completedCount).arg(m_totalCount));
+    if (!m_batch->isCancelled())
+        setStatusText(QStringLiteral("Optimized %1 of %2").arg(m_completedCount).arg(m_totalCount));
     m_batch->fileFinished(); // not before: an observer that runs an event loop must not see the batch end
     m_batch->handOutNext();
     if (m_batch->isIdle()) completeBatch(QStringLiteral("Done"));
@@ -145,6 +151,7 @@ void ProcessingModel::consume(const ProcessingResult& result)
 void ProcessingModel::completeBatch(const QString& message)
 {
     m_batch.reset();
+    m_outcome.leftOut = m_totalCount - m_completedCount;
     setProcessing(false);
     if (!m_pending.isEmpty()) {
         startPendingBatch();

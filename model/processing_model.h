@@ -10,6 +10,7 @@
 #pragma once
 
 #include "model/batch.h"
+#include "model/batch_outcome.h"
 #include "model/folder_access.h"
 #include "model/main_thread_queue.h"
 #include "model/overwrite_prompter.h"
@@ -54,12 +55,18 @@ public:
     // again.
     void process(const std::vector<std::filesystem::path>& paths);
 
-    // Hands out no further file and drops what waits; files in flight finish and are reported and recorded,
-    // then the batch completes. Does nothing when there is nothing to cancel.
+    // Hands out no further file and drops what waits, and says so at once; files in flight finish and are
+    // reported and recorded, then the batch completes. Does nothing when there is nothing to cancel.
     void cancel();
     // cancel(), and the files in flight fail as soon as they can, and questions
     // skip.
     void cancelNow();
+    // From cancel() to the end of its batch.
+    bool isCancelling() const { return m_batch && m_batch->isCancelled(); }
+    // The last batch ended, or never began, because of cancel().
+    bool wasCancelled() const { return m_wasCancelled; }
+    // Of the running or the last batch; what it left out is known at its end.
+    const BatchOutcome& outcome() const { return m_outcome; }
 
     bool isProcessing() const { return m_isProcessing; }
     const QString& statusText() const { return m_statusText; }
@@ -104,6 +111,8 @@ private:
     std::unique_ptr<Batch> m_batch; // exactly while m_isProcessing
 
     bool m_isProcessing = false;
+    bool m_wasCancelled = false;
+    BatchOutcome m_outcome;
     QString m_statusText;
     int m_completedCount = 0;
     int m_totalCount = 0;

@@ -7,6 +7,9 @@
 #include "app/instance/hand_over.h"
 
 #include <QDBusConnectionInterface>
+#include <QDeadlineTimer>
+
+#include <iostream>
 
 namespace lumora {
 
@@ -31,10 +34,13 @@ std::optional<LaunchRequest> SingleInstance::start(LaunchRequest request, Patien
     // The object comes first: whoever sees the name may call at once.
     m_bus.registerObject(applicationObjectPath, this, QDBusConnection::ExportAdaptors);
     HandOver handOver(m_bus, patience.reply);
+    const QDeadlineTimer deadline(patience.reply);
     for (int attempt = 0; attempt < patience.attempts; ++attempt) {
         if (takeName()) return request;
         if (handOver.deliver(request)) return std::nullopt;
+        if (deadline.hasExpired()) break;
     }
+    std::cerr << "lumora: the running program does not answer; this launch goes on by itself\n";
     return request;
 }
 

@@ -28,8 +28,8 @@ class SingleInstance : public QObject, public QDBusContext
 public:
     struct Patience
     {
-        std::chrono::milliseconds reply{4000}; // for the owner to acknowledge one message
-        int attempts = 5;                      // to take the name or to be acknowledged
+        std::chrono::milliseconds reply{3000}; // for the owner to acknowledge one message
+        int attempts = 5;                      // to take the name or to be acknowledged, while time is left
     };
 
     explicit SingleInstance(QDBusConnection bus, QObject* parent = nullptr);
@@ -37,8 +37,8 @@ public:
 
     // Becomes the owner, or hands the request over. Absent: all of it was acknowledged, this launch may end.
     // Else the caller goes on as the running program with what is left of the request. An owner that never
-    // answers is given up on, so that no file is lost; blocks until then. A message that was acknowledged too
-    // late is sent twice.
+    // answers is given up on with a word on standard error, so that no file is lost; blocks until then. A
+    // message that was acknowledged too late is sent twice.
     [[nodiscard]] std::optional<LaunchRequest> start(LaunchRequest request, Patience patience);
     [[nodiscard]] std::optional<LaunchRequest> start(LaunchRequest request)
     {

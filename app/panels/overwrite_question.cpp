@@ -2,43 +2,45 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/panels/overwrite_question.h"
 
+#include "ui/controls/message_dialog.h"
 #include "ui/controls/path_text.h"
+#include "ui/controls/styled_button.h"
+#include "ui/theme/button_styles.h"
 
-#include <QLabel>
-#include <QMessageBox>
-#include <QPushButton>
+#include <QCheckBox>
 
 namespace lumora {
 namespace {
 
-// As wide as the short title of the file, the box would break this sentence into a column of words.
-void keepOnOneLine(const QMessageBox& question)
+const CopperButtonStyle copperStyle;
+const QuietButtonStyle quietStyle;
+
+// A dialog of a hidden window would be hidden with it.
+QWidget* shownParent(QWidget* parent)
 {
-    auto* sentence = question.findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"));
-    if (!sentence) return;
-    sentence->setMinimumWidth(sentence->fontMetrics().horizontalAdvance(sentence->text()));
+    return parent && parent->isVisible() && !parent->isMinimized() ? parent : nullptr;
 }
 
 } // namespace
 
-bool confirmOverwrite(const std::filesystem::path& output, QWidget* parent, QAction& quit)
+OverwriteAnswer askToOverwrite(const std::filesystem::path& output, QWidget* parent, QAction& quit)
 {
-    QMessageBox question(parent && parent->isVisible() ? parent : nullptr);
-    question.setWindowTitle(QStringLiteral("Lumora"));
-    question.setIcon(QMessageBox::Warning);
-    // A file name is no markup.
-    question.setTextFormat(Qt::PlainText);
-    question.setText(QStringLiteral("Replace %1?").arg(fileNameText(output)));
-    question.setInformativeText(QStringLiteral("A file with this name already exists."));
-    keepOnOneLine(question);
-    QPushButton* replace = question.addButton(QStringLiteral("Replace"), QMessageBox::AcceptRole);
-    QPushButton* skip = question.addButton(QStringLiteral("Skip"), QMessageBox::RejectRole);
-    question.setDefaultButton(replace);
-    question.setEscapeButton(skip);
-    question.setWindowModality(Qt::ApplicationModal);
+    MessageDialog question(QStringLiteral("Replace %1?").arg(fileNameText(output)),
+                           QStringLiteral("A file with this name already exists."), shownParent(parent));
+    question.addDetail(QStringLiteral("In %1").arg(pathText(output.parent_path())));
+    const StyledButton* replace = question.addButton(copperStyle, QStringLiteral("Replace"));
+    question.addButton(quietStyle, QStringLiteral("Skip"));
+    const StyledButton* cancel = question.addLeadingButton(quietStyle, QStringLiteral("Cancel Batch"));
+    auto* forRemaining = new QCheckBox(QStringLiteral("Do the same for the remaining files"), &question);
+    question.addControl(forRemaining);
     question.addAction(&quit);
-    question.exec();
-    return question.clickedButton() == replace;
+    question.ask();
+
+    using Choice = OverwriteAnswer::Choice;
+    const StyledButton* clicked = question.clickedButton();
+    if (!clicked) return {};
+    if (clicked == cancel) return {Choice::cancelBatch, true};
+    return {clicked == replace ? Choice::replace : Choice::skip, forRemaining->isChecked()};
 }
 
 } // namespace lumora

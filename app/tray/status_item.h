@@ -28,6 +28,9 @@ public:
                const QDBusConnection& bus, QObject* parent = nullptr);
     ~StatusItem() override;
 
+    // The user sees the item somewhere.
+    bool isPresent() const { return m_view || m_icon; }
+
 private:
     void update();
     void dockView();

@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QScreen>
+#include <QShortcut>
 #include <QWindow>
 
 namespace lumora {
@@ -44,10 +45,15 @@ BrandedWindow::BrandedWindow(const WindowParameters& parameters, QWidget* conten
     resize(parameters.size.boundedTo(freeArea().size()));
     move(freeArea().center() - rect().center());
 
-    // Not a control: nothing looks chosen until the user moves the focus.
+    // No control: nothing looks chosen until the user moves the focus, from the content's first control on.
     setFocusPolicy(Qt::ClickFocus);
-    setFocus();
+    (content->focusPolicy() == Qt::NoFocus ? this : content)->setFocus();
     addActions(menu.actions());
+    const auto onKeys = [this](const QKeySequence& keys, auto&& action) {
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
+    };
+    onKeys(Qt::CTRL | Qt::Key_W, [this] { close(); });
+    onKeys(Qt::Key_F10, [this] { m_menuButton.click(); });
     connect(&m_menuButton, &QAbstractButton::clicked, this, [this, &menu] { openMenu(menu); });
     connect(&m_minimizeButton, &QAbstractButton::clicked, this, &QWidget::showMinimized);
     connect(&m_zoomButton, &QAbstractButton::clicked, this, &BrandedWindow::toggleZoom);
@@ -106,6 +112,13 @@ void BrandedWindow::changeEvent(QEvent* event)
     if (event->type() == QEvent::ActivationChange) m_roundsCorners = compositorRuns();
     if (event->type() == QEvent::ActivationChange || event->type() == QEvent::WindowStateChange)
         placeChrome();
+}
+
+void BrandedWindow::closeEvent(QCloseEvent* event)
+{
+    if (m_mayClose && !m_mayClose()) return event->ignore();
+    QWidget::closeEvent(event);
+    Q_EMIT closed();
 }
 
 // What no control of the content took is the background.

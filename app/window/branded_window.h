@@ -13,6 +13,7 @@
 #include <QString>
 #include <QWidget>
 
+#include <functional>
 #include <optional>
 
 class QMenu;
@@ -39,10 +40,18 @@ public:
     // Shows it in front with the keyboard's focus, also when it was hidden or minimised.
     void bringToFront();
 
+    // Asked before the user closes it; false keeps it open.
+    void setMayClose(std::function<bool()> mayClose) { m_mayClose = std::move(mayClose); }
+
+Q_SIGNALS:
+    // The user closed it; it is hidden.
+    void closed();
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -58,6 +67,7 @@ private:
     WindowControl m_zoomButton;
     WindowControl m_closeButton;
     WindowEdges m_edges;
+    std::function<bool()> m_mayClose;
     bool m_roundsCorners = false;
     std::optional<QPoint> m_pressedAt; // on the background, in the window
 };

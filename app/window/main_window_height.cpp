@@ -5,6 +5,7 @@
 #include "model/processing_model.h"
 #include "ui/results/result_row.h"
 
+#include <QEvent>
 #include <QScreen>
 #include <QWidget>
 
@@ -18,7 +19,10 @@ constexpr int emptyHeight = 360;
 constexpr int upperArea = 414;
 constexpr int footer = 44;
 constexpr int mostRows = 8;
-constexpr int animationMilliseconds = 200;
+// With the last frame it ends within a fifth of a second.
+constexpr int animationMilliseconds = 160;
+// From the last word of the window manager about a window that returns, which may come in pieces.
+constexpr int settleMilliseconds = 60;
 
 } // namespace
 
@@ -38,19 +42,50 @@ MainWindowHeight::MainWindowHeight(QWidget& window, const ProcessingModel& model
             [this](const QVariant& height) { setHeight(height.toInt()); });
     connect(&model, &ProcessingModel::resultInserted, this,
             [this, &model] { resizeFor(model.resultCount()); });
+    m_settled.setSingleShot(true);
+    m_settled.setInterval(settleMilliseconds);
+    connect(&m_settled, &QTimer::timeout, this, &MainWindowHeight::grow);
+    m_window.installEventFilter(this);
     resizeFor(model.resultCount());
+}
+
+// Some window managers take a resize of a minimised window for the wish to have it back.
+bool MainWindowHeight::isOutOfReach() const
+{
+    return m_window.windowState() & (Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen);
+}
+
+int MainWindowHeight::targetHeight() const
+{
+    const int free = m_window.screen()->availableGeometry().height();
+    return std::min(mainWindowHeight(m_resultCount), free);
 }
 
 void MainWindowHeight::resizeFor(int resultCount)
 {
-    const int free = m_window.screen()->availableGeometry().height();
-    const int target = std::min(mainWindowHeight(resultCount), free);
+    m_resultCount = resultCount;
+    grow();
+}
+
+void MainWindowHeight::grow()
+{
+    const int target = targetHeight();
+    const bool isOnItsWay = m_animation.state() == QAbstractAnimation::Running;
+    m_isDue = isOutOfReach();
+    if (isOnItsWay && !m_isDue && m_animation.endValue().toInt() == target) return;
     m_animation.stop();
-    if (m_window.isMaximized() || std::abs(m_window.height() - target) <= 1) return;
+    if (m_isDue || std::abs(m_window.height() - target) <= 1) return;
     if (!m_window.isVisible() || m_reducesMotion()) return setHeight(target);
     m_animation.setStartValue(m_window.height());
     m_animation.setEndValue(target);
     m_animation.start();
+}
+
+bool MainWindowHeight::eventFilter(QObject* watched, QEvent* event)
+{
+    const bool returns = event->type() == QEvent::WindowStateChange || event->type() == QEvent::Resize;
+    if (returns && m_isDue && !isOutOfReach()) m_settled.start();
+    return QObject::eventFilter(watched, event);
 }
 
 void MainWindowHeight::setHeight(int height)

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QObject>
+#include <QTimer>
 #include <QVariantAnimation>
 
 #include <functional>
@@ -28,16 +29,25 @@ public:
                      QObject* parent = nullptr);
 
     // Resizes the window to the height for so many results, cut to the screen's free area, when it is off by
-    // more than one pixel. The window moves up only where the screen has no room below. A zoomed window is
-    // left alone.
+    // more than one pixel. The window moves up only where the screen has no room below. A minimised or zoomed
+    // window gets its height when it is back.
     void resizeFor(int resultCount);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    bool isOutOfReach() const;
+    int targetHeight() const;
+    void grow();
     void setHeight(int height);
 
     QWidget& m_window;
     const ReducesMotion m_reducesMotion;
     QVariantAnimation m_animation;
+    QTimer m_settled; // after the return of a window whose height is due
+    int m_resultCount = 0;
+    bool m_isDue = false;
 };
 
 } // namespace lumora

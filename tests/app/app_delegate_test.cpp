@@ -99,4 +99,15 @@ TEST_F(AppDelegateTest, AProgramThatEndsWithItsBatchWaitsForNoMoreOnceWhatCameWa
     EXPECT_EQ(m_resultsAtTheEnd, 1);
 }
 
+TEST_F(AppDelegateTest, AProgramThatEndsWithItsBatchStaysWhereTheUserCancelsIt)
+{
+    m_delegate.settings().exitWhenComplete.set(true);
+    QObject::connect(&model(), &ProcessingModel::isProcessingChanged, &m_context, [this] {
+        if (model().isProcessing()) model().cancel();
+    });
+    m_delegate.open({makeFile("a.png")});
+    ASSERT_TRUE(waitFor([this] { return model().statusText() == QStringLiteral("Done"); }));
+    EXPECT_FALSE(m_resultsAtTheEnd);
+}
+
 } // namespace

@@ -64,6 +64,30 @@ TEST_F(Cancelling, AnIdleModelStaysAsItIs)
     EXPECT_EQ(model().statusText(), QStringLiteral("Drop images here"));
 }
 
+TEST_F(Cancelling, IsSaidAtOnceAndUntilTheFilesInFlightAreDone)
+{
+    m_gate.close();
+    m_services.workers = 2;
+    drop(files(10));
+    ASSERT_TRUE(test::waitUntil([&] { return m_gate.inFlight() == 2; }));
+    EXPECT_FALSE(model().isCancelling());
+    model().cancel();
+    EXPECT_TRUE(model().isCancelling());
+    EXPECT_EQ(model().statusText(), QStringLiteral("Cancelling..."));
+    m_gate.letGo("0.png");
+    ASSERT_TRUE(test::waitUntil([&] { return model().resultCount() == 1; }));
+    EXPECT_EQ(model().statusText(), QStringLiteral("Cancelling..."));
+    m_gate.open();
+    ASSERT_TRUE(waitUntilDone());
+    EXPECT_TRUE(model().wasCancelled());
+    EXPECT_EQ(model().statusText(), QStringLiteral("Done"));
+    EXPECT_EQ(model().outcome(), (BatchOutcome{2, 0, 0, 8}));
+    drop(files(1));
+    ASSERT_TRUE(waitUntilDone());
+    EXPECT_FALSE(model().wasCancelled());
+    EXPECT_EQ(model().outcome(), (BatchOutcome{1, 0, 0, 0}));
+}
+
 TEST_F(Cancelling, AtOnceKillsWhatRuns)
 {
     m_gate.close();

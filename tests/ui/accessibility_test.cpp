@@ -80,8 +80,9 @@ TEST_F(Accessibility, TabWalksTheDropWindowInReadingOrder)
     const auto view = objects.makeView();
     open(*view);
     EXPECT_EQ(walkByTab(*view),
-              words({"WebP Lossy", "2560px", "Quality 82", "Remove metadata", "sRGB", "Preferences",
-                     "Choose images", "Crafted with care by Tidewell", "Buy me a coffee"}));
+              words({"WebP Lossy", "2560px", "Quality 82", "Remove metadata, metadata removal on",
+                     "sRGB, color optimization on", "Preferences", "Choose images",
+                     "Crafted with care by Tidewell", "Buy me a coffee"}));
 }
 
 TEST_F(Accessibility, TabReachesTheCancelControlAndTheResultsWhereTheyShow)
@@ -130,6 +131,26 @@ TEST_F(Accessibility, NoControlIsMarkedBeforeTheKeyboardIsUsed)
     PreferencesView preferences(objects.settings, objects.stats);
     open(preferences);
     EXPECT_EQ(preferences.focusWidget(), &preferences);
+}
+
+TEST_F(Accessibility, AToggleAmongTheChipsSpeaksItsState)
+{
+    const auto view = objects.makeView();
+    const auto chip = [&view](const QString& name) -> QAbstractButton* {
+        for (auto* button : view->findChildren<QAbstractButton*>()) {
+            if (button->accessibleName() == name) return button;
+        }
+        return nullptr;
+    };
+    QAbstractButton* metadata = chip(QStringLiteral("Remove metadata, metadata removal on"));
+    ASSERT_TRUE(metadata);
+    const auto state = [metadata] { return QAccessible::queryAccessibleInterface(metadata)->state(); };
+    EXPECT_TRUE(state().checkable && state().checked);
+    metadata->click();
+    EXPECT_FALSE(state().checked);
+    EXPECT_EQ(metadata->accessibleName(), QStringLiteral("Keep metadata, metadata removal off"));
+    objects.settings.removeMetadata.set(true);
+    EXPECT_TRUE(state().checked);
 }
 
 TEST_F(Accessibility, TheDropZoneSpeaksItsStatus)

@@ -66,7 +66,7 @@ bool LinkButton::event(QEvent* event)
 void LinkButton::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    const QColor colour = underMouse() || isDown() ? TidewellTheme::copperBright() : TidewellTheme::copper();
+    const QColor colour = underMouse() || isDown() ? TidewellTheme::cream() : TidewellTheme::copperBright();
     const Symbol symbol{m_symbolName, 11, QFont::DemiBold};
     const QRect label = rect().adjusted(padding, 0, -padding, 0);
     const auto place = [&](int left, int width) {

@@ -18,9 +18,7 @@ void giveWay(int& length, int least, int& shortage)
     shortage -= given;
 }
 
-} // namespace
-
-DropWindowHeights dropWindowHeights(const DropWindowLengths& lengths)
+DropWindowHeights share(const DropWindowLengths& lengths)
 {
     const int room = lengths.available - lengths.fixed - lengths.gaps * usualSpacing - lengths.results;
     DropWindowHeights heights{usualSpacing, std::max(room, lengths.leastZone), lengths.results};
@@ -32,6 +30,30 @@ DropWindowHeights dropWindowHeights(const DropWindowLengths& lengths)
     }
     giveWay(heights.zone, lengths.slimZone, shortage);
     giveWay(heights.results, 0, shortage);
+    return heights;
+}
+
+bool isTooLow(const DropWindowHeights& heights, const DropWindowLengths& lengths)
+{
+    return heights.zone < lengths.leastZone || heights.results < lengths.leastResults;
+}
+
+} // namespace
+
+DropWindowHeights dropWindowHeights(const DropWindowLengths& lengths)
+{
+    DropWindowLengths left = lengths;
+    DropWindowHeights heights = share(left);
+    const bool hasResults = lengths.results > 0;
+    for (const bool isFooter : {true, false}) {
+        const int part = isFooter ? lengths.footer : lengths.strip;
+        if (!hasResults || part == 0 || !isTooLow(heights, lengths)) continue;
+        left.fixed -= part;
+        --left.gaps;
+        heights = share(left);
+        heights.footer = false;
+        heights.strip = isFooter;
+    }
     return heights;
 }
 

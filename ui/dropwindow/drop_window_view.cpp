@@ -24,6 +24,7 @@
 #include <QEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QShortcut>
 
@@ -61,6 +62,8 @@ DropWindowView::DropWindowView(LumoraSettings& settings, ProcessingModel& proces
             m_intake->load(std::move(files), m_process);
         });
     });
+    auto* openKeys = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_O), this);
+    connect(openKeys, &QShortcut::activated, m_zone, &QAbstractButton::click);
     auto* pasteKeys = new QShortcut(QKeySequence::Paste, this);
     connect(pasteKeys, &QShortcut::activated, this, &DropWindowView::paste);
 }
@@ -108,6 +111,13 @@ void DropWindowView::showEvent(QShowEvent* event)
     if (!window()->focusWidget()) setFocus();
 }
 
+// What no control took, such as the zone that lets go of a press.
+void DropWindowView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape && m_zone->isBusy()) return m_zone->cancel();
+    QWidget::keyPressEvent(event);
+}
+
 void DropWindowView::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
@@ -128,7 +138,11 @@ void DropWindowView::arrange()
                            .leastZone = DropZonePicture::leastHeight(),
                            .slimZone = fonts::scaled(slimZone),
                            .results = hasResults ? m_results->sizeHint().height() : 0,
-                           .leastResults = hasResults ? m_results->minimumSizeHint().height() : 0});
+                           .leastResults = hasResults ? m_results->minimumSizeHint().height() : 0,
+                           .strip = strip,
+                           .footer = footer});
+    m_strip->setVisible(heights.strip);
+    m_footer->setVisible(heights.footer);
     int top = inside.top();
     const auto place = [&](QWidget* part, int height) {
         part->setGeometry(inside.left(), top, inside.width(), height);
@@ -137,8 +151,8 @@ void DropWindowView::arrange()
     place(m_header, header);
     place(m_zone, heights.zone);
     if (hasResults) place(m_results, heights.results);
-    place(m_strip, strip);
-    place(m_footer, footer);
+    if (heights.strip) place(m_strip, strip);
+    if (heights.footer) place(m_footer, footer);
 }
 
 void DropWindowView::paintEvent(QPaintEvent*)

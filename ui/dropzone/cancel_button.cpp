@@ -22,9 +22,15 @@ CancelButton::CancelButton(QWidget* parent) : QAbstractButton(parent)
     setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_Hover);
     setCursor(Qt::ArrowCursor);
-    setToolTip(QStringLiteral("Cancel"));
     setAccessibleName(QStringLiteral("Cancel"));
-    setAccessibleDescription(QStringLiteral("Ends the batch after the files in work"));
+    setEndsAtOnce(false);
+}
+
+void CancelButton::setEndsAtOnce(bool atOnce)
+{
+    setToolTip(atOnce ? QStringLiteral("Cancel now") : QStringLiteral("Cancel"));
+    setAccessibleDescription(atOnce ? QStringLiteral("Ends the files in work as well")
+                                    : QStringLiteral("Ends the batch after the files in work"));
 }
 
 QSize CancelButton::sizeHint() const

@@ -14,6 +14,9 @@ class CancelButton : public QAbstractButton
 public:
     explicit CancelButton(QWidget* parent = nullptr);
 
+    // The next press ends the files in work as well.
+    void setEndsAtOnce(bool atOnce);
+
     QSize sizeHint() const override;
 
 protected:

@@ -35,7 +35,7 @@ DropZone::DropZone(ProcessingModel& processing, std::function<bool()> reducesMot
     m_turning.setDuration(turnMilliseconds);
     m_turning.setLoopCount(-1);
     connect(&m_turning, &QVariantAnimation::valueChanged, this, [this] { update(); });
-    connect(m_cancel, &QAbstractButton::clicked, &processing, &ProcessingModel::cancel);
+    connect(m_cancel, &QAbstractButton::clicked, this, &DropZone::cancel);
     connect(&processing, &ProcessingModel::isProcessingChanged, this, &DropZone::refresh);
     connect(&processing, &ProcessingModel::statusTextChanged, this, &DropZone::refresh);
     connect(&processing, &ProcessingModel::progressChanged, this, [this] { update(); });
@@ -67,9 +67,29 @@ QSize DropZone::minimumSizeHint() const
 void DropZone::refresh()
 {
     m_cancel->setVisible(m_processing.isProcessing());
-    setAccessibleDescription(m_processing.statusText() + QStringLiteral(". ") + DropZonePicture::hint());
+    m_cancel->setEndsAtOnce(m_processing.isCancelling());
+    setAccessibleDescription(m_processing.statusText() + QStringLiteral(". ") + secondLine());
     turnIfAsked();
     update();
+}
+
+// What became of a batch that had other than successes stands before the hint until the next one.
+QString DropZone::secondLine() const
+{
+    const QString outcome = m_processing.isProcessing() ? QString() : m_processing.outcome().text();
+    return outcome.isEmpty() ? DropZonePicture::hint()
+                             : outcome + QStringLiteral(". ") + DropZonePicture::hint();
+}
+
+bool DropZone::isBusy() const
+{
+    return m_processing.isProcessing();
+}
+
+void DropZone::cancel()
+{
+    if (m_processing.isCancelling()) return m_processing.cancelNow();
+    m_processing.cancel();
 }
 
 void DropZone::turnIfAsked()
@@ -153,6 +173,7 @@ void DropZone::paintEvent(QPaintEvent*)
     picture.iconName = iconName();
     if (isTurning()) picture.iconTurn = m_turning.currentValue().toDouble();
     picture.status = m_processing.statusText();
+    picture.secondLine = secondLine();
     if (m_processing.isProcessing()) picture.progress = progress();
     picture.targeted = m_isTargeted;
     picture.hovered = underMouse();

@@ -31,6 +31,9 @@ public:
     bool isTargeted() const { return m_isTargeted; }
     QString iconName() const;
     bool isTurning() const { return m_turning.state() == QAbstractAnimation::Running; }
+    // A batch runs, which cancel() ends after the files in work, and at once when it is called again.
+    bool isBusy() const;
+    void cancel();
     // The done part of the running batch, 0 to 1.
     double progress() const;
 
@@ -53,6 +56,7 @@ protected:
 private:
     void refresh();
     void turnIfAsked();
+    QString secondLine() const;
     void placeCancel();
     void setTargeted(bool targeted);
 

@@ -85,7 +85,7 @@ void DropZonePicture::paintProgress(QPainter& painter) const
     painter.setClipPath(shape);
     QRectF line(area.left(), area.bottom() + 1 - progressHeight, area.width() * *progress, progressHeight);
     if (direction == Qt::RightToLeft) line.moveRight(area.right() + 1);
-    painter.fillRect(line, TidewellTheme::copper());
+    painter.fillRect(line, TidewellTheme::copperBright());
     painter.restore();
 }
 
@@ -110,7 +110,7 @@ void DropZonePicture::paintContent(QPainter& painter) const
     paintLine(painter, top, TextStyle::headline, status);
     top += fonts::lineHeight(TextStyle::headline) + spacing;
     painter.setPen(TidewellTheme::creamMuted());
-    if (withHint) paintLine(painter, top, TextStyle::subheadline, hint());
+    if (withHint) paintLine(painter, top, TextStyle::subheadline, secondLine);
 }
 
 void DropZonePicture::paintLine(QPainter& painter, int top, TextStyle style, const QString& text) const
@@ -129,7 +129,7 @@ void DropZonePicture::paintIcon(QPainter& painter, const QRectF& place) const
     painter.translate(place.center());
     painter.rotate(iconTurn);
     Symbol{iconName, pictureSize, QFont::Normal, true}.paint(painter, place.translated(-place.center()),
-                                                             TidewellTheme::copper());
+                                                             TidewellTheme::copperBright());
     painter.restore();
 }
 

@@ -22,6 +22,7 @@ struct DropZonePicture
     QString iconName;
     double iconTurn = 0; // degrees, clockwise
     QString status;
+    QString secondLine = hint();
     std::optional<double> progress; // the done part, 0 to 1
     bool targeted = false;
     bool hovered = false;

@@ -3,7 +3,6 @@
 #include "ui/results/result_row.h"
 
 #include "ui/controls/figures.h"
-#include "ui/results/results_list_model.h"
 #include "ui/theme/fonts.h"
 #include "ui/theme/surfaces.h"
 #include "ui/theme/symbols.h"
@@ -29,11 +28,25 @@ int buttonExtent()
     return fonts::scaled(buttonSide);
 }
 
-Symbol statusSymbol(bool success)
+using Outcome = ResultsListModel::Outcome;
+
+Symbol statusSymbol(Outcome outcome)
 {
-    return {success ? QStringLiteral("checkmark.circle.fill")
-                    : QStringLiteral("exclamationmark.triangle.fill"),
-            symbolSize};
+    switch (outcome) {
+    case Outcome::success:
+        return {QStringLiteral("checkmark.circle.fill"), symbolSize};
+    case Outcome::skip:
+        return {QStringLiteral("minus.circle.fill"), symbolSize};
+    case Outcome::failure:
+        break;
+    }
+    return {QStringLiteral("exclamationmark.triangle.fill"), symbolSize};
+}
+
+QColor statusColour(Outcome outcome)
+{
+    if (outcome == Outcome::success) return TidewellTheme::sage();
+    return outcome == Outcome::skip ? TidewellTheme::creamSubtle() : TidewellTheme::copperBright();
 }
 
 } // namespace
@@ -46,6 +59,7 @@ int ResultRow::height()
 ResultRow::ResultRow(const QModelIndex& index, const QStyleOptionViewItem& option)
     : m_option(option), m_name(index.data().toString()),
       m_message(index.data(ResultsListModel::MessageRole).toString().simplified()),
+      m_outcome(static_cast<Outcome>(index.data(ResultsListModel::OutcomeRole).toInt())),
       m_isSuccess(index.data(ResultsListModel::IsSuccessRole).toBool()),
       m_hasOutput(index.data(ResultsListModel::HasOutputRole).toBool()),
       m_isLast(index.row() == index.model()->rowCount() - 1)
@@ -68,7 +82,7 @@ QRect ResultRow::revealButton() const
 
 QRect ResultRow::textColumn() const
 {
-    const int leading = sidePadding + statusSymbol(m_isSuccess).extent() + columnSpacing;
+    const int leading = sidePadding + statusSymbol(m_outcome).extent() + columnSpacing;
     const int trailing = sidePadding + (m_hasOutput ? buttonExtent() + columnSpacing : 0);
     return m_option.rect.adjusted(leading, 0, -trailing, 0);
 }
@@ -76,17 +90,17 @@ QRect ResultRow::textColumn() const
 void ResultRow::paint(QPainter& painter, bool revealHovered) const
 {
     paintGround(painter);
-    const Symbol status = statusSymbol(m_isSuccess);
+    const Symbol status = statusSymbol(m_outcome);
     const QRect icon(m_option.rect.left() + sidePadding, m_option.rect.top(), status.extent(),
                      m_option.rect.height());
-    status.paint(painter, mirrored(icon), m_isSuccess ? TidewellTheme::sage() : TidewellTheme::copper());
+    status.paint(painter, mirrored(icon), statusColour(m_outcome));
     paintTexts(painter);
     if (!m_hasOutput) return;
     if (revealHovered)
         paintRounded(painter, revealButton(), 6, TidewellTheme::withOpacity(TidewellTheme::cream(), 0.12),
                      Qt::transparent);
     Symbol{QStringLiteral("magnifyingglass"), symbolSize}.paint(
-        painter, revealButton(), revealHovered ? TidewellTheme::copperBright() : TidewellTheme::copper());
+        painter, revealButton(), revealHovered ? TidewellTheme::cream() : TidewellTheme::copperBright());
 }
 
 void ResultRow::paintGround(QPainter& painter) const

@@ -4,6 +4,8 @@
 // viewport.
 #pragma once
 
+#include "ui/results/results_list_model.h"
+
 #include <QRect>
 #include <QString>
 #include <QStyleOptionViewItem>
@@ -39,6 +41,7 @@ private:
     QString m_name;
     QString m_message;
     QString m_metricsText;
+    ResultsListModel::Outcome m_outcome;
     bool m_isSuccess;
     bool m_hasOutput;
     bool m_isLast;

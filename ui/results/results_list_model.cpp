@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/results/results_list_model.h"
 
+#include "model/batch_outcome.h"
 #include "model/processing_model.h"
 #include "model/result_text.h"
 #include "records/processing_result.h"
@@ -30,10 +31,18 @@ QString toolTip(const ProcessingResult& result)
     return QStringLiteral("<p style=\"white-space:pre\">%1</p>").arg(lines.join(u'\n').toHtmlEscaped());
 }
 
+ResultsListModel::Outcome outcome(const ProcessingResult& result)
+{
+    using Outcome = ResultsListModel::Outcome;
+    if (result.isSuccess) return Outcome::success;
+    return isSkipped(result) ? Outcome::skip : Outcome::failure;
+}
+
 // What the icon says to the eye comes first.
 QString spokenOutcome(const ProcessingResult& result)
 {
     const QString message = QString::fromStdString(result.message);
+    if (isSkipped(result)) return message;
     if (!result.isSuccess) return QStringLiteral("Failed: %1").arg(message);
     return QStringLiteral("Succeeded: %1, %2").arg(message, metricsLine(result));
 }
@@ -73,6 +82,8 @@ QVariant ResultsListModel::data(const QModelIndex& index, int role) const
         return QString::fromStdString(row.message);
     case IsSuccessRole:
         return row.isSuccess;
+    case OutcomeRole:
+        return static_cast<int>(outcome(row));
     case HasOutputRole:
         return row.outputURL.has_value();
     case MetricsTextRole:

@@ -16,9 +16,12 @@ class ResultsListModel : public QAbstractListModel
     Q_OBJECT
 
 public:
+    enum class Outcome { success, failure, skip };
+
     enum Role {
         MessageRole = Qt::UserRole, // QString, lines as they came
         IsSuccessRole,              // bool
+        OutcomeRole,                // Outcome, as an int
         HasOutputRole,              // bool
         MetricsTextRole,            // QString, the line of sizes
     };

@@ -176,10 +176,16 @@ QMenu* ResultsListView::makeContextMenu(const QModelIndex& index)
     return menu;
 }
 
+// Before a row is chosen, the first one in sight.
+QModelIndex ResultsListView::rowForKeys() const
+{
+    return currentIndex().isValid() ? currentIndex() : indexAt(QPoint(0, 0));
+}
+
 void ResultsListView::contextMenuEvent(QContextMenuEvent* event)
 {
     const bool byKeyboard = event->reason() == QContextMenuEvent::Keyboard;
-    const QModelIndex index = byKeyboard ? currentIndex() : indexAt(event->pos());
+    const QModelIndex index = byKeyboard ? rowForKeys() : indexAt(event->pos());
     if (!index.isValid()) return;
     QMenu* menu = makeContextMenu(index);
     menu->setAttribute(Qt::WA_DeleteOnClose);

@@ -44,6 +44,7 @@ protected:
     void startDrag(Qt::DropActions actions) override;
 
 private:
+    QModelIndex rowForKeys() const;
     QModelIndex revealButtonAt(const QPoint& point) const;
     void showInFolder(const QModelIndex& index) const;
 

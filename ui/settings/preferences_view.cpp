@@ -7,6 +7,7 @@
 #include "system/bundle.h"
 #include "ui/controls/styled_label.h"
 #include "ui/settings/preference_section.h"
+#include "ui/settings/reset_question.h"
 #include "ui/settings/settings_sections.h"
 #include "ui/theme/fonts.h"
 #include "ui/theme/surfaces.h"
@@ -24,6 +25,8 @@
 namespace lumora {
 namespace {
 
+constexpr int topPadding = 42;
+
 std::optional<std::filesystem::path> askForFolder(QWidget* parent)
 {
     const QString folder = QFileDialog::getExistingDirectory(parent, QStringLiteral("Choose Folder"));
@@ -34,29 +37,35 @@ std::optional<std::filesystem::path> askForFolder(QWidget* parent)
 } // namespace
 
 PreferencesView::PreferencesView(LumoraSettings& settings, StatsStore& stats, QWidget* parent)
-    : PreferencesView(settings, stats, askForFolder, parent)
+    : PreferencesView(settings, stats, askForFolder, confirmStatsReset, parent)
 {
 }
 
 PreferencesView::PreferencesView(LumoraSettings& settings, StatsStore& stats, FolderChooser chooser,
-                                 QWidget* parent)
-    : QScrollArea(parent), m_settings(settings), m_chooser(std::move(chooser))
+                                 Confirmation confirmReset, QWidget* parent)
+    : QScrollArea(parent), m_settings(settings), m_chooser(std::move(chooser)),
+      m_confirmReset(std::move(confirmReset))
 {
     setMinimumSize(620, 780);
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::ClickFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // The window's controls lie in this strip: nothing scrolls under them.
+    setViewportMargins(0, topPadding, 0, 0);
+    auto* aboveScrollBar = new QWidget;
+    aboveScrollBar->setFixedHeight(topPadding);
+    addScrollBarWidget(aboveScrollBar, Qt::AlignTop);
     setWidgetResizable(true);
     auto* content = new QWidget;
     auto* stack = new QVBoxLayout(content);
-    stack->setContentsMargins(22, 42, 22, 30);
+    stack->setContentsMargins(22, 0, 22, 30);
     stack->setSpacing(14);
     stack->addWidget(makeHeader());
     stack->addWidget(makeOutputSection(settings));
     stack->addWidget(makeOptimizationSection(settings));
     stack->addWidget(makeDestinationSection(settings, [this] { chooseDestinationFolder(); }));
     stack->addWidget(makeMiscellaneousSection(settings));
-    stack->addWidget(makeLifetimeStatsSection(stats));
+    stack->addWidget(makeLifetimeStatsSection(stats, [this] { return m_confirmReset(window()); }));
     stack->addStretch();
     setWidget(content);
     content->setAutoFillBackground(false);
@@ -114,15 +123,25 @@ void PreferencesView::showEvent(QShowEvent* event)
     if (!window()->focusWidget()) setFocus();
 }
 
+// Strip and viewport share one gradient.
+bool PreferencesView::event(QEvent* event)
+{
+    if (event->type() != QEvent::Paint) return QScrollArea::event(event);
+    QPainter(this).fillRect(rect(), windowGradient(rect(), layoutDirection()));
+    return true;
+}
+
 void PreferencesView::paintEvent(QPaintEvent*)
 {
     QPainter painter(viewport());
-    painter.fillRect(viewport()->rect(), windowGradient(viewport()->rect(), layoutDirection()));
+    painter.translate(-viewport()->pos());
+    painter.fillRect(rect(), windowGradient(rect(), layoutDirection()));
 }
 
 bool PreferencesView::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::Wheel) {
+    const bool isControl = qobject_cast<QComboBox*>(watched) || qobject_cast<QSlider*>(watched);
+    if (isControl && event->type() == QEvent::Wheel) {
         event->ignore();
         return true;
     }

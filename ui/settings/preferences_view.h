@@ -23,9 +23,12 @@ public:
     // Asks the user for a folder; absent when the user cancels. `parent` is the window to stand in front of.
     using FolderChooser = std::function<std::optional<std::filesystem::path>(QWidget* parent)>;
 
+    // Asks whether something may be done that cannot be undone.
+    using Confirmation = std::function<bool(QWidget* parent)>;
+
     PreferencesView(LumoraSettings& settings, StatsStore& stats, QWidget* parent = nullptr);
     PreferencesView(LumoraSettings& settings, StatsStore& stats, FolderChooser chooser,
-                    QWidget* parent = nullptr);
+                    Confirmation confirmReset, QWidget* parent = nullptr);
 
     // "Version 1.0.0 (1)", from the bundle's information dictionary; "Version 0.0 (0)" where it says nothing.
     static QString appVersionText(const std::filesystem::path& bundle);
@@ -37,6 +40,7 @@ public:
     QSize sizeHint() const override { return {620, 820}; }
 
 protected:
+    bool event(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     // Scrolling over a control scrolls the view; it never changes the control's setting.
@@ -47,6 +51,7 @@ private:
 
     LumoraSettings& m_settings;
     const FolderChooser m_chooser;
+    const Confirmation m_confirmReset;
 };
 
 } // namespace lumora

@@ -49,6 +49,14 @@ void SettingsChip::display(const QString& systemName, const QString& text)
     update();
 }
 
+void SettingsChip::displayState(const QString& what, bool on)
+{
+    setCheckable(true);
+    setChecked(on);
+    setAccessibleName(text() + QStringLiteral(", ") + what +
+                      (on ? QStringLiteral(" on") : QStringLiteral(" off")));
+}
+
 QSize SettingsChip::sizeHint() const
 {
     const int width =

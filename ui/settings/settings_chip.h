@@ -18,6 +18,8 @@ public:
     // The name of the symbol shown now.
     const QString& systemName() const { return m_systemName; }
     void display(const QString& systemName, const QString& text);
+    // Of a chip that switches `what` on and off: its spoken name tells which, behind the text that it shows.
+    void displayState(const QString& what, bool on);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }

@@ -143,6 +143,7 @@ MetadataSettingsChip::MetadataSettingsChip(LumoraSettings& settings, QWidget* pa
         } else {
             display(QStringLiteral("doc.badge.gearshape"), QStringLiteral("Keep metadata"));
         }
+        displayState(QStringLiteral("metadata removal"), settings.removeMetadata());
     });
 }
 
@@ -155,6 +156,7 @@ ColorSettingsChip::ColorSettingsChip(LumoraSettings& settings, QWidget* parent)
         const bool optimized = settings.optimizeColorForSharing();
         display(QStringLiteral("paintpalette"),
                 optimized ? QStringLiteral("sRGB") : QStringLiteral("Original color"));
+        displayState(QStringLiteral("color optimization"), optimized);
     });
 }
 

@@ -150,7 +150,7 @@ PreferenceSection* makeMiscellaneousSection(LumoraSettings& settings)
           "Quits after the files that were opened with the application or dropped on its icon"}});
 }
 
-PreferenceSection* makeLifetimeStatsSection(StatsStore& stats)
+PreferenceSection* makeLifetimeStatsSection(StatsStore& stats, std::function<bool()> confirm)
 {
     auto* section = new PreferenceSection(QStringLiteral("Lifetime Stats"));
     section->add(new LifetimeStatsGrid(stats));
@@ -158,7 +158,9 @@ PreferenceSection* makeLifetimeStatsSection(StatsStore& stats)
                                             QStringLiteral("Reset Lifetime Stats")),
                            "Sets all lifetime figures to zero");
     const auto refresh = [&stats, reset] { reset->setEnabled(stats.stats().filesProcessed != 0); };
-    QObject::connect(reset, &QPushButton::clicked, &stats, &StatsStore::reset);
+    QObject::connect(reset, &QPushButton::clicked, &stats, [&stats, confirm = std::move(confirm)] {
+        if (confirm()) stats.reset();
+    });
     QObject::connect(&stats, &StatsStore::statsChanged, reset, refresh);
     refresh();
     section->addLeading(reset);

@@ -15,6 +15,7 @@ PreferenceSection* makeOutputSection(LumoraSettings& settings);
 PreferenceSection* makeOptimizationSection(LumoraSettings& settings);
 PreferenceSection* makeDestinationSection(LumoraSettings& settings, std::function<void()> chooseFolder);
 PreferenceSection* makeMiscellaneousSection(LumoraSettings& settings);
-PreferenceSection* makeLifetimeStatsSection(StatsStore& stats);
+// `confirm` is asked before the figures go.
+PreferenceSection* makeLifetimeStatsSection(StatsStore& stats, std::function<bool()> confirm);
 
 } // namespace lumora

@@ -83,7 +83,7 @@ void paintCheckBox(QPainter& painter, const QStyleOption& option)
     const bool on = has(option, QStyle::State_On);
     const QColor fill =
         on ? (has(option, QStyle::State_Sunken) ? copperStrong() : copper()) : lightCardRaised();
-    paintRounded(painter, option.rect, 4.5, fill, on ? copperStrong() : outlineColour(option));
+    paintRounded(painter, option.rect, 4.5, fill, on ? copperStrong() : copper());
     if (on) paintTick(painter, QRectF(option.rect).center(), option.rect.height(), cream());
     painter.restore();
 }

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-FileCopyrightText: 2026 Tidewell
 # SPDX-License-Identifier: GPL-3.0-or-later
-# display.sh CASE: gives a case its X server and window manager, and ends what is left of it.
+# display.sh CASE WINDOW_MANAGER: gives a case its X server and window manager, and ends what is left of it.
 set -eu
 
 # shellcheck source=tests/app/desktop/session.sh
@@ -18,7 +18,7 @@ trap 'kill "$x_server"; wait "$x_server"' EXIT
 wait_for "the X server" test -s "$XDG_RUNTIME_DIR/display"
 DISPLAY=:$(tr -d '\n' <"$XDG_RUNTIME_DIR/display")
 export DISPLAY
-openbox >/dev/null 2>&1 &
+"$2" >/dev/null 2>&1 &
 wait_for "the window manager" window_manager_runs
 
 bash -eu -c '. "$LUMORA_SESSION"; . "$1"' case "$1"

@@ -50,6 +50,14 @@ main_window_is_shown() { is_shown "$(main_window)"; }
 main_window_is_hidden() { ! main_window_is_shown; }
 wait_for_main_window() { wait_for "the drop window" main_window_is_shown; }
 
+question() { # the id of the question about an existing output
+    local id
+    for id in $(xdotool search --onlyvisible --name '^Lumora$'); do
+        xprop -id "$id" WM_WINDOW_ROLE | grep -q LumoraMessage && echo "$id" && return
+    done
+    return 1
+}
+
 window_fact() { xwininfo -id "$(main_window || echo 0)" | sed -n "s/^ *$1: *//p"; }
 window_size() { echo "$(window_fact Width)x$(window_fact Height)"; }
 window_left() { window_fact 'Absolute upper-left X'; }
@@ -67,6 +75,28 @@ status_item() { # "ID X Y" of the docked status item
     id=$(xwininfo -root -tree | awk '/"Lumora"/ && / 30x[0-9]+\+/ { print $1; exit }')
     is_shown "$id" && echo "$id $(window_place "$id")"
 }
+
+is_zoomed() { xprop -id "$(main_window)" _NET_WM_STATE | grep -q MAXIMIZED_VERT; }
+
+# Hands files to the running program and returns when their results have arrived.
+lumora_takes_files() {
+    lumora "$@"
+    wait_for_output "$@"
+    wait_for "the results" is_still root
+}
+
+# A program of somebody else's, for the keyboard to be in.
+start_other_program() {
+    xmessage -name other -geometry +20+1200 "somebody else's window" &
+    wait_for "the other program" xdotool search --onlyvisible --classname '^other$'
+    other=$(xdotool search --onlyvisible --classname '^other$')
+    activate_other_program
+}
+activate_other_program() {
+    xdotool windowactivate "$other"
+    wait_for "the other program in front" other_program_is_active
+}
+other_program_is_active() { [ "$(xdotool getactivewindow)" = "$other" ]; }
 
 # setting KEY VALUE: before the application starts.
 setting() {

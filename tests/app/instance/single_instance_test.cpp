@@ -8,6 +8,7 @@
 
 #include <QDBusMessage>
 #include <QDBusPendingCall>
+#include <QElapsedTimer>
 
 #include <gtest/gtest.h>
 
@@ -206,6 +207,20 @@ TEST_F(SingleInstanceTest, AnOwnerThatNeverAnswersCostsNoFile)
     ASSERT_TRUE(silent.start({}));
     SingleInstance second(m_bus.connect());
     EXPECT_EQ(second.start({{"/a.png"}}, shortPatience), (LaunchRequest{{"/a.png"}}));
+}
+
+TEST_F(SingleInstanceTest, AnOwnerThatNeverAnswersHoldsUpALaunchForOneReplyOnlyAndIsComplainedOf)
+{
+    SingleInstance silent(m_bus.connect());
+    ASSERT_TRUE(silent.start({}));
+    SingleInstance second(m_bus.connect());
+    QElapsedTimer waited;
+    waited.start();
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(second.start({{"/a.png"}}, {std::chrono::milliseconds(500), 5}));
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("does not answer"), std::string::npos);
+    EXPECT_LT(waited.elapsed(), 1000);
+    EXPECT_LE(SingleInstance::Patience().reply, std::chrono::seconds(3));
 }
 
 TEST_F(SingleInstanceTest, OfEightSimultaneousLaunchesOneStaysAndNoFileIsLost)

@@ -2,9 +2,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/window/branded_window.h"
 
+#include "app/window/branded_window_accessible.h"
+#include "tests/app/wait_for.h"
+
+#include <QAccessible>
 #include <QGuiApplication>
 #include <QMenu>
+#include <QPushButton>
 #include <QScreen>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -90,6 +96,54 @@ TEST_F(BrandedWindowTest, TheMenuButtonOpensTheApplicationMenu)
     EXPECT_TRUE(m_menu.isVisible());
     m_menu.close();
     EXPECT_TRUE(window.actions().contains(m_menu.actions().constFirst()));
+}
+
+TEST_F(BrandedWindowTest, TheKeyboardStartsInTheContent)
+{
+    auto* content = new QWidget;
+    auto* first = new QPushButton(content);
+    content->setFocusPolicy(Qt::ClickFocus);
+    BrandedWindow window(m_small, content, m_menu);
+    window.bringToFront();
+    QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(window.focusWidget(), first);
+}
+
+TEST_F(BrandedWindowTest, KeysOpenTheMenuAndCloseTheWindow)
+{
+    m_menu.addAction(QStringLiteral("About Lumora"));
+    BrandedWindow window(m_small, new QWidget, m_menu);
+    window.bringToFront();
+    ASSERT_TRUE(test::waitFor([&] { return window.isActiveWindow(); }));
+    QTest::keyClick(&window, Qt::Key_F10);
+    EXPECT_TRUE(m_menu.isVisible());
+    m_menu.close();
+    QTest::keyClick(&window, Qt::Key_W, Qt::ControlModifier);
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(BrandedWindowTest, StaysOpenWhereItMayNotClose)
+{
+    BrandedWindow window(m_small, new QWidget, m_menu);
+    int closed = 0;
+    bool mayClose = false;
+    QObject::connect(&window, &BrandedWindow::closed, [&] { ++closed; });
+    window.setMayClose([&] { return mayClose; });
+    window.bringToFront();
+    window.close();
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(closed, 0);
+    mayClose = true;
+    window.close();
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(closed, 1);
+}
+
+TEST_F(BrandedWindowTest, IsAWindowToAssistiveTechnology)
+{
+    exposeBrandedWindows();
+    BrandedWindow window(m_small, new QWidget, m_menu);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&window)->role(), QAccessible::Window);
 }
 
 } // namespace

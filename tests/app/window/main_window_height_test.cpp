@@ -65,6 +65,36 @@ TEST_F(MainWindowHeightTest, AnAnimationEndsAtTheSameHeight)
     EXPECT_EQ(m_window.geometry().topLeft(), QPoint(20, 30));
 }
 
+TEST_F(MainWindowHeightTest, ResultsThatFollowFastDoNotHoldUpTheGrowth)
+{
+    MainWindowHeight height = follow(false);
+    QTimer flood;
+    QObject::connect(&flood, &QTimer::timeout, [&] { height.resizeFor(2); });
+    flood.start(1);
+    EXPECT_TRUE(test::waitFor([&] { return m_window.height() == 574; }, std::chrono::seconds(2)));
+}
+
+TEST_F(MainWindowHeightTest, AMinimisedWindowIsLeftAloneAndHasItsHeightWhenItReturns)
+{
+    const MainWindowHeight height = follow();
+    m_window.showMinimized();
+    ASSERT_TRUE(m_model.finish(2));
+    EXPECT_EQ(m_window.height(), 360);
+    EXPECT_TRUE(m_window.isMinimized());
+    m_window.showNormal();
+    EXPECT_TRUE(test::waitFor([&] { return m_window.height() == 574; }));
+}
+
+TEST_F(MainWindowHeightTest, AZoomedWindowHasItsHeightWhenItIsRestored)
+{
+    const MainWindowHeight height = follow();
+    m_window.showMaximized();
+    ASSERT_TRUE(m_model.finish(2));
+    EXPECT_TRUE(m_window.isMaximized());
+    m_window.showNormal();
+    EXPECT_TRUE(test::waitFor([&] { return m_window.size() == QSize(700, 574); }));
+}
+
 TEST_F(MainWindowHeightTest, AWidthSetByHandStays)
 {
     const MainWindowHeight height = follow();

@@ -10,7 +10,8 @@ namespace lumora {
 
 void PrintTo(const DropWindowHeights& heights, std::ostream* out)
 {
-    *out << "spacing " << heights.spacing << ", zone " << heights.zone << ", results " << heights.results;
+    *out << "spacing " << heights.spacing << ", zone " << heights.zone << ", results " << heights.results
+         << (heights.strip ? "" : ", no strip") << (heights.footer ? "" : ", no footer");
 }
 
 namespace {
@@ -42,6 +43,23 @@ TEST(DropWindowHeights, NarrowTheGapsThenTheZoneAndAtLastTheRows)
     EXPECT_EQ(dropWindowHeights(lengths(342, 500)), (DropWindowHeights{13, 90, 100}));
     EXPECT_EQ(dropWindowHeights(lengths(300, 500)), (DropWindowHeights{8, 68, 100}));
     EXPECT_EQ(dropWindowHeights(lengths(240, 500)), (DropWindowHeights{8, 36, 72}));
+}
+
+TEST(DropWindowHeights, LetFooterThenStatisticsGoBeforeTheLastRowAndTheZone)
+{
+    const auto heights = [](int available, int results) {
+        DropWindowLengths all = lengths(available, results);
+        all.strip = 26;
+        all.footer = 20;
+        return dropWindowHeights(all);
+    };
+    // The smallest room for all is 100 and 90 and 100 with four gaps of 8.
+    EXPECT_EQ(heights(322, 500), (DropWindowHeights{8, 90, 100, true, true}));
+    EXPECT_EQ(heights(321, 500), (DropWindowHeights{17, 90, 100, true, false}));
+    EXPECT_EQ(heights(293, 500), (DropWindowHeights{18, 90, 113, false, false}));
+    EXPECT_EQ(heights(240, 500), (DropWindowHeights{8, 70, 100, false, false}));
+    EXPECT_EQ(heights(200, 0).strip, true);
+    EXPECT_EQ(heights(200, 0).footer, true);
 }
 
 } // namespace

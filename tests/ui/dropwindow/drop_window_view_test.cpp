@@ -77,6 +77,48 @@ TEST_F(DropWindow, LetsTheZoneGiveWayInTheFirstWindowAndNeverTheFooter)
     EXPECT_EQ(placeOf(part<DropWindowFooter>()).bottom(), 320 - 22 - 1);
 }
 
+TEST_F(DropWindow, LetsStatisticsAndLinksGiveWayToARowAndTheZoneInTheLowestWindow)
+{
+    objects.addSuccess("/photos/a.jpg", 2000, 1000, "Optimized");
+    view->resize(720, 320);
+    QCoreApplication::processEvents();
+    EXPECT_GE(part<ResultsListView>().height(), 58);
+    EXPECT_GE(zone().height(), 60);
+    EXPECT_FALSE(part<DropWindowFooter>().isVisible());
+    EXPECT_FALSE(part<LifetimeStatsStrip>().isVisible());
+    view->resize(820, 516);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(part<DropWindowFooter>().isVisible());
+    EXPECT_TRUE(part<LifetimeStatsStrip>().isVisible());
+}
+
+TEST_F(DropWindow, CancelsByEscapeUnlessTheZoneLetsGoOfAPress)
+{
+    objects.runUntil(1, 4);
+    QTest::keyPress(&zone(), Qt::Key_Space);
+    QTest::keyClick(&zone(), Qt::Key_Escape);
+    EXPECT_FALSE(objects.model.isCancelling());
+    QTest::keyClick(&zone(), Qt::Key_Escape);
+    EXPECT_TRUE(objects.model.isCancelling());
+    objects.letWorkersGo();
+    EXPECT_TRUE(waitForStatus("Done"));
+    EXPECT_EQ(zone().accessibleDescription(),
+              QStringLiteral("Done. 3 optimized, 1 left out. Drop image files or folders here, or onto the "
+                             "Lumora Dock icon."));
+}
+
+TEST_F(DropWindow, TellsThatTheSecondPressOfCancelEndsTheFilesInWork)
+{
+    objects.runUntil(1, 4);
+    auto& cancel = part<CancelButton>();
+    EXPECT_EQ(cancel.toolTip(), QStringLiteral("Cancel"));
+    cancel.click();
+    EXPECT_EQ(cancel.toolTip(), QStringLiteral("Cancel now"));
+    EXPECT_EQ(objects.model.statusText(), QStringLiteral("Cancelling..."));
+    objects.letWorkersGo();
+    EXPECT_TRUE(waitForStatus("Done"));
+}
+
 TEST_F(DropWindow, KeepsEightWholeRowsInItsTallestOwnHeight)
 {
     for (int i = 0; i < 9; ++i)

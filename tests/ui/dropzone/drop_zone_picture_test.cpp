@@ -77,7 +77,7 @@ TEST(DropZonePicture, DrawsItsProgressFromTheLeadingEdge)
 {
     DropZonePicture picture;
     picture.progress = 0.25;
-    const QRgb copper = TidewellTheme::copper().rgb();
+    const QRgb copper = TidewellTheme::copperBright().rgb();
     QImage image = paint(picture, 170);
     EXPECT_EQ(image.pixel(100, 168), copper);
     EXPECT_NE(image.pixel(130, 168), copper);

@@ -80,11 +80,22 @@ TEST_F(PaintedRow, OfAFailureHasAWarningAMessageNoSizeLineAndNoButton)
 {
     objects.addFailure("/photos/a.jpg", "The image could not be read.");
     const QImage row = paint(0);
-    EXPECT_TRUE(shows(row, statusIcon, TidewellTheme::copper()));
+    EXPECT_TRUE(shows(row, statusIcon, TidewellTheme::copperBright()));
     EXPECT_FALSE(shows(row, statusIcon, TidewellTheme::sage()));
     EXPECT_FALSE(isBlack(row, QRect(34, 30, 400, 12)));
     EXPECT_TRUE(isBlack(row, QRect(34, 47, 400, 10)));
     EXPECT_TRUE(isBlack(row, button));
+}
+
+TEST_F(PaintedRow, OfASkippedFileLooksOtherThanAFailure)
+{
+    objects.addFailure("/photos/a.jpg", "Skipped because the output file already exists.");
+    const QImage skipped = paint(0);
+    objects.addFailure("/photos/a.jpg", "The image could not be read.");
+    EXPECT_NE(skipped.copy(statusIcon), paint(0).copy(statusIcon));
+    EXPECT_FALSE(shows(skipped, statusIcon, TidewellTheme::copperBright()));
+    EXPECT_EQ(model.index(1).data(Qt::AccessibleDescriptionRole),
+              QStringLiteral("Skipped because the output file already exists."));
 }
 
 TEST_F(PaintedRow, IsPalerFromLineToLineAndSageWhereItSucceeded)

@@ -55,6 +55,18 @@ TEST_F(ResultRows, OpenTheMenuOfTheRowUnderThePointerOrOfTheCurrentOne)
     }
 }
 
+TEST_F(ResultRows, OpenTheMenuOfTheFirstRowInSightByKeyBeforeOneIsChosen)
+{
+    addSuccesses(2);
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+    QCoreApplication::sendEvent(view().viewport(), &event);
+    auto* menu = view().findChild<QMenu*>();
+    ASSERT_TRUE(menu && menu->isVisible());
+    menu->actions().first()->trigger();
+    EXPECT_EQ(objects.shown.back(), path("/photos/1.webp"));
+    menu->close();
+}
+
 TEST_F(ResultRows, OpenNoMenuBelowTheLastRow)
 {
     addSuccesses(1);

@@ -17,6 +17,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QScrollBar>
 #include <QSlider>
 #include <QTest>
 #include <QWheelEvent>
@@ -69,7 +70,9 @@ protected:
     test::ModelObjects m_objects;
     LumoraSettings& m_settings = m_objects.settings;
     std::optional<std::filesystem::path> m_chosen;
-    PreferencesView m_view{m_settings, m_objects.stats, [this](QWidget*) { return m_chosen; }};
+    bool m_confirms = true;
+    PreferencesView m_view{m_settings, m_objects.stats, [this](QWidget*) { return m_chosen; },
+                           [this](QWidget*) { return m_confirms; }};
 };
 
 TEST_F(Preferences, ShowEverySectionRowAndTextInOrder)
@@ -280,6 +283,34 @@ TEST_F(Preferences, ResetButtonWorksOnceFilesWereProcessed)
     reset->click();
     EXPECT_EQ(m_objects.stats.stats(), LifetimeStats());
     EXPECT_FALSE(reset->isEnabled());
+}
+
+TEST_F(Preferences, ResetNothingWhereTheUserThinksBetterOfIt)
+{
+    m_objects.record(2, 1);
+    m_confirms = false;
+    find<StyledButton>("Reset Lifetime Stats")->click();
+    EXPECT_EQ(m_objects.stats.stats().filesProcessed, 1);
+}
+
+TEST_F(Preferences, ScrollByKeysBeforeAnythingIsClicked)
+{
+    m_view.resize(620, 500);
+    m_view.activateWindow();
+    QCoreApplication::processEvents();
+    ASSERT_TRUE(m_view.window()->focusWidget());
+    QTest::keyClick(m_view.window()->focusWidget(), Qt::Key_PageDown);
+    EXPECT_GT(m_view.verticalScrollBar()->value(), 100);
+}
+
+TEST_F(Preferences, ScrollUnderAStripThatStaysForTheWindowsControls)
+{
+    m_view.resize(620, 500);
+    QCoreApplication::processEvents();
+    const auto strip = [this] { return m_view.grab(QRect(0, 0, 620, 42)).toImage(); };
+    const QImage before = strip();
+    m_view.verticalScrollBar()->setValue(200);
+    EXPECT_EQ(strip(), before);
 }
 
 TEST_F(Preferences, ScrollingOverAPickerChangesNoSetting)

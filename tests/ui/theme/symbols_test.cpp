@@ -30,6 +30,7 @@ constexpr const char* symbolNames[] = {
     "folder",
     "gearshape",
     "magnifyingglass",
+    "minus.circle.fill",
     "paintpalette",
     "photo",
     "photo.on.rectangle.angled",

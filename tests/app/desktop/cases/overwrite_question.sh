@@ -5,16 +5,17 @@
 setting warnBeforeOverwrite true
 picture "$HOME/pictures/a.png"
 output=$HOME/pictures/a.webp
-question() { xdotool search --onlyvisible --name '^Lumora$' | while read -r id; do
-    xprop -id "$id" _NET_WM_STATE | grep -q MODAL && echo "$id" && break
-done | grep .; }
 answer() {
     local asked
     wait_for "the question" question
     asked=$(question)
-    xdotool windowfocus --sync "$asked" key "$1"
     question_is_gone() { [ "$(question)" != "$asked" ]; }
-    wait_for "the question to close" question_is_gone
+    # It ignores the keys of its first half second, and the next one does as well.
+    pressed_away() {
+        xdotool windowfocus --sync "$asked" key "$1"
+        question_is_gone
+    }
+    wait_for "the question to close" pressed_away "$1"
 }
 content_is() { [ "$(cat "$output")" = "$1" ]; }
 
