@@ -37,16 +37,16 @@ protected:
 
     std::filesystem::path tagged(const std::string& name, const std::string& tag, const std::string& value)
     {
-        const auto file = photo(name);
+        auto file = photo(name);
         test::writeTag(file, tag, value);
         return file;
     }
 
-    static constexpr SettingsDraft keeping(OutputFormat format)
+    static SettingsDraft keeping(OutputFormat format)
     {
         return {.outputFormat = format, .removeMetadata = false};
     }
-    static constexpr SettingsDraft untouched(OutputFormat format)
+    static SettingsDraft untouched(OutputFormat format)
     {
         return {.outputFormat = format, .optimizeColorForSharing = false, .removeColorManagement = false};
     }
@@ -166,7 +166,7 @@ protected:
     }
     std::filesystem::path jpegWith(const std::string& segments, const std::string& behind = {})
     {
-        const auto file = photo("a.jpg");
+        auto file = photo("a.jpg");
         const std::string bytes = test::readBytes(file);
         test::writeText(file, bytes.substr(0, 2) + segments + bytes.substr(2) + behind);
         return file;

@@ -71,7 +71,7 @@ TEST(TiffPages, OfADamagedFileAreNotCounted)
     EXPECT_EQ(pagesOf(threePages(exif, {0, 0, 0}, 8)).count, 0); // back to the first, for ever
     EXPECT_EQ(pagesOf(threePages(exif, {0, 0, 0}, 5000)).count, 0);
     EXPECT_EQ(pagesOf("").count, 0);
-    EXPECT_EQ(pagesOf("II+\0").count, 0);
+    EXPECT_EQ(pagesOf(std::string("II+\0", 4)).count, 0);
 }
 
 } // namespace

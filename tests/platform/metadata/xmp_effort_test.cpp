@@ -27,7 +27,7 @@ TEST(ReasonableXmp, IsWhatProgramsWrite)
 {
     EXPECT_TRUE(isReasonableXmp(""));
     EXPECT_TRUE(isReasonableXmp(packetOf(repeated(1000, "<a:p", ">v</a:p>"))));
-    EXPECT_TRUE(isReasonableXmp(packetOf("<a:p>" + std::string(10'000'000, 'x') + "</a:p>")));
+    EXPECT_TRUE(isReasonableXmp(packetOf("<a:p>" + std::string(5'000'000, 'x') + "</a:p>")));
     EXPECT_TRUE(isReasonableXmp(
         packetOf("<a:p><rdf:Bag>" + repeated(100'000, "<rdf:li>v</rdf:li>") + "</rdf:Bag></a:p>")));
     EXPECT_TRUE(isReasonableXmp(packetOf("<a:p><rdf:Seq>" +
