@@ -2,15 +2,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "encoded_bytes.h"
 #include "format_io.h"
+#include "jpeg/jpeg_loader.h"
 #include "metadata/reading.h"
 #include "metadata/resolution.h"
 #include "vips_density.h"
-#include "vips_loading.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <string>
+
+#include <vips/vips.h>
 
 namespace lumora {
 namespace {
@@ -87,19 +89,7 @@ Result<Bytes> encode(const EncodeRequest& request)
 
 Result<VipsImagePtr> load(int descriptor)
 {
-    return loadStrictly(vips_jpegload_source, descriptor);
-}
-
-Result<VipsImagePtr> loadReduced(int divisor, int descriptor)
-{
-    const std::unique_ptr<VipsSource, VipsUnref> source(vips_source_new_from_descriptor(descriptor));
-    VipsImage* image = nullptr;
-    if (!source ||
-        vips_jpegload_source(source.get(), &image, "shrink", divisor, "access", VIPS_ACCESS_SEQUENTIAL,
-                             "fail_on", VIPS_FAIL_ON_ERROR, nullptr) != 0) {
-        return takeVipsError();
-    }
-    return VipsImagePtr(image);
+    return loadJpeg(1, descriptor);
 }
 
 void describe(int descriptor, VipsImage* image, Metadata& metadata)
@@ -118,7 +108,7 @@ constexpr std::array mimeTypes{"image/jpeg"sv};
 constexpr StorageLimits limits{
     .holdsGray = true, .holdsInk = true, .profiles = ProfileStorage::any, .longestEdge = 65500};
 constexpr FormatReader reader{
-    .load = load, .describe = describe, .loadReduced = loadReduced, .operation = "VipsForeignLoadJpeg"};
+    .load = load, .describe = describe, .loadReduced = loadJpeg, .operation = "VipsForeignLoadJpeg"};
 constexpr FormatWriter writer{.encode = encode, .operation = "VipsForeignSaveJpeg"};
 
 } // namespace
