@@ -5,11 +5,13 @@
 #include "metadata/reading.h"
 #include "metadata/resolution.h"
 #include "pixels/stored_form.h"
-#include "vips_loading.h"
+#include "tiff/tiff_loader.h"
 
 #include <algorithm>
 #include <array>
 #include <string_view>
+
+#include <vips/vips.h>
 
 namespace lumora {
 namespace {
@@ -79,11 +81,6 @@ Result<Bytes> encode(const EncodeRequest& request)
     return withTiffMetadata(std::move(*bytes), request.metadata, request.facts);
 }
 
-Result<VipsImagePtr> load(int descriptor)
-{
-    return loadStrictly(vips_tiffload_source, descriptor);
-}
-
 // The image library widens the components of a grey picture without saying so.
 void noteGrayForm(VipsImage* image, const MetadataFields& fields)
 {
@@ -117,7 +114,7 @@ constexpr StorageLimits limits{.holdsSixteenBits = true,
                                .holdsAlpha = true,
                                .holdsAnyModel = true,
                                .profiles = ProfileStorage::any};
-constexpr FormatReader reader{.load = load, .describe = describe, .operation = "VipsForeignLoadTiff"};
+constexpr FormatReader reader{.load = loadTiff, .describe = describe, .operation = "VipsForeignLoadTiff"};
 constexpr FormatWriter writer{.encode = encode, .operation = "VipsForeignSaveTiff"};
 
 } // namespace

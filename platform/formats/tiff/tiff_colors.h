@@ -1,0 +1,14 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Rows of pictures whose samples are no plain components (brightness and colour differences at a lower
+// resolution, logarithms), as the TIFF library converts them to RGB. Holds one strip or one row of tiles.
+#pragma once
+
+#include "tiff/tiff_rows.h"
+
+namespace lumora {
+
+// As openTiffRows.
+Result<std::unique_ptr<TiffRows>> openTiffColors(int descriptor, const TiffLayout& layout);
+
+} // namespace lumora
