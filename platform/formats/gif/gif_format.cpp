@@ -6,6 +6,7 @@
 #include "encoded_bytes.h"
 #include "format_io.h"
 #include "gif/gif_comments.h"
+#include "gif/gif_data.h"
 #include "indexed_pixels.h"
 #include "system/regular_file.h"
 #include "vips_loading.h"
@@ -113,14 +114,17 @@ Result<Bytes> encode(const EncodeRequest& request)
     return withGifComments(std::move(*bytes), request.metadata.gifComments);
 }
 
+constexpr std::size_t largestFile = std::size_t{1} << 26U;
+
 Result<VipsImagePtr> load(int descriptor)
 {
+    if (const auto bytes = readAll(descriptor, largestFile); bytes && !hasWholeGifPicture(*bytes))
+        return Error{"damaged GIF"};
     return loadStrictly(vips_gifload_source, descriptor);
 }
 
 void describe(int descriptor, VipsImage* image, Metadata& metadata)
 {
-    constexpr std::size_t largestFile = std::size_t{1} << 26U;
     if (const auto bytes = readAll(descriptor, largestFile)) metadata.gifComments = gifComments(*bytes);
     readAttachedMetadata(image, metadata);
 }
