@@ -61,6 +61,7 @@ Image transformedImage(const Image& image, const OptimizerSettings& settings)
         request.height = reduced(image.height(), factor);
     }
     auto drawn = draw(image, request);
+    if (!drawn && drawn.error().isInconvertible) return image;
     if (!drawn) throw ImageOptimizerError::unreadableImage();
     return *drawn;
 }

@@ -17,8 +17,9 @@ Image orientedImage(const ImageSource& source, const Image& fallback);
 double scaleFactor(std::int64_t width, std::int64_t height, const OptimizerSettings& settings);
 
 // The final picture: the very image that came in when nothing is to change, otherwise an 8-bit RGBA bitmap at
-// the reduced size (products truncated, at least 1) in the colour space of the settings. Throws
-// unreadableImage when a picture still to be decoded turns out damaged.
+// the reduced size (products truncated, at least 1) in the colour space of the settings. A picture that
+// cannot be redrawn comes back as it is. Throws unreadableImage when a picture still to be decoded turns out
+// damaged.
 Image transformedImage(const Image& image, const OptimizerSettings& settings);
 
 } // namespace lumora::ImageOptimizer

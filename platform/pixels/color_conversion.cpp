@@ -176,7 +176,9 @@ ColorConversion ColorConversion::toSrgb(RowFormat format, ProfileBytes profile)
     }
     const Profile source = openProfile(profile);
     if (!source || (format.model == ColorModel::rgb && isSrgb(source.get()))) return none(format);
-    return {format, Transform(createTransform(format, source.get()))};
+    ColorConversion conversion(format, Transform(createTransform(format, source.get())));
+    conversion.m_isPossible = conversion.m_transform != nullptr;
+    return conversion;
 }
 
 void ColorConversion::run(const std::uint8_t* from, std::uint8_t* rgba, std::size_t pixels) const

@@ -67,11 +67,14 @@ public:
     {
     }
 
-    Result<RgbaBytes> run(PixelSize size)
+    Result<RgbaBytes, DrawError> run(PixelSize size)
     {
         RgbaBytes rgba = allocateRgba(size);
-        const auto status = size == m_shape.rows ? drawRows(rgba.get()) : reduce(rgba.get(), size);
-        if (!status) return status.error();
+        if (size != m_shape.rows) {
+            if (auto status = reduce(rgba.get(), size); !status) return status.error();
+        } else if (auto status = drawRows(rgba.get()); !status) {
+            return DrawError(status.error());
+        }
         return rgba;
     }
 
@@ -92,7 +95,7 @@ private:
         return Done{};
     }
 
-    Status reduce(std::uint8_t* rgba, PixelSize size)
+    Result<Done, DrawError> reduce(std::uint8_t* rgba, PixelSize size)
     {
         const RowFormat format = m_reader.format();
         const auto width = static_cast<std::size_t>(size.width);
@@ -177,7 +180,7 @@ SourceShape shapeOf(const Image& full, const Image& decoded, int divisor)
 
 } // namespace
 
-Result<Image> draw(const Image& image, const DrawRequest& request)
+Result<Image, DrawError> draw(const Image& image, const DrawRequest& request)
 {
     // A copy, which outlives the start of the decoder.
     const auto attached = attachedProfile(image.pixels());
@@ -191,16 +194,28 @@ Result<Image> draw(const Image& image, const DrawRequest& request)
 
     const int divisor = decodingDivisor(storedSize(image), size);
     const auto decoded = divisor > 1 ? image.reduced(divisor) : image;
-    if (!decoded) return decoded.error();
+    if (!decoded) return DrawError(decoded.error());
     auto reader = RowReader::open(*decoded);
-    if (!reader) return reader.error();
+    if (!reader) return DrawError(reader.error());
     const ColorPlan plan = planColors(*reader, profile, request.colorSpace);
+    if (!plan.conversion.isPossible())
+        return DrawError::inconvertible(Error{"colours that cannot be converted"});
     auto rgba = Drawing(std::move(*reader), shapeOf(image, *decoded, divisor), plan.conversion,
                         image.alphaIsPremultiplied())
                     .run(size);
     if (!rgba) return rgba.error();
-    return makeBitmap(turnedUpright(std::move(*rgba), size, image.pendingOrientation()), upright,
-                      plan.resultProfile);
+    auto bitmap = makeBitmap(turnedUpright(std::move(*rgba), size, image.pendingOrientation()), upright,
+                             plan.resultProfile);
+    if (!bitmap) return DrawError(bitmap.error());
+    return std::move(*bitmap);
+}
+
+Result<Image> drawRegardless(const Image& image, const DrawRequest& request)
+{
+    auto drawn = draw(image, request);
+    if (!drawn && drawn.error().isInconvertible) drawn = draw(image.withoutProfile(), request);
+    if (!drawn) return Error(drawn.error());
+    return std::move(*drawn);
 }
 
 Result<Image> decode(const Image& image)

@@ -109,27 +109,29 @@ private:
 
 } // namespace
 
-Status resample(const RowProvider& source, const SourceShape& from, PixelSize to, int bands,
-                const RowConsumer& sink)
+Result<Done, DrawError> resample(const RowProvider& source, const SourceShape& from, PixelSize to, int bands,
+                                 const RowConsumer& sink)
 {
     auto rows = NarrowedRows::create(source, from, to, bands);
-    if (!rows) return rows.error();
+    if (!rows) return DrawError::inconvertible(rows.error());
     Planes target(to.width, bandHeight, bands, 1);
     std::vector<std::uint8_t> packed(static_cast<std::size_t>(to.width) * bandHeight *
                                      static_cast<std::size_t>(bands));
     for (int top = 0; top < to.height; top += bandHeight) {
         const int count = std::min(bandHeight, to.height - top);
         const BandWindow window = windowOf(top, count, from, to.height);
-        if (auto status = rows->load(window.firstRow, window.rowCount); !status) return status;
+        if (auto status = rows->load(window.firstRow, window.rowCount); !status)
+            return DrawError(status.error());
         const auto graph = ZimgGraph::build({to.width, window.rowCount, 2},
                                             {static_cast<double>(to.width), window.top, window.height},
                                             {to.width, count, 1}, bands);
-        if (!graph) return graph.error();
-        if (auto status = graph->run(rows->planes(), 0, target, 0); !status) return status;
+        if (!graph) return DrawError(graph.error());
+        if (auto status = graph->run(rows->planes(), 0, target, 0); !status) return DrawError(status.error());
         target.interleave(count, packed.data());
         sink(top, count, packed.data());
     }
-    return rows->readRemainder();
+    if (auto status = rows->readRemainder(); !status) return DrawError(status.error());
+    return Done{};
 }
 
 } // namespace lumora

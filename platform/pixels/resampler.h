@@ -6,6 +6,7 @@
 // Stateless; thread-safe.
 #pragma once
 
+#include "pixels/draw_error.h"
 #include "pixels/row_reader.h"
 #include "system/result.h"
 
@@ -39,8 +40,9 @@ using RowProvider = std::function<Result<RowSpan>(int first, int count)>;
 using RowConsumer = std::function<void(int first, int count, std::uint8_t* rows)>;
 
 // Interleaved 8-bit components, 1 to 4 bands on both sides. Reads the last row too where no row of the result
-// needs it. Fails with the provider's error.
-Status resample(const RowProvider& source, const SourceShape& from, PixelSize to, int bands,
-                const RowConsumer& sink);
+// needs it. Fails with the provider's error, and as inconvertible for sizes that the resampling library
+// refuses.
+Result<Done, DrawError> resample(const RowProvider& source, const SourceShape& from, PixelSize to, int bands,
+                                 const RowConsumer& sink);
 
 } // namespace lumora

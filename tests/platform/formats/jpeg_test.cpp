@@ -14,11 +14,11 @@ namespace {
 class ReducedDecodingTest : public testing::TestWithParam<int>
 {
 protected:
-    Result<Image> drawn(const std::string& name, std::int64_t width, std::int64_t height,
-                        Orientation orientation = 1) const
+    Result<Image, DrawError> drawn(const std::string& name, std::int64_t width, std::int64_t height,
+                                   Orientation orientation = 1) const
     {
         const auto source = ImageSource::open(m_folder / name);
-        if (!source) return source.error();
+        if (!source) return DrawError(source.error());
         return draw(source->image().withPendingOrientation(orientation),
                     {width, height, ColorSpace::deviceRGB});
     }

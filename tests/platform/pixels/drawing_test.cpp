@@ -33,7 +33,7 @@ Image withProfile(const Image& image, ProfileBytes profile)
     return image;
 }
 
-ProfileBytes profileOf(const Result<Image>& image)
+ProfileBytes profileOf(const Result<Image, DrawError>& image)
 {
     return attachedProfile(image->pixels());
 }

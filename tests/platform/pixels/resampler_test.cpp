@@ -204,6 +204,17 @@ INSTANTIATE_TEST_SUITE_P(
         return std::get<0>(test.param).name + std::to_string(std::get<1>(test.param)) + "Bands";
     });
 
+TEST(RefusedSize, IsKnownBeforeARowIsReadAndNoDamage)
+{
+    const RowProvider noRows = [](int, int) -> Result<RowSpan> {
+        ADD_FAILURE() << "a row was asked for";
+        return Error{"damaged"};
+    };
+    const auto status = resample(noRows, whole({80, 400}), {0, 100}, 3, [](int, int, const std::uint8_t*) {});
+    ASSERT_FALSE(status);
+    EXPECT_TRUE(status.error().isInconvertible);
+}
+
 TEST(DamagedRows, FailTheReductionEvenInTheLastOne)
 {
     const Picture picture = detailed({80, 400}, 3);
@@ -215,6 +226,7 @@ TEST(DamagedRows, FailTheReductionEvenInTheLastOne)
 
     ASSERT_FALSE(status);
     EXPECT_EQ(status.error().description, "damaged");
+    EXPECT_FALSE(status.error().isInconvertible);
 }
 
 } // namespace

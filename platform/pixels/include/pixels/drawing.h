@@ -4,6 +4,7 @@
 // premultiplied alpha. Thread-safe for different pictures.
 #pragma once
 
+#include "pixels/draw_error.h"
 #include "pixels/image.h"
 #include "system/result.h"
 
@@ -28,7 +29,10 @@ struct DrawRequest
 // own encoding of its components, then the colour conversion at the small size. The result has four bands
 // even where every pixel is opaque, and shares the pixels of a picture that was drawn so already. Fails when
 // the codec reports the data as truncated or damaged. Decodes a pending picture, which can be done once.
-Result<Image> draw(const Image& image, const DrawRequest& request);
+Result<Image, DrawError> draw(const Image& image, const DrawRequest& request);
+
+// For where nothing but a drawing can be stored: colours that cannot be converted are taken as they are.
+Result<Image> drawRegardless(const Image& image, const DrawRequest& request);
 
 // The upright picture in memory with its own depth, colour model and profile. Returns an image in memory as
 // it is. Fails and decodes like draw().
