@@ -8,9 +8,11 @@
 
 #include "tiff/tiff_rows.h"
 
+#include <memory>
+
 namespace lumora {
 
-// As openTiffRows.
+// Throws std::bad_alloc.
 Result<std::unique_ptr<TiffRows>> openTiffComponents(int descriptor, const TiffLayout& layout);
 
 } // namespace lumora

@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tiff/tiff_loader.h"
 
-#include "tiff/tiff_rows.h"
+#include "tiff/tiff_colors.h"
+#include "tiff/tiff_components.h"
 #include "vips_loading.h"
 
 #include <vips/vips.h>
@@ -25,7 +26,8 @@ struct LazyTiff
     Status copyTo(VipsRegion* region)
     {
         if (!rows) {
-            auto opened = openTiffRows(file.get(), layout);
+            const auto open = layout.road == TiffRoad::colors ? openTiffColors : openTiffComponents;
+            auto opened = open(file.get(), layout);
             if (!opened) return opened.error();
             rows = std::move(*opened);
         }

@@ -2,9 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tiff/tiff_rows.h"
 
-#include "tiff/tiff_colors.h"
-#include "tiff/tiff_components.h"
-
 namespace lumora {
 namespace {
 
@@ -23,12 +20,6 @@ TiffForm tiffForm(const TiffLayout& layout)
     if (layout.road == TiffRoad::colors) return {TiffDepth::eight, 3, 3};
     const int colors = layout.hasPalette ? 3 : layout.colors;
     return {depthOf(layout), colors, colors + layout.samples - layout.colors};
-}
-
-Result<std::unique_ptr<TiffRows>> openTiffRows(int descriptor, const TiffLayout& layout)
-{
-    return layout.road == TiffRoad::colors ? openTiffColors(descriptor, layout)
-                                           : openTiffComponents(descriptor, layout);
 }
 
 } // namespace lumora

@@ -8,7 +8,6 @@
 #include "tiff/tiff_layout.h"
 
 #include <cstdint>
-#include <memory>
 
 namespace lumora {
 
@@ -29,10 +28,7 @@ public:
     virtual Status read(std::uint8_t* row) = 0;
 };
 
-// What openTiffRows() will give.
+// Of the rows of a picture that is read by a road of our own.
 TiffForm tiffForm(const TiffLayout& layout);
-
-// For the roads of our own. Throws std::bad_alloc.
-Result<std::unique_ptr<TiffRows>> openTiffRows(int descriptor, const TiffLayout& layout);
 
 } // namespace lumora
