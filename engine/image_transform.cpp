@@ -66,6 +66,7 @@ Image transformedImage(const Image& image, const OptimizerSettings& settings)
         request.height = reduced(image.height(), factor);
     }
     auto drawn = draw(image, request);
+    if (!drawn && drawn.error().cause == Error::Cause::inconvertible) return image;
     if (!drawn && drawn.error().cause == Error::Cause::memory) throw PlatformError::notEnoughMemory();
     if (!drawn) throw ImageOptimizerError::unreadableImage();
     return *drawn;

@@ -21,7 +21,8 @@ bool isRedrawn(double factor, const OptimizerSettings& settings);
 
 // The final picture: the very image that came in when nothing is to change, otherwise 8-bit RGBA at the
 // reduced size (products truncated, at least 1) in the colour space of the settings, whose rows are still to
-// be drawn. Throws unreadableImage when it cannot be drawn at all, and PlatformError when memory is short.
+// be drawn. A good picture that cannot be redrawn comes back as it is. Throws unreadableImage when it turns
+// out damaged, and PlatformError when memory is short.
 Image transformedImage(const Image& image, const OptimizerSettings& settings);
 
 } // namespace lumora::ImageOptimizer

@@ -4,6 +4,7 @@
 #include "encoded_bytes.h"
 #include "exif_colors.h"
 #include "format_io.h"
+#include "jpeg/jpeg_loader.h"
 #include "jpeg_gain_map.h"
 #include "metadata/jpeg_segments.h"
 #include "metadata/reading.h"
@@ -11,12 +12,13 @@
 #include "metadata/resolution.h"
 #include "png/png_chunks.h"
 #include "vips_density.h"
-#include "vips_loading.h"
 
 #include <array>
 #include <cmath>
 #include <string>
 #include <utility>
+
+#include <vips/vips.h>
 
 namespace lumora {
 namespace {
@@ -147,19 +149,7 @@ Status encode(const EncodeRequest& request, AtomicFile& file)
 
 Result<VipsImagePtr> load(int descriptor)
 {
-    return loadStrictly(vips_jpegload_source, descriptor);
-}
-
-Result<VipsImagePtr> loadReduced(int divisor, int descriptor)
-{
-    const std::unique_ptr<VipsSource, VipsUnref> source(vips_source_new_from_descriptor(descriptor));
-    VipsImage* image = nullptr;
-    if (!source ||
-        vips_jpegload_source(source.get(), &image, "shrink", divisor, "access", VIPS_ACCESS_SEQUENTIAL,
-                             "fail_on", VIPS_FAIL_ON_ERROR, nullptr) != 0) {
-        return takeVipsError();
-    }
-    return VipsImagePtr(image);
+    return loadJpeg(1, descriptor);
 }
 
 void describe(int descriptor, VipsImage* image, Metadata& metadata)
@@ -190,7 +180,7 @@ constexpr StorageLimits limits{
 constexpr FormatReader reader{.load = load,
                               .describe = describe,
                               .examine = examine,
-                              .loadReduced = loadReduced,
+                              .loadReduced = loadJpeg,
                               .operation = "VipsForeignLoadJpeg"};
 constexpr FormatWriter writer{.encode = encode, .operation = "VipsForeignSaveJpeg"};
 

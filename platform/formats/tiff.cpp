@@ -7,12 +7,14 @@
 #include "metadata/resolution.h"
 #include "pixels/stored_form.h"
 #include "system/mapped_file.h"
+#include "tiff/tiff_loader.h"
 #include "tiff_pages.h"
-#include "vips_loading.h"
 
 #include <algorithm>
 #include <array>
 #include <string_view>
+
+#include <vips/vips.h>
 
 namespace lumora {
 namespace {
@@ -99,11 +101,6 @@ Status encode(const EncodeRequest& request, AtomicFile& file)
                             [&file](std::span<const std::byte> whole) { return file.rewrite(whole); });
 }
 
-Result<VipsImagePtr> load(int descriptor)
-{
-    return loadStrictly(vips_tiffload_source, descriptor);
-}
-
 // The image library widens the components of a grey picture without saying so.
 void noteGrayForm(VipsImage* image, const MetadataFields& fields)
 {
@@ -148,7 +145,7 @@ constexpr StorageLimits limits{.holdsSixteenBits = true,
                                .holdsAnyModel = true,
                                .profiles = ProfileStorage::any};
 constexpr FormatReader reader{
-    .load = load, .describe = describe, .examine = examine, .operation = "VipsForeignLoadTiff"};
+    .load = loadTiff, .describe = describe, .examine = examine, .operation = "VipsForeignLoadTiff"};
 constexpr FormatWriter writer{.encode = encode, .operation = "VipsForeignSaveTiff"};
 
 } // namespace

@@ -72,7 +72,9 @@ ColorConversion ColorConversion::toSrgb(RowFormat format, ProfileBytes profile)
 {
     const OwnedProfile source = sourceProfile(profile, format.model);
     if (!source || isSrgb(source.get(), format.model)) return none(format);
-    return {format, srgbTransform(source.get(), pixelTypeOf(format), TYPE_RGBA_8)};
+    ColorConversion conversion(format, srgbTransform(source.get(), pixelTypeOf(format), TYPE_RGBA_8));
+    conversion.m_isPossible = conversion.m_transform != nullptr;
+    return conversion;
 }
 
 void ColorConversion::run(const std::uint8_t* from, std::uint8_t* rgba, std::size_t pixels) const

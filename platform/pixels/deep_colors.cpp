@@ -92,6 +92,11 @@ Result<VipsImagePtr> bands(const VipsImagePtr& image, int first, int count)
 Result<VipsImagePtr> alphaOf(const VipsImagePtr& image, int band)
 {
     auto alpha = bands(image, band, 1);
+    if (alpha && vips_image_get_format(alpha->get()) == VIPS_FORMAT_FLOAT) {
+        alpha = applied(*alpha, [](VipsImage* in, VipsImage** out) {
+            return vips_linear1(in, out, 255.0, 0.5, nullptr);
+        });
+    }
     if (!alpha) return alpha;
     return applied(*alpha, [](VipsImage* in, VipsImage** out) {
         return vips_cast(in, out, VIPS_FORMAT_UCHAR, "shift", vips_image_get_format(in) == VIPS_FORMAT_USHORT,
@@ -113,18 +118,20 @@ Components labComponents()
     return {srgbTransform(lab.get(), floatLab, TYPE_RGB_8)};
 }
 
-Components deepComponents(ColorModel model, ProfileBytes profile)
+// Floating point lies between 0 and 1, but for inks, which the library wants in per cent.
+Components deepComponents(ColorModel model, bool isFloat, ProfileBytes profile)
 {
     const OwnedProfile source = sourceProfile(profile, model);
     if (!source || isSrgb(source.get(), model)) return {};
     switch (model) {
     case ColorModel::gray:
-        return {srgbTransform(source.get(), TYPE_GRAY_16, TYPE_RGB_8), 1};
+        return {srgbTransform(source.get(), isFloat ? TYPE_GRAY_FLT : TYPE_GRAY_16, TYPE_RGB_8), 1};
     case ColorModel::rgb:
-        return {srgbTransform(source.get(), TYPE_RGB_16, TYPE_RGB_8)};
+        return {srgbTransform(source.get(), isFloat ? TYPE_RGB_FLT : TYPE_RGB_16, TYPE_RGB_8)};
     case ColorModel::cmyk:
         break;
     }
+    if (isFloat) return {};
     return {srgbTransform(source.get(), TYPE_CMYK_16, TYPE_RGB_8), 4, false};
 }
 
@@ -132,8 +139,10 @@ Components componentsOf(const VipsImage* image, ProfileBytes profile)
 {
     if (isLab(image)) return labComponents();
     const auto model = colorModelOf(image);
-    if (!model || vips_image_get_format(image) != VIPS_FORMAT_USHORT) return {};
-    return deepComponents(*model, profile);
+    const VipsBandFormat format = vips_image_get_format(image);
+    const bool isDeep = format == VIPS_FORMAT_USHORT || format == VIPS_FORMAT_FLOAT;
+    if (!model || !isDeep) return {};
+    return deepComponents(*model, format == VIPS_FORMAT_FLOAT, profile);
 }
 
 Result<VipsImagePtr> inSrgb(const VipsImagePtr& image, Components components)

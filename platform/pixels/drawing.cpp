@@ -149,6 +149,13 @@ bool isDrawn(const Image& image, const DrawRequest& request, ProfileBytes profil
            isIn(request.colorSpace, profile);
 }
 
+// The picture is good, but not to be had so.
+Error inconvertible(Error error)
+{
+    if (error.cause == Error::Cause::unspecified) error.cause = Error::Cause::inconvertible;
+    return error;
+}
+
 StreamForm bitmapForm(PixelSize size)
 {
     return {size.width, size.height, 4, VIPS_FORMAT_UCHAR, VIPS_CODING_NONE, VIPS_INTERPRETATION_sRGB};
@@ -265,12 +272,13 @@ Result<Image> draw(const Image& image, const DrawRequest& request)
     if (!reader) return reader.error();
     const bool isConverted = source->pixels() != decoded->pixels();
     ColorPlan plan = planColors(*reader, isConverted ? ProfileBytes() : profile, request.colorSpace);
+    if (!plan.conversion.isPossible()) return inconvertible(Error{"colours that cannot be converted"});
     const RowFormat format = reader->format();
     const SourceShape shape = shapeOf(image, *decoded, divisor);
     std::optional<Resampler> reduction;
     if (size != shape.rows) {
         auto made = Resampler::create(shape, size, format.bands());
-        if (!made) return made.error();
+        if (!made) return inconvertible(made.error());
         reduction = std::move(*made);
     }
 
@@ -289,6 +297,13 @@ Result<Image> draw(const Image& image, const DrawRequest& request)
         rows = uprightPicture(rows->get(), image.pendingOrientation(), outcome);
     if (!rows) return rows.error();
     return Image(rows->release(), 1, ImageState::drawing).withOutcome(outcome);
+}
+
+Result<Image> drawRegardless(const Image& image, const DrawRequest& request)
+{
+    auto drawn = draw(image, request);
+    const bool isRefused = !drawn && drawn.error().cause == Error::Cause::inconvertible;
+    return isRefused ? draw(image.withoutProfile(), request) : drawn;
 }
 
 Result<Image> turned(const Image& image)

@@ -30,11 +30,23 @@ VipsImagePtr newReference(VipsImage* image)
 
 Result<VipsImagePtr> inKnownModel(VipsImagePtr image)
 {
-    const bool isInteger = vips_image_get_format(image.get()) == VIPS_FORMAT_UCHAR ||
-                           vips_image_get_format(image.get()) == VIPS_FORMAT_USHORT;
-    if (colorModelOf(image.get()) && isInteger) return image;
+    const VipsBandFormat format = vips_image_get_format(image.get());
+    const bool isScaled =
+        format == VIPS_FORMAT_UCHAR || format == VIPS_FORMAT_USHORT || format == VIPS_FORMAT_FLOAT;
+    if (colorModelOf(image.get()) && isScaled) return image;
     return applied(image, [](VipsImage* in, VipsImage** out) {
         return vips_colourspace(in, out, VIPS_INTERPRETATION_sRGB, nullptr);
+    });
+}
+
+// From 0 to 1; a cast cuts off what is behind the point.
+Result<VipsImagePtr> roundedToBytes(const VipsImagePtr& image)
+{
+    auto scaled = applied(
+        image, [](VipsImage* in, VipsImage** out) { return vips_linear1(in, out, 255.0, 0.5, nullptr); });
+    if (!scaled) return scaled;
+    return applied(*scaled, [](VipsImage* in, VipsImage** out) {
+        return vips_cast(in, out, VIPS_FORMAT_UCHAR, nullptr);
     });
 }
 
@@ -42,6 +54,7 @@ Result<VipsImagePtr> inKnownModel(VipsImagePtr image)
 Result<VipsImagePtr> inEightBits(VipsImagePtr image)
 {
     if (vips_image_get_format(image.get()) == VIPS_FORMAT_UCHAR) return image;
+    if (vips_image_get_format(image.get()) == VIPS_FORMAT_FLOAT) return roundedToBytes(image);
     const bool isDeep = vips_image_get_format(image.get()) == VIPS_FORMAT_USHORT;
     return applied(image, [isDeep](VipsImage* in, VipsImage** out) {
         return vips_cast(in, out, VIPS_FORMAT_UCHAR, "shift", isDeep, nullptr);

@@ -95,7 +95,7 @@ bool holdsProfileOf(const StorageLimits& limits, VipsImage* image)
 // In sRGB; tagged so where the picture was tagged and that can be held.
 Result<Image> inSrgb(const Image& image, const StorageLimits& limits)
 {
-    auto bitmap = draw(image, {image.width(), image.height(), ColorSpace::sRGB});
+    auto bitmap = drawRegardless(image, {image.width(), image.height(), ColorSpace::sRGB});
     if (!bitmap) return bitmap.error();
     const bool isTagged = vips_image_get_typeof(image.pixels(), VIPS_META_ICC_NAME) != 0;
     return isTagged && limits.profiles != ProfileStorage::none ? *bitmap : bitmap->withoutProfile();

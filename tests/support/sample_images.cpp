@@ -59,17 +59,31 @@ VipsInterpretation interpretationOf(const Pixels& pixels, const SaveOptions& opt
     return options.sixteenBits ? VIPS_INTERPRETATION_RGB16 : VIPS_INTERPRETATION_sRGB;
 }
 
-void attachGrayProfile(VipsImage* image)
+void attach(VipsImage* image, cmsHPROFILE profile)
 {
-    const cmsCIExyY white{0.3457, 0.3585, 1.0};
-    cmsToneCurve* curve = cmsBuildGamma(nullptr, 2.2);
-    const cmsHPROFILE profile = cmsCreateGrayProfile(&white, curve);
     cmsUInt32Number size = 0;
     cmsSaveProfileToMem(profile, nullptr, &size);
     std::vector<std::uint8_t> bytes(size);
     cmsSaveProfileToMem(profile, bytes.data(), &size);
     vips_image_set_blob_copy(image, VIPS_META_ICC_NAME, bytes.data(), bytes.size());
     cmsCloseProfile(profile);
+}
+
+void attachEmptyProfile(VipsImage* image)
+{
+    const cmsHPROFILE profile = cmsCreate_sRGBProfile();
+    for (const cmsTagSignature tag : {cmsSigRedColorantTag, cmsSigGreenColorantTag, cmsSigBlueColorantTag,
+                                      cmsSigRedTRCTag, cmsSigGreenTRCTag, cmsSigBlueTRCTag})
+        cmsWriteTag(profile, tag, nullptr);
+    attach(image, profile);
+}
+
+void attachGrayProfile(VipsImage* image)
+{
+    const cmsCIExyY white{0.3457, 0.3585, 1.0};
+    cmsToneCurve* curve = cmsBuildGamma(nullptr, 2.2);
+    const cmsHPROFILE profile = cmsCreateGrayProfile(&white, curve);
+    attach(image, profile);
     cmsFreeToneCurve(curve);
 }
 
@@ -96,6 +110,7 @@ VipsImagePtr imageOf(const Pixels& pixels, const SaveOptions& options)
         vips_area_unref(VIPS_AREA(blob));
     }
     if (options.grayProfile) attachGrayProfile(image.get());
+    if (options.emptyProfile) attachEmptyProfile(image.get());
     return image;
 }
 

@@ -29,11 +29,12 @@ Pixels uniformPicture(int width, int height, std::vector<std::uint8_t> color);
 
 struct SaveOptions
 {
-    int orientation = 0;      // EXIF, 1 to 8; 0 for none
-    bool sixteenBits = false; // stored with 16 bits a component
-    std::string profile = {}; // "srgb", "p3", "cmyk": a profile of the image library to embed
-    bool grayProfile = false; // a gamma of 2.2
-    bool inkToCmyk = false;   // the four bands are inks
+    int orientation = 0;       // EXIF, 1 to 8; 0 for none
+    bool sixteenBits = false;  // stored with 16 bits a component
+    std::string profile = {};  // "srgb", "p3", "cmyk": a profile of the image library to embed
+    bool grayProfile = false;  // a gamma of 2.2
+    bool emptyProfile = false; // of RGB, and says nothing of what its colours are
+    bool inkToCmyk = false;    // the four bands are inks
     bool interlaced = false;
     bool lossy = false;   // of a WebP
     int pageHeight = 0;   // pages or frames, one below the other in the pixels; 0 for one

@@ -6,6 +6,7 @@
 #include "encoded_bytes.h"
 #include "format_io.h"
 #include "gif/gif_comments.h"
+#include "gif/gif_data.h"
 #include "indexed_pixels.h"
 #include "metadata/remarks.h"
 #include "pixels/color_conversion.h"
@@ -119,8 +120,12 @@ Status encode(const EncodeRequest& request, AtomicFile& file)
     return file.append(withGifComments(std::move(*bytes), remarksOf(request.metadata)));
 }
 
+constexpr std::size_t largestFile = std::size_t{1} << 26U;
+
 Result<VipsImagePtr> load(int descriptor)
 {
+    if (const auto bytes = readAll(descriptor, largestFile); bytes && !hasWholeGifPicture(*bytes))
+        return Error{"damaged GIF"};
     return loadStrictly(vips_gifload_source, descriptor);
 }
 
@@ -135,7 +140,6 @@ void attachProfile(VipsImage* image, const std::string& profile)
 
 void describe(int descriptor, VipsImage* image, Metadata& metadata)
 {
-    constexpr std::size_t largestFile = std::size_t{1} << 26U;
     if (const auto bytes = readAll(descriptor, largestFile)) {
         metadata.gifComments = gifComments(*bytes);
         attachProfile(image, gifProfile(*bytes));

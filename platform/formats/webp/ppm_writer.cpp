@@ -72,7 +72,7 @@ private:
 
 Result<Done, CwebpError> writePpm(const Image& image, const std::filesystem::path& file)
 {
-    const auto bitmap = draw(image, {image.width(), image.height(), ColorSpace::deviceRGB});
+    const auto bitmap = drawRegardless(image, {image.width(), image.height(), ColorSpace::deviceRGB});
     if (!bitmap) return CwebpError{Step::drawing, file, bitmap.error().description};
     return PpmWriter(file).write(*bitmap);
 }

@@ -192,15 +192,14 @@ TEST_P(Reduction, IsThatOfTheKernelInEveryRow)
     double worst = 0;
 
     const auto status =
-        resample(rows, sizes.from, sizes.to, bands,
-                 [&](int first, int count, const std::uint8_t* result) {
-                     ASSERT_EQ(first, next);
-                     next += count;
-                     for (int y = first; y < first + count; ++y)
-                         for (int x = 0; x < sizes.to.width; ++x)
-                             for (int band = 0; band < bands; ++band)
-                                 worst = std::max(worst, std::abs(expected.at(x, y, band) - *result++));
-                 });
+        resample(rows, sizes.from, sizes.to, bands, [&](int first, int count, const std::uint8_t* result) {
+            ASSERT_EQ(first, next);
+            next += count;
+            for (int y = first; y < first + count; ++y)
+                for (int x = 0; x < sizes.to.width; ++x)
+                    for (int band = 0; band < bands; ++band)
+                        worst = std::max(worst, std::abs(expected.at(x, y, band) - *result++));
+        });
 
     ASSERT_TRUE(status) << status.error().description;
     EXPECT_EQ(next, sizes.to.height);
@@ -220,14 +219,19 @@ INSTANTIATE_TEST_SUITE_P(
         return std::get<0>(test.param).name + std::to_string(std::get<1>(test.param)) + "Bands";
     });
 
+TEST(RefusedSize, IsKnownBeforeARowIsRead)
+{
+    EXPECT_FALSE(Resampler::create(whole({80, 400}), {0, 100}, 3));
+    EXPECT_TRUE(Resampler::create(whole({80, 400}), {1, 100}, 3));
+}
+
 TEST(DamagedRows, FailTheReductionEvenInTheLastOne)
 {
     const Picture picture = detailed({80, 400}, 3);
     Rows rows(picture);
     rows.damageFrom(399);
 
-    const auto status =
-        resample(rows, {80, 400}, {20, 100}, 3, [](int, int, const std::uint8_t*) {});
+    const auto status = resample(rows, {80, 400}, {20, 100}, 3, [](int, int, const std::uint8_t*) {});
 
     ASSERT_FALSE(status);
     EXPECT_EQ(status.error().description, "damaged");

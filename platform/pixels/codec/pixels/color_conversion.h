@@ -40,6 +40,9 @@ public:
     // True when components pass unchanged (a gray one becomes three equal ones).
     bool isIdentity() const { return !m_transform; }
 
+    // False for a profile that says too little to convert by; run() then leaves colours as they are.
+    bool isPossible() const { return m_isPossible; }
+
     // Converts pixels of the format's bands, straight alpha, into four bands, straight alpha (255 when there
     // is none).
     void run(const std::uint8_t* from, std::uint8_t* rgba, std::size_t pixels) const;
@@ -50,6 +53,7 @@ private:
 
     RowFormat m_format;
     std::unique_ptr<void, TransformDelete> m_transform;
+    bool m_isPossible = true;
 };
 
 } // namespace lumora

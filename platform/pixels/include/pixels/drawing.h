@@ -29,8 +29,12 @@ struct DrawRequest
 // converted first, before their components are cut to 8 bits. The result has four bands even where every
 // pixel is opaque; its rows are made when they are first needed, out of those of the picture, and fail when
 // the codec reports the data as truncated or damaged. A picture that was drawn so already comes back as it
-// is. Fails for what cannot be drawn, and where a header opened again turns out damaged.
+// is. Fails where a header opened again turns out damaged, and with Cause::inconvertible when the picture is
+// good and can be had as it is, but not in this size or these colours.
 Result<Image> draw(const Image& image, const DrawRequest& request);
+
+// For where nothing but a drawing can be stored: colours that cannot be converted are taken as they are.
+Result<Image> drawRegardless(const Image& image, const DrawRequest& request);
 
 // The upright picture with its own depth, colour model and profile, its rows still to be decoded. Rows that
 // are only mirrored come one by one; any other turn holds the stored picture from the first row on.

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What is known of a picture once its rows were made. A codec that takes them reports no more than that it failed;
-// this tells its own failures from those of the picture. Thread-safe.
+// What is known of a picture once its rows were made. A codec that takes them reports no more than that it
+// failed; this tells its own failures from those of the picture. Thread-safe.
 #pragma once
 
 #include "system/result.h"

@@ -14,7 +14,11 @@ namespace lumora {
 
 struct Error
 {
-    enum class Cause { unspecified, memory };
+    enum class Cause {
+        unspecified,
+        memory,
+        inconvertible, // the thing is good, but cannot be had in this form
+    };
 
     std::string description;
     Cause cause = Cause::unspecified;
