@@ -184,7 +184,8 @@ class Reduction : public testing::TestWithParam<std::tuple<ReductionCase, int>>
 
 TEST_P(Reduction, IsThatOfTheKernelInEveryRow)
 {
-    const auto& [sizes, bands] = GetParam();
+    const ReductionCase sizes = std::get<0>(GetParam());
+    const int bands = std::get<1>(GetParam());
     const Picture picture = detailed(sizes.from, bands);
     Picture expected = reference(picture, sizes.to);
     Rows rows(picture);
