@@ -115,7 +115,7 @@ std::string gifProfile(std::span<const std::byte> gif)
 {
     constexpr std::string_view mark = "ICCRGBG1012";
     std::string profile;
-    visitExtensions(gif, [&](std::byte kind, std::string data) {
+    visitExtensions(gif, [&](std::byte kind, const std::string& data) {
         if (kind == application && data.starts_with(mark)) profile = data.substr(mark.size());
     });
     return profile;

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 
@@ -24,7 +25,10 @@ test::Pixels photographLike(int width, int height)
         for (double& corner : corners)
             corner = any(9 * std::pow(size, 0.45));
         const auto corner = [&](int x, int y, int c) {
-            return corners[static_cast<std::size_t>((y * columns + x) * 3 + c)];
+            return corners[(static_cast<std::size_t>(y) * static_cast<std::size_t>(columns) +
+                            static_cast<std::size_t>(x)) *
+                               3 +
+                           static_cast<std::size_t>(c)];
         };
         for (int i = 0; i < width * height * 3; ++i) {
             const int x = i / 3 % width;
