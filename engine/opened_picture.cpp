@@ -28,8 +28,7 @@ T readable(Result<T> result)
 // Turning, reducing and recolouring.
 Image finalImage(const ImageSource& source, const OptimizerSettings& settings)
 {
-    const Image upright =
-        readable(turned(transformedImage(orientedImage(source, source.image()), settings)));
+    const Image upright = readable(turned(transformedImage(orientedImage(source, source.image()), settings)));
     return settings.removeColorManagement ? upright.withoutProfile() : upright;
 }
 

@@ -45,9 +45,9 @@ try {
     allowOperations();
     const auto storable = storableImage(image, format.limits);
     if (!storable) return storable.error();
-    auto status = format.writer->encode({storable->get(), quality, !image.alphaIsPremultiplied(), metadata,
-                                         factsOf(storable->get(), format)},
-                                        file);
+    auto status = format.writer->encode(
+        {storable->get(), quality, !image.alphaIsPremultiplied(), metadata, factsOf(storable->get(), format)},
+        file);
     if (!status && status.error().cause == Error::Cause::memory) return outOfMemory();
     return status;
 } catch (const std::bad_alloc&) {

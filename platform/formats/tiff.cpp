@@ -67,9 +67,9 @@ Result<Bytes> smallestBlackAndWhite(VipsImage* image)
 Status writeRows(VipsImage* image, AtomicFile& file)
 {
     const std::unique_ptr<VipsTarget, VipsUnref> target(vips_target_new_to_descriptor(file.descriptor()));
-    if (!target || vips_tiffsave_target(image, target.get(), "compression",
-                                        VIPS_FOREIGN_TIFF_COMPRESSION_DEFLATE, "predictor",
-                                        VIPS_FOREIGN_TIFF_PREDICTOR_HORIZONTAL, nullptr) != 0)
+    if (!target ||
+        vips_tiffsave_target(image, target.get(), "compression", VIPS_FOREIGN_TIFF_COMPRESSION_DEFLATE,
+                             "predictor", VIPS_FOREIGN_TIFF_PREDICTOR_HORIZONTAL, nullptr) != 0)
         return takeVipsError();
     return Done{};
 }

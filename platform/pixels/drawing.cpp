@@ -138,8 +138,7 @@ bool isDrawn(const Image& image, const DrawRequest& request, ProfileBytes profil
 
 StreamForm bitmapForm(PixelSize size)
 {
-    return {size.width,       size.height,      4, VIPS_FORMAT_UCHAR, VIPS_CODING_NONE,
-            VIPS_INTERPRETATION_sRGB};
+    return {size.width, size.height, 4, VIPS_FORMAT_UCHAR, VIPS_CODING_NONE, VIPS_INTERPRETATION_sRGB};
 }
 
 PixelSize storedSize(const Image& image)
@@ -195,8 +194,8 @@ Result<VipsImagePtr> uprightPicture(VipsImage* stored, Orientation orientation,
     StreamForm form = streamFormOf(stored);
     const PixelSize size{form.width, form.height};
     if (orientation >= 5) std::swap(form.width, form.height);
-    auto upright = streamedPicture(
-        stored, form, turnedRows(size, pixelBytesOf(stored), orientation), outcome);
+    auto upright =
+        streamedPicture(stored, form, turnedRows(size, pixelBytesOf(stored), orientation), outcome);
     if (upright) copyComponentFields(stored, upright->get());
     return upright;
 }
@@ -215,9 +214,8 @@ Result<VipsImagePtr> heldPicture(VipsImage* rows)
         return Done{};
     });
     if (!status) return status.error();
-    const VipsImagePtr memory(vips_image_new_from_memory(pixels.get(), bytes, form.width, form.height,
-                                                         form.bands,
-                                                         static_cast<VipsBandFormat>(form.format)));
+    const VipsImagePtr memory(vips_image_new_from_memory(
+        pixels.get(), bytes, form.width, form.height, form.bands, static_cast<VipsBandFormat>(form.format)));
     if (!memory) return takeVipsError();
     g_object_set_data_full(G_OBJECT(memory.get()), "lumora-pixels", new PageBytes(std::move(pixels)),
                            [](gpointer owned) { delete static_cast<PageBytes*>(owned); });
@@ -259,17 +257,18 @@ Result<Image> draw(const Image& image, const DrawRequest& request)
     }
 
     const auto outcome = outcomeOf(image);
-    auto rows = streamedPicture(reader->picture(), bitmapForm(size),
-                                std::make_unique<Drawing>(format, shape.rows.width, size.width,
-                                                          std::move(reduction), std::move(plan.conversion),
-                                                          image.alphaIsPremultiplied()),
-                                outcome);
+    auto rows =
+        streamedPicture(reader->picture(), bitmapForm(size),
+                        std::make_unique<Drawing>(format, shape.rows.width, size.width, std::move(reduction),
+                                                  std::move(plan.conversion), image.alphaIsPremultiplied()),
+                        outcome);
     if (!rows) return rows.error();
     if (!plan.resultProfile.empty())
         vips_image_set_blob_copy(rows->get(), VIPS_META_ICC_NAME, plan.resultProfile.data(),
                                  plan.resultProfile.size());
     if (!format.hasAlpha) noteOpaque(rows->get());
-    if (image.pendingOrientation() != 1) rows = uprightPicture(rows->get(), image.pendingOrientation(), outcome);
+    if (image.pendingOrientation() != 1)
+        rows = uprightPicture(rows->get(), image.pendingOrientation(), outcome);
     if (!rows) return rows.error();
     return Image(rows->release(), 1, ImageState::drawing).withOutcome(outcome);
 }

@@ -94,7 +94,8 @@ protected:
 
 TEST_F(MemoryNeed, GrowsWithWhatIsHeld)
 {
-    test::SettingsDraft rows{.resizeMode = ResizeMode::none, .outputFormat = OutputFormat::jpeg, .quality = 82};
+    test::SettingsDraft rows{
+        .resizeMode = ResizeMode::none, .outputFormat = OutputFormat::jpeg, .quality = 82};
     const auto needOfRows = need(rows);
     test::SettingsDraft whole = rows;
     whole.outputFormat = OutputFormat::heic;

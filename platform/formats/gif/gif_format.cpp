@@ -147,7 +147,8 @@ bool begins(std::string_view head)
 constexpr std::array extensions{"gif"sv};
 constexpr std::array mimeTypes{"image/gif"sv};
 constexpr StorageLimits limits{.holdsGray = true, .holdsAlpha = true, .longestEdge = longestEdge};
-constexpr FormatReader reader{.load = load, .describe = describe, .operation = "VipsForeignLoadNsgif", .heldBytes = decodingBytes};
+constexpr FormatReader reader{
+    .load = load, .describe = describe, .operation = "VipsForeignLoadNsgif", .heldBytes = decodingBytes};
 constexpr FormatWriter writer{
     .encode = encode, .operation = "VipsForeignSaveCgif", .heldBytes = encodingBytes};
 

@@ -78,10 +78,8 @@ std::int64_t encodingBytes(const EncodedShape& shape)
     return shape.pixels * (shape.pixelBytes + searchBytes);
 }
 
-constexpr FormatReader reader{.load = load,
-                              .describe = describe,
-                              .refinedIdentifier = refinedIdentifier,
-                              .heldBytes = decodingBytes};
+constexpr FormatReader reader{
+    .load = load, .describe = describe, .refinedIdentifier = refinedIdentifier, .heldBytes = decodingBytes};
 constexpr FormatWriter heicWriter{
     .encode = encodeHeic, .isAvailable = hasHevcEncoder, .heldBytes = encodingBytes};
 // Readers of this container refuse longer edges, our own among them.

@@ -64,7 +64,8 @@ constexpr std::array extensions{"png"sv};
 constexpr std::array mimeTypes{"image/png"sv};
 constexpr StorageLimits limits{
     .holdsSixteenBits = true, .holdsGray = true, .holdsAlpha = true, .profiles = ProfileStorage::any};
-constexpr FormatReader reader{.load = load, .describe = describe, .operation = "VipsForeignLoadPng", .heldBytes = decodingBytes};
+constexpr FormatReader reader{
+    .load = load, .describe = describe, .operation = "VipsForeignLoadPng", .heldBytes = decodingBytes};
 constexpr FormatWriter writer{.encode = encodePng, .heldBytes = encodingBytes};
 
 } // namespace

@@ -49,7 +49,8 @@ constexpr std::array extensions{"webp"sv};
 constexpr std::array mimeTypes{"image/webp"sv};
 // Of the encoder's road by a PPM file. Its words about a longer edge tell more than ours would.
 constexpr StorageLimits limits{.longestEdge = 16383};
-constexpr FormatReader reader{.load = load, .describe = describe, .operation = "VipsForeignLoadWebp", .heldBytes = decodingBytes};
+constexpr FormatReader reader{
+    .load = load, .describe = describe, .operation = "VipsForeignLoadWebp", .heldBytes = decodingBytes};
 constexpr FormatWriter writer{.encode = nullptr, .isAvailable = hasEncoder, .heldBytes = encodingBytes};
 
 } // namespace

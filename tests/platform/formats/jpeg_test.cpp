@@ -19,8 +19,8 @@ protected:
     {
         const auto source = ImageSource::open(m_folder / name);
         if (!source) return source.error();
-        const auto drawing = draw(source->image().withPendingOrientation(orientation),
-                                  {width, height, ColorSpace::deviceRGB});
+        const auto drawing =
+            draw(source->image().withPendingOrientation(orientation), {width, height, ColorSpace::deviceRGB});
         return drawing ? decode(*drawing) : drawing;
     }
 

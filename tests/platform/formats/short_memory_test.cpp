@@ -8,8 +8,8 @@
 #include "tests/platform/formats/written_pictures.h"
 
 #include <cstdlib>
-#include <unistd.h>
 #include <new>
+#include <unistd.h>
 
 namespace {
 

@@ -192,15 +192,14 @@ TEST_P(Reduction, IsThatOfTheKernelInEveryRow)
     double worst = 0;
 
     const auto status =
-        resample(rows, sizes.from, sizes.to, bands,
-                 [&](int first, int count, const std::uint8_t* result) {
-                     ASSERT_EQ(first, next);
-                     next += count;
-                     for (int y = first; y < first + count; ++y)
-                         for (int x = 0; x < sizes.to.width; ++x)
-                             for (int band = 0; band < bands; ++band)
-                                 worst = std::max(worst, std::abs(expected.at(x, y, band) - *result++));
-                 });
+        resample(rows, sizes.from, sizes.to, bands, [&](int first, int count, const std::uint8_t* result) {
+            ASSERT_EQ(first, next);
+            next += count;
+            for (int y = first; y < first + count; ++y)
+                for (int x = 0; x < sizes.to.width; ++x)
+                    for (int band = 0; band < bands; ++band)
+                        worst = std::max(worst, std::abs(expected.at(x, y, band) - *result++));
+        });
 
     ASSERT_TRUE(status) << status.error().description;
     EXPECT_EQ(next, sizes.to.height);
@@ -226,8 +225,7 @@ TEST(DamagedRows, FailTheReductionEvenInTheLastOne)
     Rows rows(picture);
     rows.damageFrom(399);
 
-    const auto status =
-        resample(rows, {80, 400}, {20, 100}, 3, [](int, int, const std::uint8_t*) {});
+    const auto status = resample(rows, {80, 400}, {20, 100}, 3, [](int, int, const std::uint8_t*) {});
 
     ASSERT_FALSE(status);
     EXPECT_EQ(status.error().description, "damaged");
