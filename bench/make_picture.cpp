@@ -29,7 +29,8 @@ int generate(VipsRegion* region, void*, void*, void*, gboolean*)
             const int row = area.top + y;
             for (int band = 0; band < 3; ++band) {
                 const double wave = 110 + 50 * std::sin(0.004 * column + band) + 50 * std::cos(0.003 * row);
-                const unsigned noise = noiseAt(static_cast<unsigned>(column * 3 + band), static_cast<unsigned>(row));
+                const unsigned noise =
+                    noiseAt(static_cast<unsigned>(column * 3 + band), static_cast<unsigned>(row));
                 *pixel++ = static_cast<VipsPel>(wave + noise);
             }
         }

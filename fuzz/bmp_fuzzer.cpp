@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A BMP is read as a whole picture or fails, and a picture that was read is the same after writing and
 // reading it.
-#include "tests/support/encoded_bmp.h"
 #include "fuzz/fuzzing.h"
+#include "tests/support/encoded_bmp.h"
 
 namespace {
 

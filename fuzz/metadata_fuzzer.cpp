@@ -3,13 +3,13 @@
 // Whatever metadata a file carries, its picture is written whole in every format that keeps metadata. The
 // first letter of an input says what the rest is: an EXIF block (e), an XMP packet (x), IPTC records in their
 // image resource (i), or a whole file of any kind (f).
-#include "tests/support/encoded_bmp.h"
 #include "encoding.h"
 #include "formats/image_source.h"
 #include "fuzz/fuzzing.h"
 #include "pixels/drawing.h"
 #include "system/file_descriptor.h"
 #include "system/regular_file.h"
+#include "tests/support/encoded_bmp.h"
 
 #include <algorithm>
 #include <array>

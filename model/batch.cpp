@@ -20,8 +20,7 @@ ProcessingResult failed(const std::filesystem::path& file, std::string message)
 
 } // namespace
 
-Batch::Batch(BatchContext context)
-    : m_context(std::move(context)), m_memory(m_context.services.memoryToShare)
+Batch::Batch(BatchContext context) : m_context(std::move(context)), m_memory(m_context.services.memoryToShare)
 {
 }
 

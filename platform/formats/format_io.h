@@ -8,6 +8,7 @@
 #include "formats/source_facts.h"
 #include "metadata/blocks.h"
 #include "metadata/metadata.h"
+#include "pixels/row_stream.h"
 #include "pixels/vips_library.h"
 #include "system/atomic_file.h"
 #include "system/result.h"
@@ -41,6 +42,12 @@ struct FormatReader
     // About how many bytes the decoder holds of the picture besides a few rows; null for none.
     std::int64_t (*heldBytes)(_VipsImage* image) = nullptr;
 };
+
+// Bytes of the picture as stored, for decoders that hold it whole, so often.
+inline std::int64_t wholePicture(_VipsImage* image, int times = 1)
+{
+    return times * static_cast<std::int64_t>(rowBytesOf(image)) * streamFormOf(image).height;
+}
 
 struct EncodeRequest
 {

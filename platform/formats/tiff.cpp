@@ -130,6 +130,14 @@ void examine(int descriptor, VipsImage*, SourceFacts& facts)
     if (pages.bits > 0) facts.bits = std::min(facts.bits, std::max(8, pages.bits));
 }
 
+// Rows go out as they come, but for bitmaps that may turn out to need no alpha. What is written comes back
+// into memory when metadata is added to it.
+std::int64_t encodingBytes(const EncodedShape& shape)
+{
+    return shape.pixels * (shape.pixelBytes == 4 ? 3 : 1) +
+           (shape.keepsMetadata ? shape.pixels * shape.pixelBytes : 0);
+}
+
 bool begins(std::string_view head)
 {
     return std::ranges::any_of(std::array{"II*\0"sv, "MM\0*"sv, "II+\0"sv, "MM\0+"sv},
@@ -146,7 +154,8 @@ constexpr StorageLimits limits{.holdsSixteenBits = true,
                                .profiles = ProfileStorage::any};
 constexpr FormatReader reader{
     .load = loadTiff, .describe = describe, .examine = examine, .operation = "VipsForeignLoadTiff"};
-constexpr FormatWriter writer{.encode = encode, .operation = "VipsForeignSaveTiff"};
+constexpr FormatWriter writer{
+    .encode = encode, .operation = "VipsForeignSaveTiff", .heldBytes = encodingBytes};
 
 } // namespace
 

@@ -59,8 +59,8 @@ private:
     int m_height;
     std::size_t m_width;
     CompactForm m_form;
-    std::vector<std::uint8_t> m_rgba;  // one strip, straight
-    std::vector<Strip> m_read;         // given up as they are made
+    std::vector<std::uint8_t> m_rgba; // one strip, straight
+    std::vector<Strip> m_read;        // given up as they are made
 };
 
 } // namespace lumora

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Files of every readable format, cut off or with single bits turned: each is unreadable or gives a whole
 // picture, nothing between.
-#include "tests/support/encoded_bmp.h"
 #include "engine/image_optimizer.h"
 #include "records/errors.h"
+#include "tests/support/encoded_bmp.h"
 #include "tests/support/fake_encoder.h"
 #include "tests/support/sample_images.h"
 #include "tests/support/settings.h"

@@ -63,10 +63,10 @@ private:
 // The whole picture, from the top row to the bottom one.
 Result<std::vector<std::byte>> decodeBmp(std::span<const std::byte> file);
 
-// Hands over an uncompressed file, piece by piece. Channels: 1 grey (8 bits with a palette), 3 RGB (24 bits), 4 RGBA, alpha not
-// premultiplied (32 bits with masks). Rows from top to bottom, tightly packed: width x height x channels
-// bytes. At most maximumDecodedPixels. A profile of RGB colours is embedded; empty for none. Fails with the
-// taker's error.
+// Hands over an uncompressed file, piece by piece. Channels: 1 grey (8 bits with a palette), 3 RGB (24 bits),
+// 4 RGBA, alpha not premultiplied (32 bits with masks). Rows from top to bottom, tightly packed: width x
+// height x channels bytes. At most maximumDecodedPixels. A profile of RGB colours is embedded; empty for
+// none. Fails with the taker's error.
 using BmpTaker = std::function<Status(std::span<const std::byte> piece)>;
 Status encodeBmp(int width, int height, int channels, std::span<const std::byte> rows,
                  std::span<const std::byte> profile, const BmpTaker& take);

@@ -45,6 +45,17 @@ void describe(int, VipsImage* image, Metadata& metadata)
     readAttachedMetadata(image, metadata);
 }
 
+// The file.
+std::int64_t decodingBytes(VipsImage* image)
+{
+    return wholePicture(image);
+}
+
+std::int64_t encodingBytes(const EncodedShape& shape)
+{
+    return shape.pixels * shape.pixelBytes;
+}
+
 // Two letters alone would claim any text that begins so: the header's reserved zeros and its length must fit.
 bool begins(std::string_view head)
 {
@@ -55,8 +66,8 @@ bool begins(std::string_view head)
 constexpr std::array extensions{"bmp"sv};
 constexpr std::array mimeTypes{"image/bmp"sv, "image/x-ms-bmp"sv};
 constexpr StorageLimits limits{.holdsGray = true, .holdsAlpha = true, .profiles = ProfileStorage::rgbOnly};
-constexpr FormatReader reader{.load = loadBmp, .describe = describe};
-constexpr FormatWriter writer{.encode = encode};
+constexpr FormatReader reader{.load = loadBmp, .describe = describe, .heldBytes = decodingBytes};
+constexpr FormatWriter writer{.encode = encode, .heldBytes = encodingBytes};
 
 } // namespace
 

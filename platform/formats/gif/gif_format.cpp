@@ -152,6 +152,17 @@ void examine(int, VipsImage*, SourceFacts& facts)
     facts.series = SourceFacts::Series::frames;
 }
 
+std::int64_t decodingBytes(VipsImage* image)
+{
+    return 2 * wholePicture(image);
+}
+
+// The components, the codec's own copy of them, and indices.
+std::int64_t encodingBytes(const EncodedShape& shape)
+{
+    return shape.pixels * (shape.pixelBytes + 4 + 2);
+}
+
 bool begins(std::string_view head)
 {
     return head.starts_with("GIF87a"sv) || head.starts_with("GIF89a"sv);
@@ -160,9 +171,13 @@ bool begins(std::string_view head)
 constexpr std::array extensions{"gif"sv};
 constexpr std::array mimeTypes{"image/gif"sv};
 constexpr StorageLimits limits{.holdsGray = true, .holdsAlpha = true, .longestEdge = longestEdge};
-constexpr FormatReader reader{
-    .load = load, .describe = describe, .examine = examine, .operation = "VipsForeignLoadNsgif"};
-constexpr FormatWriter writer{.encode = encode, .operation = "VipsForeignSaveCgif"};
+constexpr FormatReader reader{.load = load,
+                              .describe = describe,
+                              .examine = examine,
+                              .operation = "VipsForeignLoadNsgif",
+                              .heldBytes = decodingBytes};
+constexpr FormatWriter writer{
+    .encode = encode, .operation = "VipsForeignSaveCgif", .heldBytes = encodingBytes};
 
 } // namespace
 

@@ -95,9 +95,26 @@ std::string_view refinedIdentifier(VipsImage* image)
     return std::strcmp(codec, "av1") == 0 ? avifFormat.identifier : heifFormat.identifier;
 }
 
-constexpr FormatReader reader{
-    .load = load, .describe = describe, .examine = examine, .refinedIdentifier = refinedIdentifier};
-constexpr FormatWriter heicWriter{.encode = encodeHeic, .isAvailable = hasHevcEncoder};
+// The picture in the codec's planes and as components.
+std::int64_t decodingBytes(VipsImage* image)
+{
+    return wholePicture(image, 3);
+}
+
+// The components, planes, and what the search of the encoder keeps of each block.
+std::int64_t encodingBytes(const EncodedShape& shape)
+{
+    constexpr int searchBytes = 12;
+    return shape.pixels * (shape.pixelBytes + searchBytes);
+}
+
+constexpr FormatReader reader{.load = load,
+                              .describe = describe,
+                              .examine = examine,
+                              .refinedIdentifier = refinedIdentifier,
+                              .heldBytes = decodingBytes};
+constexpr FormatWriter heicWriter{
+    .encode = encodeHeic, .isAvailable = hasHevcEncoder, .heldBytes = encodingBytes};
 // Readers of this container refuse longer edges, our own among them.
 constexpr StorageLimits heicLimits{.holdsAlpha = true, .profiles = ProfileStorage::any, .longestEdge = 16384};
 

@@ -62,6 +62,17 @@ void examine(int descriptor, VipsImage*, SourceFacts& facts)
     }
 }
 
+std::int64_t decodingBytes(VipsImage* image)
+{
+    return vips_image_get_typeof(image, "interlaced") ? wholePicture(image) : 0;
+}
+
+// The components and the compressed file, which is seldom much smaller where memory counts.
+std::int64_t encodingBytes(const EncodedShape& shape)
+{
+    return 2 * shape.pixels * shape.pixelBytes;
+}
+
 bool begins(std::string_view head)
 {
     return head.starts_with("\x89PNG\r\n\x1A\n"sv);
@@ -71,9 +82,12 @@ constexpr std::array extensions{"png"sv};
 constexpr std::array mimeTypes{"image/png"sv};
 constexpr StorageLimits limits{
     .holdsSixteenBits = true, .holdsGray = true, .holdsAlpha = true, .profiles = ProfileStorage::any};
-constexpr FormatReader reader{
-    .load = load, .describe = describe, .examine = examine, .operation = "VipsForeignLoadPng"};
-constexpr FormatWriter writer{.encode = encodePng};
+constexpr FormatReader reader{.load = load,
+                              .describe = describe,
+                              .examine = examine,
+                              .operation = "VipsForeignLoadPng",
+                              .heldBytes = decodingBytes};
+constexpr FormatWriter writer{.encode = encodePng, .heldBytes = encodingBytes};
 
 } // namespace
 

@@ -11,8 +11,8 @@
 
 namespace lumora {
 
-// Writes the picture in sRGB colours, row by row as they come, complete or not at all. There is no alpha in the file:
-// the colours written are the premultiplied ones, so a transparent pixel is black.
+// Writes the picture in sRGB colours, row by row as they come, complete or not at all. There is no alpha in
+// the file: the colours written are the premultiplied ones, so a transparent pixel is black.
 Result<Done, CwebpError> writePpm(const Image& image, const std::filesystem::path& file);
 
 } // namespace lumora

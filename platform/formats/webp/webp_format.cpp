@@ -33,6 +33,18 @@ bool begins(std::string_view head)
     return head.size() >= 12 && head.starts_with("RIFF"sv) && head.substr(8, 4) == "WEBP"sv;
 }
 
+std::int64_t decodingBytes(VipsImage* image)
+{
+    return 2 * wholePicture(image);
+}
+
+// Of the external encoder, measured at its lossy coding; ours are a few rows.
+std::int64_t encodingBytes(const EncodedShape& shape)
+{
+    constexpr int encoderBytes = 8;
+    return shape.pixels * encoderBytes;
+}
+
 bool hasEncoder()
 {
     return findCwebp(mainBundlePath()).has_value();
@@ -42,9 +54,12 @@ constexpr std::array extensions{"webp"sv};
 constexpr std::array mimeTypes{"image/webp"sv};
 // Of the encoder's road by a PPM file. Its words about a longer edge tell more than ours would.
 constexpr StorageLimits limits{.longestEdge = 16383};
-constexpr FormatReader reader{
-    .load = load, .describe = describe, .examine = examine, .operation = "VipsForeignLoadWebp"};
-constexpr FormatWriter writer{.encode = nullptr, .isAvailable = hasEncoder};
+constexpr FormatReader reader{.load = load,
+                              .describe = describe,
+                              .examine = examine,
+                              .operation = "VipsForeignLoadWebp",
+                              .heldBytes = decodingBytes};
+constexpr FormatWriter writer{.encode = nullptr, .isAvailable = hasEncoder, .heldBytes = encodingBytes};
 
 } // namespace
 
