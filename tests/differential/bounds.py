@@ -24,11 +24,11 @@ class Bound:
 
 EXACT = Bound(0.02, 0.6, 0.02, 'stored as it was: nothing but the rounding of the comparison')
 DRAWN = Bound(0.6, 2.1, 0.6, 'drawn anew in 8 bits: a step each for depth, colours and alpha')
-THROUGH_TABLES = Bound(0.6, 4.0, 0.6, 'inks and L*a*b* go through tables, whose interpolations differ by some steps')
+THROUGH_TABLES = Bound(0.6, 13.0, 0.6, 'inks and L*a*b* go through tables, which are coarser for 8 bits than for floats')
 ASSOCIATED = Bound(0.2, 1.0, 0.2, 'colours that were multiplied by their alpha are stored without it')
 DEEP_CONVERTED = Bound(0.1, 2.5, 0.1, 'a step of depth grows where a conversion is steep')
 REDUCED = Bound(1.5, 26.0, 0.6, 'two Lanczos kernels, which treat edges and rounding differently')
-CONVERTED_AFTER = Bound(1.2, 48.0, 0.8, 'colours convert after the reduction there and before it here')
+CONVERTED_AFTER = Bound(1.2, 48.0, 2.0, 'colours convert after the reduction there and before it here')
 GIF_OF_MANY = Bound(16.0, NO_LIMIT, NO_LIMIT, 'at most 256 colours, and dithered')
 UNCERTAIN = Bound(45.0, NO_LIMIT, NO_LIMIT, 'inks without a profile look as each program thinks fit; only gross errors show')
 FEW_BITS = Bound(0.3, 1.1, 0.3, 'five bits are stretched to eight by rounding or by repeating the upper ones')

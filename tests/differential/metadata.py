@@ -31,12 +31,12 @@ ABOUT_THE_PIXELS = {
 # What programs that write metadata say of themselves or of the packet.
 ABOUT_THE_PACKET = {'XMPToolkit', 'HasExtendedXMP', 'About', 'ExifByteOrder', 'ExifVersion', 'FlashpixVersion',
                     'GPSVersionID', 'CodedCharacterSet', 'EnvelopeRecordVersion', 'ApplicationRecordVersion', 'Padding',
-                    'OffsetSchema', 'CurrentIPTCDigest', 'IPTCDigest'}
+                    'OffsetSchema', 'CurrentIPTCDigest', 'IPTCDigest', 'NativeDigest', 'Format'}
 PNG_STRUCTURE = {'BitDepth', 'ColorType', 'Compression', 'Filter', 'Interlace', 'Palette', 'Transparency', 'SRGBRendering',
                  'Gamma', 'ProfileName', 'SignificantBits', 'BackgroundColor', 'PixelsPerUnitX', 'PixelsPerUnitY',
                  'PixelUnits', 'RedX', 'RedY', 'GreenX', 'GreenY', 'BlueX', 'BlueY', 'WhitePointX', 'WhitePointY',
                  'ColorPrimaries', 'TransferCharacteristics', 'MatrixCoefficients', 'VideoFullRangeFlag', 'ImageWidth',
-                 'ImageHeight'}
+                 'ImageHeight', 'ImageOffset'}
 
 
 def read_all(paths):
@@ -77,7 +77,7 @@ def _words(tags):
     found = {}
     for key, value in tags.items():
         group, tag = _group_of(key), key.rpartition(':')[2]
-        if group and tag not in ABOUT_THE_PIXELS and tag not in ABOUT_THE_PACKET:
+        if group and tag not in ABOUT_THE_PIXELS and tag not in ABOUT_THE_PACKET and value != '':
             found.setdefault(group, {})[key] = value
     return found
 

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 Tidewell
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""A reader of BMP: ImageMagick, but for 16 bits a pixel, whose alpha it takes by half."""
+"""A reader of BMP: ImageMagick, but for 16 bits a pixel, whose alpha it takes by half, and the unused bytes of 32."""
 import struct
 
 import numpy as np
@@ -9,7 +9,7 @@ from .pam import pam_picture
 from .picture import Picture
 from .programs import IMAGEMAGICK, output_of
 
-MASKS = 3  # the compression that says which bits are which component
+PLAIN, MASKS = 0, 3  # ways to store; by masks, the file says which bits are which component
 
 
 def _profile(data):
@@ -39,5 +39,7 @@ def read(path):
         picture = _by_masks(data)
     else:
         picture = pam_picture(output_of(IMAGEMAGICK, f'bmp:{path}[0]', '-depth', '8', 'pam:-'))
+        if bits == 32 and compression == PLAIN:
+            picture.alpha = None
     picture.profile = _profile(data)
     return picture

@@ -12,7 +12,7 @@ from PIL import Image, ImageFile, UnidentifiedImageError
 from . import bmp, png, tiff
 from .pam import pam_picture
 from .picture import ColourTags, Picture, Unreadable
-from .programs import output_of
+from .programs import IMAGEMAGICK, output_of
 
 MODELS = {'L': 'grey', 'RGB': 'rgb', 'CMYK': 'ink'}
 
@@ -71,9 +71,11 @@ def _read_heif(path):
         target = Path(folder) / 'picture.png'
         done = subprocess.run(['heif-convert', path, target], stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=False)
         made = sorted(Path(folder).glob('*.png'))
-        if done.returncode != 0 or not made:
-            raise Unreadable(done.stderr.decode(errors='replace').strip())
-        picture = png.read(made[0])
+        if done.returncode == 0 and made and made[0].stat().st_size > 0:
+            picture = png.read(made[0])
+        else:  # PNG refuses profiles that it knows as faulty
+            picture = pam_picture(output_of(IMAGEMAGICK, f'{path}[0]', '-depth', '8', 'pam:-'))
+            picture.profile = output_of(IMAGEMAGICK, f'{path}[0]', 'icc:-')
     data = path.read_bytes()
     picture.tags = ColourTags()
     if not picture.profile:
