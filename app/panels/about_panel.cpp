@@ -4,18 +4,22 @@
 
 #include "formats/library_versions.h"
 #include "system/bundle.h"
+#include "ui/controls/styled_button.h"
 #include "ui/settings/preferences_view.h"
+#include "ui/theme/button_styles.h"
 #include "ui/theme/fonts.h"
+#include "ui/theme/surfaces.h"
 
 #include <QApplication>
 #include <QBoxLayout>
-#include <QDialogButtonBox>
 #include <QLabel>
+#include <QPainter>
 
 namespace lumora {
 namespace {
 
 constexpr int iconSide = 96;
+const CopperButtonStyle copperStyle;
 
 QString librariesText()
 {
@@ -43,6 +47,7 @@ AboutPanel::AboutPanel(QWidget* parent) : QDialog(parent)
     setObjectName(QStringLiteral("LumoraAboutPanel"));
     auto* layout = new QVBoxLayout(this);
     layout->setSizeConstraint(QLayout::SetFixedSize);
+    layout->setContentsMargins(28, 22, 28, 20);
     auto* icon = new QLabel(this);
     icon->setAlignment(Qt::AlignCenter);
     icon->setPixmap(QApplication::windowIcon().pixmap(iconSide));
@@ -53,9 +58,15 @@ AboutPanel::AboutPanel(QWidget* parent) : QDialog(parent)
                                            "Licence: GPL-3.0-or-later"),
                             fonts::TextStyle::body, this));
     layout->addWidget(label(librariesText(), fonts::TextStyle::caption, this));
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    layout->addWidget(buttons);
+    auto* close = new StyledButton(copperStyle, QString(), QStringLiteral("Close"), this);
+    connect(close, &QAbstractButton::clicked, this, &QDialog::reject);
+    layout->addSpacing(8);
+    layout->addWidget(close, 0, Qt::AlignCenter);
+}
+
+void AboutPanel::paintEvent(QPaintEvent*)
+{
+    QPainter(this).fillRect(rect(), windowGradient(rect(), layoutDirection()));
 }
 
 } // namespace lumora

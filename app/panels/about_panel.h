@@ -11,6 +11,9 @@ class AboutPanel : public QDialog
 {
 public:
     explicit AboutPanel(QWidget* parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
 };
 
 } // namespace lumora

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/window/window_edges.h"
 
+#include "ui/theme/tidewell_theme.h"
+
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -95,9 +97,27 @@ private:
     QPointF m_center;
 };
 
+class Hairline : public QWidget
+{
+public:
+    explicit Hairline(QWidget& window) : QWidget(&window)
+    {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        setFocusPolicy(Qt::NoFocus);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        painter.setPen(TidewellTheme::withOpacity(TidewellTheme::cream(), 0.2));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+};
+
 } // namespace
 
-WindowEdges::WindowEdges(QWidget& window) : m_window(window)
+WindowEdges::WindowEdges(QWidget& window) : m_window(window), m_hairline(new Hairline(window))
 {
     for (std::size_t i = 0; i < corners.size(); ++i)
         m_corners[i] = new Corner(corners[i], window);
@@ -107,6 +127,9 @@ WindowEdges::WindowEdges(QWidget& window) : m_window(window)
 
 void WindowEdges::update(bool resizable, bool rounded)
 {
+    m_hairline->setGeometry(m_window.rect());
+    m_hairline->setVisible(resizable && !rounded);
+    m_hairline->raise();
     for (QWidget* corner : m_corners) {
         static_cast<Corner*>(corner)->place(m_window.size());
         corner->setVisible(rounded);

@@ -15,13 +15,15 @@ class WindowEdges
 public:
     explicit WindowEdges(QWidget& window);
 
-    // Lays the edges around the window as it is now; `resizable` and `rounded` as its state allows.
+    // Lays the edges around the window as it is now; `resizable` and `rounded` as its state allows. Where it
+    // cannot be rounded, nothing throws a shadow either: a hairline then parts it from what lies behind.
     void update(bool resizable, bool rounded);
 
 private:
     QWidget& m_window;
     std::array<QWidget*, 8> m_grips{};
     std::array<QWidget*, 4> m_corners{};
+    QWidget* m_hairline;
 };
 
 } // namespace lumora

@@ -103,7 +103,8 @@ void DropZonePicture::paintContent(QPainter& painter) const
 
     int top = area.top() + (area.height() - content - gaps * spacing) / 2;
     if (withIcon) {
-        paintIcon(painter, QRectF(area.center().x() - iconHeight() / 2, top, iconHeight(), iconHeight()));
+        paintIcon(painter,
+                  QRectF(QRectF(area).center().x() - iconHeight() / 2.0, top, iconHeight(), iconHeight()));
         top += iconHeight() + spacing;
     }
     painter.setPen(TidewellTheme::cream());

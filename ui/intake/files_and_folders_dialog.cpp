@@ -6,6 +6,7 @@
 
 #include <QAbstractItemView>
 #include <QFile>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QStandardPaths>
 
@@ -50,14 +51,27 @@ void FilesAndFoldersDialog::nameSelection()
     QStringList names;
     for (const QModelIndex& index : entries(*this)->selectionModel()->selectedRows())
         names << index.data().toString();
-    if (names.isEmpty()) return;
+    // A name that the user writes is his: what matches it is selected while he does.
+    if (names.isEmpty() || findChild<QLineEdit*>()->hasFocus()) return;
     const QString separator = QStringLiteral("\" \"");
     findChild<QLineEdit*>()->setText(names.size() == 1 ? names.first() : u'"' + names.join(separator) + u'"');
+}
+
+// Who writes a folder's name and presses Return wants to see into it; "/" would choose the whole disk.
+bool FilesAndFoldersDialog::enterTypedFolder()
+{
+    auto* field = findChild<QLineEdit*>();
+    const QStringList files = selectedFiles();
+    if (!field->hasFocus() || files.size() != 1 || !QFileInfo(files.first()).isDir()) return false;
+    setDirectory(files.first());
+    field->clear();
+    return true;
 }
 
 // The base class enters a folder instead of choosing it.
 void FilesAndFoldersDialog::accept()
 {
+    if (enterTypedFolder()) return;
     const QStringList files = selectedFiles();
     for (const QString& file : files) {
         if (!QFile::exists(file)) return QFileDialog::accept();

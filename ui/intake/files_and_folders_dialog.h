@@ -22,6 +22,7 @@ public:
 
 private:
     void nameSelection();
+    bool enterTypedFolder();
 };
 
 using ChosenFiles = std::function<void(std::vector<std::filesystem::path>)>;

@@ -77,7 +77,8 @@ QRect ResultRow::revealButton() const
     if (!m_hasOutput) return {};
     const int side = buttonExtent();
     const QRect& row = m_option.rect;
-    return mirrored({row.right() + 1 - sidePadding - side, row.center().y() - side / 2, side, side});
+    return mirrored(
+        {row.right() + 1 - sidePadding - side, row.top() + (row.height() - side) / 2, side, side});
 }
 
 QRect ResultRow::textColumn() const

@@ -4,13 +4,54 @@
 
 #include "ui/settings/settings_chips.h"
 #include "ui/theme/layout_bleed.h"
+#include "ui/theme/surfaces.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QLinearGradient>
+#include <QPainter>
 #include <QScrollBar>
 #include <QWheelEvent>
 
 namespace lumora {
+namespace {
+
+constexpr int fadeWidth = 28;
+
+// The window's ground over the chips, from nothing to all of it at the edge.
+class Fade : public QWidget
+{
+public:
+    Fade(bool atLeft, QWidget* parent) : QWidget(parent), m_atLeft(atLeft)
+    {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        hide();
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPixmap ground(size() * devicePixelRatioF());
+        ground.setDevicePixelRatio(devicePixelRatioF());
+        ground.fill(Qt::transparent);
+        QPainter painter(&ground);
+        painter.translate(-mapTo(window(), QPoint()));
+        painter.fillRect(window()->rect(), windowGradient(window()->rect(), layoutDirection()));
+        painter.resetTransform();
+        painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+        QLinearGradient depth(m_atLeft ? width() : 0, 0, m_atLeft ? 0 : width(), 0);
+        depth.setColorAt(0, Qt::transparent);
+        depth.setColorAt(0.8, Qt::black);
+        painter.fillRect(rect(), depth);
+        painter.end();
+        QPainter(this).drawPixmap(0, 0, ground);
+    }
+
+private:
+    const bool m_atLeft;
+};
+
+} // namespace
 
 SettingsChipGroup::SettingsChipGroup(LumoraSettings& settings, QWidget* parent) : QScrollArea(parent)
 {
@@ -36,6 +77,26 @@ SettingsChipGroup::SettingsChipGroup(LumoraSettings& settings, QWidget* parent) 
     row->addStretch();
     setWidget(strip);
     strip->setAutoFillBackground(false);
+    m_fadeAtLeft = new Fade(true, this);
+    m_fadeAtRight = new Fade(false, this);
+    connect(horizontalScrollBar(), &QScrollBar::valueChanged, this, &SettingsChipGroup::placeFades);
+    connect(horizontalScrollBar(), &QScrollBar::rangeChanged, this, &SettingsChipGroup::placeFades);
+}
+
+void SettingsChipGroup::placeFades()
+{
+    const QScrollBar& bar = *horizontalScrollBar();
+    const bool mirrored = isRightToLeft();
+    m_fadeAtLeft->setGeometry(0, 0, fadeWidth, height());
+    m_fadeAtRight->setGeometry(width() - fadeWidth, 0, fadeWidth, height());
+    m_fadeAtLeft->setVisible(mirrored ? bar.value() < bar.maximum() : bar.value() > bar.minimum());
+    m_fadeAtRight->setVisible(mirrored ? bar.value() > bar.minimum() : bar.value() < bar.maximum());
+}
+
+void SettingsChipGroup::resizeEvent(QResizeEvent* event)
+{
+    QScrollArea::resizeEvent(event);
+    placeFades();
 }
 
 QSize SettingsChipGroup::sizeHint() const

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/theme/control_painting.h"
 
+#include "ui/theme/button_styles.h"
 #include "ui/theme/surfaces.h"
 #include "ui/theme/tidewell_theme.h"
 
@@ -76,6 +77,15 @@ void paintField(QPainter& painter, const QStyleOption& option)
     painter.restore();
 }
 
+void paintButton(QPainter& painter, const QStyleOptionButton& option)
+{
+    painter.save();
+    painter.setOpacity(presence(option));
+    QuietButtonStyle().paintGround(painter, option.rect,
+                                   {has(option, QStyle::State_Sunken), has(option, QStyle::State_MouseOver)});
+    painter.restore();
+}
+
 void paintCheckBox(QPainter& painter, const QStyleOption& option)
 {
     painter.save();
@@ -114,7 +124,7 @@ void paintSlider(QPainter& painter, const QStyleOptionSlider& option, const QRec
     }
     paintRounded(painter, filled, 2, copper(), Qt::transparent);
     const bool focused = has(option, QStyle::State_HasFocus);
-    const QRectF knob(QRectF(handle).center() - QPointF(8, 8), QSizeF(16, 16));
+    const QRectF knob(QRectF(handle).center().x() - 8, y - 8, 16, 16);
     paintRounded(painter, knob, 8, lightCardRaised(), focused ? copper() : outlineColour(option),
                  focused ? 3 : 1.5);
     painter.restore();

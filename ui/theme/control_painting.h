@@ -10,6 +10,7 @@ class QColor;
 class QPainter;
 class QRect;
 class QStyleOption;
+class QStyleOptionButton;
 class QStyleOptionComboBox;
 class QStyleOptionMenuItem;
 class QStyleOptionSlider;
@@ -17,6 +18,8 @@ class QStyleOptionSlider;
 namespace lumora::controls {
 
 void paintField(QPainter& painter, const QStyleOption& option);
+// A stock button, as the file panels have them, in the quiet look.
+void paintButton(QPainter& painter, const QStyleOptionButton& option);
 void paintCheckBox(QPainter& painter, const QStyleOption& option);
 void paintPicker(QPainter& painter, const QStyleOptionComboBox& option);
 void paintSlider(QPainter& painter, const QStyleOptionSlider& option, const QRect& handle);

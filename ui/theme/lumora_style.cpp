@@ -113,7 +113,7 @@ QSize LumoraStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
     if (type == CT_LineEdit) return {size.width() + 12, fonts::scaled(24)};
     if (type == CT_CheckBox) {
         const QSize plain = QProxyStyle::sizeFromContents(type, option, size, widget);
-        return {plain.width() + 4, fonts::scaled(18)};
+        return {plain.width() + 10, fonts::scaled(20)};
     }
     return QProxyStyle::sizeFromContents(type, option, size, widget);
 }
@@ -125,7 +125,7 @@ QRect LumoraStyle::subElementRect(SubElement element, const QStyleOption* option
         if (!bleed.isNull()) return option->rect.marginsRemoved(bleed);
     }
     if (element == SE_LineEditContents) return option->rect.adjusted(6, 0, -6, 0);
-    if (element == SE_CheckBoxFocusRect) return option->rect;
+    if (element == SE_CheckBoxFocusRect || element == SE_PushButtonFocusRect) return option->rect;
     if (element == SE_CheckBoxLayoutItem || element == SE_ComboBoxLayoutItem ||
         element == SE_SliderLayoutItem) {
         return option->rect;
@@ -156,6 +156,10 @@ void LumoraStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
         return;
     case PE_IndicatorCheckBox:
         return controls::paintCheckBox(*painter, *option);
+    case PE_PanelButtonCommand:
+        if (const auto* button = as<QStyleOptionButton>(option))
+            return controls::paintButton(*painter, *button);
+        break;
     case PE_FrameFocusRect:
         return controls::paintFocus(*painter, *option, 5);
     case PE_PanelMenu:
@@ -166,8 +170,9 @@ void LumoraStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
         return paintRounded(*painter, option->rect, 0, TidewellTheme::leatherDeep(),
                             TidewellTheme::copperStrong());
     default:
-        return QProxyStyle::drawPrimitive(element, option, painter, widget);
+        break;
     }
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
 }
 
 void LumoraStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,

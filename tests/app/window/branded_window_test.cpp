@@ -139,6 +139,19 @@ TEST_F(BrandedWindowTest, StaysOpenWhereItMayNotClose)
     EXPECT_EQ(closed, 1);
 }
 
+TEST_F(BrandedWindowTest, HasAHairlineWhereNothingThrowsAShadow)
+{
+    auto* content = new QWidget;
+    content->setAutoFillBackground(true);
+    BrandedWindow window(m_small, content, m_menu);
+    window.show();
+    const auto edge = [&] { return window.grab().toImage().pixel(0, 200); };
+    const auto inside = [&] { return window.grab().toImage().pixel(20, 200); };
+    EXPECT_NE(edge(), inside());
+    window.showMaximized();
+    EXPECT_EQ(edge(), inside());
+}
+
 TEST_F(BrandedWindowTest, IsAWindowToAssistiveTechnology)
 {
     exposeBrandedWindows();

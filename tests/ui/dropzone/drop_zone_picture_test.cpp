@@ -73,6 +73,21 @@ TEST(DropZonePicture, IsOutlinedByDashesEightOnAndSixOff)
     EXPECT_NEAR(on, 8 * 20, 20);
 }
 
+TEST(DropZonePicture, HasItsIconOnTheMiddleAxis)
+{
+    const QImage image = paint(DropZonePicture(), 170);
+    int left = image.width();
+    int right = 0;
+    for (int y = 30; y < 80; ++y) {
+        for (int x = 20; x < image.width() - 20; ++x) {
+            if (image.pixel(x, y) == image.pixel(10, 85)) continue;
+            left = std::min(left, x);
+            right = std::max(right, x);
+        }
+    }
+    EXPECT_NEAR(left, image.width() - 1 - right, 1);
+}
+
 TEST(DropZonePicture, DrawsItsProgressFromTheLeadingEdge)
 {
     DropZonePicture picture;

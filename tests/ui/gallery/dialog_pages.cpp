@@ -2,17 +2,52 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/support/temporary_directory.h"
 #include "tests/ui/gallery/gallery.h"
+#include "ui/controls/message_dialog.h"
+#include "ui/controls/styled_button.h"
 #include "ui/intake/files_and_folders_dialog.h"
+#include "ui/theme/button_styles.h"
 
 #include <QAbstractItemView>
+#include <QCheckBox>
 #include <QTest>
 
 #include <fstream>
 
 namespace lumora::gallery {
 
+namespace {
+
+const CopperButtonStyle copperStyle;
+const QuietButtonStyle quietStyle;
+
+void questionPage(const Gallery& gallery, const QString& name, Qt::LayoutDirection direction,
+                  const QString& file)
+{
+    MessageDialog question(QStringLiteral("Replace %1?").arg(file),
+                           QStringLiteral("A file with this name already exists."));
+    question.setLayoutDirection(direction);
+    question.addDetail(QStringLiteral("In /home/user/Pictures/Holidays"));
+    question.addButton(copperStyle, QStringLiteral("Replace"));
+    question.addButton(quietStyle, QStringLiteral("Skip"));
+    question.addLeadingButton(quietStyle, QStringLiteral("Cancel Batch"));
+    question.addControl(new QCheckBox(QStringLiteral("Do the same for the remaining files")));
+    gallery.save(question, name);
+}
+
+void questionPages(const Gallery& gallery)
+{
+    questionPage(gallery, QStringLiteral("question"), Qt::LeftToRight, QStringLiteral("beach.webp"));
+    questionPage(gallery, QStringLiteral("question-right-to-left"), Qt::RightToLeft,
+                 QStringLiteral("beach.webp"));
+    questionPage(gallery, QStringLiteral("question-long-name"), Qt::LeftToRight,
+                 QStringLiteral("Donaudampfschifffahrtsgesellschaftskapitän").repeated(3));
+}
+
+} // namespace
+
 void dialogPages(const Gallery& gallery)
 {
+    questionPages(gallery);
     test::TemporaryDirectory folder;
     std::filesystem::create_directory(folder / "album");
     for (const char* name : {"beach.jpg", "logo.png", "scan.tiff"})

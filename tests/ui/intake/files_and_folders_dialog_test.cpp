@@ -13,6 +13,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QLineEdit>
+
 #include <fstream>
 
 namespace lumora {
@@ -85,6 +87,34 @@ TEST_F(FilesAndFolders, ChoosesAFolderAndAFileTogether)
                 testing::UnorderedElementsAre(folder + QStringLiteral("/album"),
                                               folder + QStringLiteral("/a b.png")));
     EXPECT_FALSE(m_dialog.isVisible());
+}
+
+TEST_F(FilesAndFolders, LeavesTheFieldToWhoWritesInIt)
+{
+    ASSERT_TRUE(test::waitFor([this] { return offered().size() == 2; }));
+    auto* field = m_dialog.findChild<QLineEdit*>();
+    m_dialog.activateWindow();
+    field->setFocus();
+    ASSERT_TRUE(test::waitFor([&] { return field->hasFocus(); }));
+    field->setText(QStringLiteral("/ho"));
+    select(QStringLiteral("album"));
+    EXPECT_EQ(field->text(), QStringLiteral("/ho"));
+}
+
+TEST_F(FilesAndFolders, EntersAFolderThatIsTyped)
+{
+    ASSERT_TRUE(test::waitFor([this] { return offered().size() == 2; }));
+    QSignalSpy chosen(&m_dialog, &QFileDialog::filesSelected);
+    auto* field = m_dialog.findChild<QLineEdit*>();
+    m_dialog.activateWindow();
+    field->setFocus();
+    ASSERT_TRUE(test::waitFor([&] { return field->hasFocus(); }));
+    field->setText(QString::fromStdString((m_folder / "album").string()));
+    m_dialog.accept();
+    EXPECT_EQ(m_dialog.directory().dirName(), QStringLiteral("album"));
+    EXPECT_EQ(field->text(), QString());
+    EXPECT_EQ(chosen.count(), 0);
+    EXPECT_TRUE(m_dialog.isVisible());
 }
 
 // Opens the panel as the drop window does; what it answers is kept.

@@ -67,6 +67,14 @@ TEST_F(ResultRows, OpenTheMenuOfTheFirstRowInSightByKeyBeforeOneIsChosen)
     menu->close();
 }
 
+TEST_F(ResultRows, HaveTheShowButtonOnTheirAxis)
+{
+    addSuccesses(1);
+    const QRect place = view().visualRect(row(0));
+    const QRect button = view().revealButton(row(0));
+    EXPECT_EQ(button.top() - place.top(), place.bottom() - button.bottom());
+}
+
 TEST_F(ResultRows, OpenNoMenuBelowTheLastRow)
 {
     addSuccesses(1);

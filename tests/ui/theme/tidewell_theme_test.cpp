@@ -106,6 +106,22 @@ TEST(TidewellTheme, CheckedBoxesAreCopperWithACreamTick)
     expectColour("tick", box.pixelColor(17, 28), 0xF7EFE6);
 }
 
+TEST(TidewellTheme, ASlidersKnobLiesOnTheAxisOfItsGroove)
+{
+    QStyleOptionSlider slider;
+    slider.rect = QRect(0, 0, 100, 22);
+    slider.state = QStyle::State_Enabled;
+    const QImage image =
+        painted([&](QPainter& painter) { controls::paintSlider(painter, slider, QRect(41, 1, 18, 19)); });
+    int top = 0;
+    int bottom = 21;
+    while (image.pixel(50, top) == image.pixel(50, 0))
+        ++top;
+    while (image.pixel(50, bottom) == image.pixel(50, 21))
+        --bottom;
+    EXPECT_EQ(top, 21 - bottom);
+}
+
 TEST(TidewellTheme, TheKeyboardsPlaceShinesOnLeatherAndIsDarkOnCards)
 {
     QStyleOption option;
