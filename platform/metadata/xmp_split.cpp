@@ -37,6 +37,7 @@ std::set<std::string> keysToMove(const Exiv2::XmpData& data, std::size_t wanted)
         left += sizeOf(datum);
     }
     std::vector<std::pair<std::size_t, std::string>> order;
+    order.reserve(sizes.size());
     for (const auto& [key, size] : sizes)
         order.emplace_back(size, key);
     std::ranges::sort(order, std::greater());

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "exiv2_library.h"
-#include "xmp_packet.h"
+#include "metadata/split_xmp.h"
 
 #include <functional>
 
