@@ -58,7 +58,7 @@ def main():
     work.mkdir(parents=True, exist_ok=True)
     pixels = work / 'references'
     pixels.mkdir()
-    notes_file = folder.parent / 'notes.json'
+    notes_file = folder.parent / 'differential-notes.json'
     notes = json.loads(notes_file.read_text(encoding='utf8')) if notes_file.exists() else {}
     inputs = _staged(folder, work / 'inputs')
 

@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """make_inputs.py FOLDER: pictures of every kind that the formats know, by other writers than ours.
 
-Beside the folder goes `notes.json`, which says of some inputs what cannot be seen in them: "refuse" (why it has to be
+Beside the folder goes `differential-notes.json`, which says of some inputs what cannot be seen in them: "refuse" (why it has to be
 refused), "may refuse" (why that is right, too), "like" (the input whose picture it has)."""
 import json
 import sys
@@ -18,7 +18,7 @@ def main():
     for make in (jpeg_kinds.make, png_kinds.make, tiff_kinds.make, other_kinds.make, heif_kinds.make, words.make,
                  heif_kinds.make_described):
         notes |= make(folder)
-    (folder.parent / 'notes.json').write_text(json.dumps(notes, indent=1))
+    (folder.parent / 'differential-notes.json').write_text(json.dumps(notes, indent=1))
 
 
 if __name__ == '__main__':

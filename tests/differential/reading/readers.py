@@ -66,6 +66,11 @@ def _coded_colours(data):
     return struct.unpack_from('>HH', data, at + 8) if at >= 0 else ()
 
 
+def _boxed_profile(data):
+    at = data.find(b'colrprof')
+    return data[at + 8:at - 4 + struct.unpack_from('>I', data, at - 4)[0]] if at >= 4 else b''
+
+
 def _read_heif(path):
     with tempfile.TemporaryDirectory() as folder:
         target = Path(folder) / 'picture.png'
@@ -75,7 +80,7 @@ def _read_heif(path):
             picture = png.read(made[0])
         else:  # PNG refuses profiles that it knows as faulty
             picture = pam_picture(output_of(IMAGEMAGICK, f'{path}[0]', '-depth', '8', 'pam:-'))
-            picture.profile = output_of(IMAGEMAGICK, f'{path}[0]', 'icc:-')
+            picture.profile = _boxed_profile(path.read_bytes())
     data = path.read_bytes()
     picture.tags = ColourTags()
     if not picture.profile:
