@@ -227,11 +227,12 @@ TEST_P(ColorTable, LooksTheSameWhenReduced)
                                                     : losslessBound;
     // In its own components a deep picture becomes one of 8 bits, whose shadows may be coarse.
     for (const bool convertsToSrgb : {true, m_source.bits == 16}) {
-        const auto output = *optimize(file, {.maximumPixels = static_cast<int>(m_source.colors.size()) * 8,
-                                             .outputFormat = OutputFormat::png,
-                                             .optimizeColorForSharing = convertsToSrgb,
-                                             .removeColorManagement = false})
-                                 .outputURL;
+        const auto output =
+            *optimize(file, {.maximumPixels = static_cast<std::int64_t>(m_source.colors.size()) * 8,
+                             .outputFormat = OutputFormat::png,
+                             .optimizeColorForSharing = convertsToSrgb,
+                             .removeColorManagement = false})
+                 .outputURL;
         EXPECT_EQ(differenceOf(test::loadPatches(output, 0.5), bound), "") << convertsToSrgb;
     }
 }

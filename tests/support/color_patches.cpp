@@ -285,8 +285,10 @@ PatchFile loadPatches(const std::filesystem::path& file, double scale)
     const std::string_view profile = blobOf(image.get(), VIPS_META_ICC_NAME);
     patches.profile.assign(profile.begin(), profile.end());
     const double unit = patches.model == Model::lab ? 1 : std::pow(2, patches.bits) - 1;
-    for (double x = patchSize * scale / 2; x < vips_image_get_width(image.get()); x += patchSize * scale)
-        patches.colors.push_back(colorAt(image.get(), x, patchSize * scale / 2, unit));
+    const double size = patchSize * scale;
+    const auto count = std::lround(vips_image_get_width(image.get()) / size);
+    for (long i = 0; i < count; ++i)
+        patches.colors.push_back(colorAt(image.get(), (static_cast<double>(i) + 0.5) * size, size / 2, unit));
     return patches;
 }
 
