@@ -51,6 +51,7 @@ struct DropWindowObjects : ModelObjects
     void runUntil(int completed, int total)
     {
         std::vector<Path> files;
+        files.reserve(static_cast<std::size_t>(total));
         for (int i = 0; i < total; ++i)
             files.emplace_back("/photos/picture-" + std::to_string(i) + ".jpg");
         allowed = completed;
@@ -78,7 +79,7 @@ struct DropWindowObjects : ModelObjects
             return ProcessingResult(file, Path(file).replace_extension(".webp"), 2'000'000, 500'000,
                                     "Optimized", true);
         };
-        fakes.expand = [this](const std::vector<Path>& items, std::stop_token) {
+        fakes.expand = [this](const std::vector<Path>& items, const std::stop_token&) {
             const std::lock_guard lock(mutex);
             expanded.push_back(items);
             return items;

@@ -77,6 +77,7 @@ void FilesAndFoldersDialog::accept()
         if (!QFile::exists(file)) return QFileDialog::accept();
     }
     if (files.isEmpty()) return;
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): the parent's would enter a folder
     QDialog::accept();
     Q_EMIT filesSelected(files);
 }
