@@ -27,6 +27,17 @@ public:
         const std::scoped_lock lock(m_mutex);
         m_isOutOfMemory = true;
     }
+    // Every row of the picture has been made.
+    void complete()
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_isComplete = true;
+    }
+    bool isComplete() const
+    {
+        const std::scoped_lock lock(m_mutex);
+        return m_isComplete;
+    }
     std::optional<Error> error() const
     {
         const std::scoped_lock lock(m_mutex);
@@ -37,6 +48,7 @@ private:
     mutable std::mutex m_mutex;
     std::optional<Error> m_error;
     bool m_isOutOfMemory = false;
+    bool m_isComplete = false;
 };
 
 } // namespace lumora
