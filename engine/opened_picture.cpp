@@ -86,6 +86,7 @@ void OpenedPicture::blameInput()
 {
     if (m_image && m_image->outcome()) {
         if (const auto error = m_image->outcome()->error()) throwReadingFailure(*error);
+        if (m_image->outcome()->isComplete()) return;
     }
     if (m_job.services.stop.stop_requested() || (m_image && m_image->isInMemory())) return;
     // Whoever took the rows may have given up before it came to the damaged ones.

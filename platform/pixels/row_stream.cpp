@@ -55,6 +55,7 @@ private:
             if (auto status = m_maker->make(provider, m_first, count, m_rows.data()); !status) return status;
             m_next += count;
             m_isBroken = false;
+            if (m_next == m_height) m_outcome->complete();
         }
         return Done{};
     }

@@ -28,6 +28,17 @@ public:
         const std::scoped_lock lock(m_mutex);
         m_isOutOfMemory = true;
     }
+    // Every row of the picture has been made.
+    void complete()
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_isComplete = true;
+    }
+    bool isComplete() const
+    {
+        const std::scoped_lock lock(m_mutex);
+        return m_isComplete;
+    }
     std::optional<Error> error() const
     {
         const std::scoped_lock lock(m_mutex);
@@ -43,6 +54,7 @@ private:
     std::optional<Error> m_error;
     bool m_isOutOfMemory = false;
     std::atomic<bool> m_hasTransparency = false;
+    bool m_isComplete = false;
 };
 
 } // namespace lumora
