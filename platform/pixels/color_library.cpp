@@ -103,6 +103,10 @@ OwnedTransform srgbTransform(void* source, std::uint32_t from, std::uint32_t to)
     if (carriesAlpha) flags |= static_cast<cmsUInt32Number>(cmsFLAGS_COPY_ALPHA);
     // Of the usual number of steps the darkest greys under a linear profile come out 7 of 255 too dark.
     if (T_COLORSPACE(from) == PT_GRAY) flags |= static_cast<cmsUInt32Number>(cmsFLAGS_GRIDPOINTS(255));
+    // A table of 33 steps a component, which the library makes for deeper ones, misses by up to 8 of 255.
+    const bool isDeep = T_BYTES(from) != 1;
+    if (isDeep && (T_COLORSPACE(from) == PT_GRAY || T_COLORSPACE(from) == PT_RGB))
+        flags |= static_cast<cmsUInt32Number>(cmsFLAGS_NOOPTIMIZE);
     return OwnedTransform(
         cmsCreateTransform(source, from, srgb.get(), to, INTENT_RELATIVE_COLORIMETRIC, flags));
 }

@@ -92,13 +92,43 @@ bool holdsProfileOf(const StorageLimits& limits, VipsImage* image)
     return limits.profiles == ProfileStorage::rgbOnly && describes(profile, ColorModel::rgb);
 }
 
-// In sRGB; tagged so where the picture was tagged and that can be held.
-Result<Image> inSrgb(const Image& image, const StorageLimits& limits)
+// Under its own profile where that can be held, else in sRGB; tagged so where the picture was tagged.
+Result<Image> redrawn(const Image& image, const StorageLimits& limits)
 {
-    auto bitmap = drawRegardless(image, {image.width(), image.height(), ColorSpace::sRGB});
+    const bool keepsColors = limits.profiles != ProfileStorage::none &&
+                             describes(attachedProfile(image.pixels()), ColorModel::rgb) &&
+                             colorModelOf(image.pixels()) == ColorModel::rgb;
+    const auto space = keepsColors ? ColorSpace::own : ColorSpace::sRGB;
+    auto bitmap = drawRegardless(image, {image.width(), image.height(), space});
     if (!bitmap) return bitmap.error();
     const bool isTagged = vips_image_get_typeof(image.pixels(), VIPS_META_ICC_NAME) != 0;
     return isTagged && limits.profiles != ProfileStorage::none ? *bitmap : bitmap->withoutProfile();
+}
+
+// Floating point from 0 to 1 in the most bits that most types know.
+Result<VipsImagePtr> inSixteenBits(VipsImage* image)
+{
+    constexpr double white = 65535;
+    VipsImage* scaled = nullptr;
+    if (vips_linear1(image, &scaled, white, 0.5, nullptr) != 0) return takeVipsError();
+    const VipsImagePtr owned(scaled);
+    const bool isGray = colorModelOf(image) == ColorModel::gray;
+    VipsImage* whole = nullptr;
+    if (vips_cast(scaled, &whole, VIPS_FORMAT_USHORT, nullptr) != 0) return takeVipsError();
+    const VipsImagePtr ownedWhole(whole);
+    VipsImage* tagged = nullptr;
+    if (vips_copy(whole, &tagged, "interpretation",
+                  isGray ? VIPS_INTERPRETATION_GREY16 : VIPS_INTERPRETATION_RGB16, nullptr) != 0)
+        return takeVipsError();
+    return VipsImagePtr(tagged);
+}
+
+// What is stored in 16 bits though it came in more.
+bool isTooDeep(const Image& image, const StorageLimits& limits)
+{
+    const auto model = colorModelOf(image.pixels());
+    return vips_image_get_format(image.pixels()) == VIPS_FORMAT_FLOAT && !limits.holdsAnyModel &&
+           limits.holdsSixteenBits && (model == ColorModel::gray || model == ColorModel::rgb);
 }
 
 } // namespace
@@ -106,6 +136,13 @@ Result<Image> inSrgb(const Image& image, const StorageLimits& limits)
 Result<VipsImagePtr> storableImage(const Image& image, const StorageLimits& limits)
 {
     ensureVipsReady();
+    if (isTooDeep(image, limits)) {
+        auto sixteen = inSixteenBits(image.pixels());
+        if (!sixteen) return sixteen;
+        return storableImage(
+            Image(sixteen->release(), image.pendingOrientation(), image.state()).withOutcome(image.outcome()),
+            limits);
+    }
     const bool holdsProfile = holdsProfileOf(limits, image.pixels());
     if (image.alphaIsPremultiplied() && holdsProfile) return compactBitmap(image, limits.holdsAlpha);
     if (!image.alphaIsPremultiplied() && holdsProfile && holds(limits, image.pixels())) {
@@ -117,7 +154,7 @@ Result<VipsImagePtr> storableImage(const Image& image, const StorageLimits& limi
         dropForeignProfile(copy);
         return VipsImagePtr(copy);
     }
-    auto bitmap = inSrgb(image, limits);
+    auto bitmap = redrawn(image, limits);
     if (!bitmap) return bitmap.error();
     return compactBitmap(*bitmap, limits.holdsAlpha);
 }

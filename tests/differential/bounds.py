@@ -29,6 +29,7 @@ ASSOCIATED = Bound(0.2, 1.0, 0.2, 'colours that were multiplied by their alpha a
 DEEP_CONVERTED = Bound(0.1, 2.5, 0.1, 'a step of depth grows where a conversion is steep')
 REDUCED = Bound(1.5, 26.0, 0.6, 'two Lanczos kernels, which treat edges and rounding differently')
 CONVERTED_AFTER = Bound(1.2, 48.0, 2.0, 'colours convert after the reduction there and before it here')
+LINEAR = Bound(3.5, 10.0, 4.5, 'stored as light, a step in the dark is many to the eye: of a coder as of a reduction')
 GIF_OF_MANY = Bound(16.0, NO_LIMIT, NO_LIMIT, 'at most 256 colours, and dithered')
 UNCERTAIN = Bound(45.0, NO_LIMIT, NO_LIMIT, 'inks without a profile look as each program thinks fit; only gross errors show')
 FEW_BITS = Bound(0.3, 1.1, 0.3, 'five bits are stretched to eight by rounding or by repeating the upper ones')

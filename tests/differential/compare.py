@@ -79,6 +79,8 @@ def _bound(reference, setting, kind, output, expected, costs):
         bound = bound.wider(bounds.REDUCED)
         if reference.is_converted:
             bound = bound.wider(bounds.CONVERTED_AFTER)
+    if reference.is_light and (is_lossy or is_reduced):
+        bound = bound.wider(bounds.LINEAR)
     if reference.is_uncertain and output.model != 'ink':
         bound = bound.wider(bounds.UNCERTAIN)
     return bound

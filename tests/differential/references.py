@@ -26,6 +26,7 @@ class Reference:
     is_uncertain: bool = False
     is_associated: bool = False
     is_converted: bool = False  # its colours are not stored as sRGB
+    is_light: bool = False
     size: tuple = (0, 0)
     pixels: dict = field(default_factory=dict)  # size to file
 
@@ -62,6 +63,7 @@ def make(name, path, orientation, folder):
     reference.model, reference.bits, reference.profile = picture.model, picture.bits, picture.profile
     reference.is_uncertain = appearance.is_uncertain(picture)
     reference.is_associated = picture.is_associated
+    reference.is_light = appearance.is_light(picture)
     reference.is_converted = appearance.is_converted(picture, colours)
     reference.has_alpha = bool((rgba[:, :, 3] < 1).any())
     reference.size = (rgba.shape[1], rgba.shape[0])

@@ -14,6 +14,8 @@ constexpr std::byte comment{0xFE};
 constexpr std::byte application{0xFF};
 constexpr std::byte picture{0x2C};
 constexpr std::size_t longestBlock = 255;
+constexpr std::string_view xmpMark = "XMP DataXMP";
+constexpr std::size_t xmpTrailer = 258;
 
 // Walks through the blocks of a file. What lies beyond its end reads as the mark of the end.
 class GifReader
@@ -69,7 +71,14 @@ private:
     std::size_t m_at = 0;
 };
 
-// Calls visit(kind, data) for each that is whole.
+std::string textOf(std::span<const std::byte> bytes)
+{
+    std::string text(bytes.size(), '\0');
+    std::ranges::transform(bytes, text.begin(), [](std::byte b) { return std::to_integer<char>(b); });
+    return text;
+}
+
+// Calls visit(kind, data, raw) for each that is whole; `raw` has the lengths of the blocks in it.
 template <class Visit>
 void visitExtensions(std::span<const std::byte> gif, Visit visit)
 {
@@ -81,7 +90,9 @@ void visitExtensions(std::span<const std::byte> gif, Visit visit)
             reader.skipPicture();
         } else if (mark == extension) {
             const std::byte kind = reader.take();
-            if (auto data = reader.takeBlocks()) visit(kind, std::move(*data));
+            const std::size_t start = reader.position();
+            if (auto data = reader.takeBlocks())
+                visit(kind, std::move(*data), gif.subspan(start, reader.position() - start));
         } else {
             return;
         }
@@ -100,12 +111,30 @@ void appendComment(std::vector<std::byte>& bytes, std::string_view text)
     bytes.push_back(std::byte{0});
 }
 
+// The packet stands there as it is, its letters being taken for lengths of blocks by whoever does not know
+// it; the trailer leads each of them to the end. Adobe, XMP specification part 3, section on GIF.
+void appendXmp(std::vector<std::byte>& bytes, std::string_view packet)
+{
+    bytes.push_back(extension);
+    bytes.push_back(application);
+    bytes.push_back(std::byte{xmpMark.size()});
+    const auto append = [&](std::string_view text) {
+        std::ranges::transform(text, std::back_inserter(bytes), [](char c) { return std::byte(c); });
+    };
+    append(xmpMark);
+    append(packet);
+    bytes.push_back(std::byte{1});
+    for (int value = 255; value >= 0; --value)
+        bytes.push_back(static_cast<std::byte>(value));
+    bytes.push_back(std::byte{0});
+}
+
 } // namespace
 
 std::vector<std::string> gifComments(std::span<const std::byte> gif)
 {
     std::vector<std::string> comments;
-    visitExtensions(gif, [&](std::byte kind, std::string data) {
+    visitExtensions(gif, [&](std::byte kind, std::string data, auto) {
         if (kind == comment && !data.empty()) comments.push_back(std::move(data));
     });
     return comments;
@@ -115,20 +144,33 @@ std::string gifProfile(std::span<const std::byte> gif)
 {
     constexpr std::string_view mark = "ICCRGBG1012";
     std::string profile;
-    visitExtensions(gif, [&](std::byte kind, const std::string& data) {
+    visitExtensions(gif, [&](std::byte kind, const std::string& data, auto) {
         if (kind == application && data.starts_with(mark)) profile = data.substr(mark.size());
     });
     return profile;
 }
 
-std::vector<std::byte> withGifComments(std::vector<std::byte> gif, const std::vector<std::string>& comments)
+std::string gifXmp(std::span<const std::byte> gif)
+{
+    std::string packet;
+    visitExtensions(gif, [&](std::byte kind, const std::string& data, std::span<const std::byte> raw) {
+        const std::size_t head = 1 + xmpMark.size();
+        if (kind == application && data.starts_with(xmpMark) && raw.size() > head + xmpTrailer)
+            packet = textOf(raw.subspan(head, raw.size() - head - xmpTrailer));
+    });
+    return packet;
+}
+
+std::vector<std::byte> withGifMetadata(std::vector<std::byte> gif, const std::vector<std::string>& comments,
+                                       const std::string& xmp)
 {
     GifReader reader(gif);
     reader.skipHeader();
-    if (comments.empty() || reader.position() == gif.size()) return gif;
+    if (reader.position() == gif.size()) return gif;
     std::vector<std::byte> added;
     for (const std::string& text : comments)
         appendComment(added, text);
+    if (!xmp.empty()) appendXmp(added, xmp);
     gif.insert(gif.begin() + static_cast<std::ptrdiff_t>(reader.position()), added.begin(), added.end());
     return gif;
 }

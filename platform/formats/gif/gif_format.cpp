@@ -117,7 +117,8 @@ Status encode(const EncodeRequest& request, AtomicFile& file)
     auto colors = exactColors(image.get());
     auto bytes = colors ? encodeIndexed(image.get(), *colors) : encodeDithered(image.get());
     if (!bytes) return bytes.error();
-    return file.append(withGifComments(std::move(*bytes), remarksOf(request.metadata)));
+    return file.append(withGifMetadata(std::move(*bytes), remarksOf(request.metadata),
+                                       xmpPacket(request.metadata, request.facts)));
 }
 
 constexpr std::size_t largestFile = std::size_t{1} << 26U;
@@ -140,11 +141,14 @@ void attachProfile(VipsImage* image, const std::string& profile)
 
 void describe(int descriptor, VipsImage* image, Metadata& metadata)
 {
+    std::string xmp;
     if (const auto bytes = readAll(descriptor, largestFile)) {
+        xmp = gifXmp(*bytes);
         metadata.gifComments = gifComments(*bytes);
         attachProfile(image, gifProfile(*bytes));
     }
     readAttachedMetadata(image, metadata);
+    if (!xmp.empty()) metadata.xmp = std::move(xmp);
 }
 
 void examine(int, VipsImage*, SourceFacts& facts)

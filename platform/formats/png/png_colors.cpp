@@ -88,10 +88,9 @@ Primaries primariesOf(const Numbers& numbers)
 std::optional<ColorDescription> colorsOfNumbersIn(const ColorChunks& chunks)
 {
     if (chunks.saysSrgb || (!chunks.gamma && !chunks.chromaticities)) return std::nullopt;
-    constexpr double customaryGamma = 45455;
-    const double gamma = chunks.gamma ? chunks.gamma->front() : customaryGamma;
     const Primaries primaries = chunks.chromaticities ? primariesOf(*chunks.chromaticities) : srgbPrimaries;
-    return colorsOfPower(primaries, 100000 / gamma);
+    if (!chunks.gamma) return ColorDescription{.primaries = primaries};
+    return colorsOfPower(primaries, 100000.0 / chunks.gamma->front());
 }
 
 bool hasProfile(VipsImage* image)

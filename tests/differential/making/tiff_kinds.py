@@ -121,6 +121,8 @@ def make(folder):
         unusual_names |= {f'{source}-{name}'} if source in unusual_names else set()
     pages = [folder / 'tiff-rgb-8.tiff', folder / 'tiff-grey-8.tiff']
     run('tiffcp', *pages, folder / 'tiff-pages.tiff')
+    for bits in (8, 16):
+        notes[f'tiff-icc-lab-{bits}.tiff'] = {'may refuse': 'a kind of L*a*b* that next to no program writes'}
     for name in unusual_names:
         notes[f'tiff-{name}.tiff'] = {'may refuse': UNUSUAL_SAMPLES}
     return notes

@@ -40,13 +40,19 @@ def _by_tags(samples, tags):
     has_usual_gamma = not tags.gamma or abs(tags.gamma - USUAL_GAMMA) < 0.005
     if has_usual_gamma and _is_near_srgb(tags):
         return samples  # as every viewer takes it, though sRGB's curve is not quite that power
-    decode = profiles.srgb_decoded if has_usual_gamma else lambda v: v ** (1 / tags.gamma)
+    decode = profiles.srgb_decoded if not tags.gamma else lambda v: v ** (1 / tags.gamma)
     return _converted(samples, decode, tags.white or profiles.D65, tags.primaries)
 
 
 def is_uncertain(picture):
     """Inks without a profile: each program has its own idea of them."""
     return picture.model == 'ink' and colour_engine.model_of(picture.profile) != 'ink'
+
+
+def is_light(picture):
+    """Whether its samples are light itself, in which the dark has few steps."""
+    linear = 8
+    return not picture.profile and (picture.tags.coded[1] == linear if picture.tags.coded else picture.tags.gamma == 1)
 
 
 def is_converted(picture, colours):

@@ -74,7 +74,7 @@ TEST(AddedGifComments, ComeBackAndThePictureStays)
     const auto before = test::load(folder / "a.gif").bytes;
     const std::vector<std::string> comments{"first", std::string(255, 'x'), std::string(256, 'y'),
                                             std::string(600, 'z'), "\xFF raw \x80"};
-    const auto commented = withGifComments(bytesOf(gif), comments);
+    const auto commented = withGifMetadata(bytesOf(gif), comments);
     EXPECT_EQ(gifComments(commented), comments);
     std::string text;
     std::ranges::transform(commented, std::back_inserter(text),
@@ -88,15 +88,15 @@ TEST(AddedGifComments, StandBeforeThePicture)
     for (const std::string& head : {header, tableHeader}) {
         std::string expected = head;
         expected += remark("first") + picture + ";";
-        EXPECT_EQ(withGifComments(bytesOf(head + picture + ";"), {"first"}), bytesOf(expected));
+        EXPECT_EQ(withGifMetadata(bytesOf(head + picture + ";"), {"first"}), bytesOf(expected));
     }
 }
 
 TEST(AddedGifComments, LeaveAFileAsItIsWhenThereAreNoneOrItIsNoSoundGif)
 {
-    EXPECT_EQ(withGifComments(bytesOf(header + picture), {}), bytesOf(header + picture));
-    EXPECT_EQ(withGifComments(bytesOf("GIF89a"), {"first"}), bytesOf("GIF89a"));
-    EXPECT_EQ(withGifComments({}, {"first"}), std::vector<std::byte>{});
+    EXPECT_EQ(withGifMetadata(bytesOf(header + picture), {}), bytesOf(header + picture));
+    EXPECT_EQ(withGifMetadata(bytesOf("GIF89a"), {"first"}), bytesOf("GIF89a"));
+    EXPECT_EQ(withGifMetadata({}, {"first"}), std::vector<std::byte>{});
 }
 
 TEST(GifProfile, IsThatOfItsApplicationBlockAndNothingElse)
@@ -106,6 +106,16 @@ TEST(GifProfile, IsThatOfItsApplicationBlockAndNothingElse)
     EXPECT_EQ(gifProfile(bytesOf(header + other + profile + picture + ";")), "firstsecond");
     EXPECT_EQ(gifProfile(bytesOf(header + other + picture + ";")), "");
     EXPECT_EQ(gifProfile(bytesOf(header + profile.substr(0, profile.size() - 1))), "");
+}
+
+TEST(GifXmp, ComesBackAsItWasAndLeavesTheRestReadable)
+{
+    const std::string packet =
+        "<x:xmpmeta xmlns:x='adobe:ns:meta/'>" + std::string(700, 'x') + "</x:xmpmeta>";
+    const auto written = withGifMetadata(bytesOf(header + picture + ";"), {"remark"}, packet);
+    EXPECT_EQ(gifXmp(written), packet);
+    EXPECT_EQ(gifComments(written), std::vector<std::string>{"remark"});
+    EXPECT_EQ(gifXmp(bytesOf(header + picture + ";")), "");
 }
 
 } // namespace
