@@ -101,7 +101,7 @@ TEST_F(MemoryNeed, GrowsWithWhatIsHeld)
     whole.outputFormat = OutputFormat::heic;
     EXPECT_GT(need(whole), needOfRows);
     EXPECT_GE(need(rows, {.orientation = 6}), needOfRows + std::int64_t{4} * 1000 * 2000);
-    EXPECT_LT(need(rows, {.orientation = 2}), needOfRows + 1000 * 2000);
+    EXPECT_LT(need(rows, {.orientation = 2}), needOfRows + std::int64_t{1000} * 2000);
     test::SettingsDraft edges = rows;
     edges.quality = 95;
     EXPECT_GT(need(edges), needOfRows);
