@@ -13,6 +13,16 @@
 #include <vector>
 
 namespace lumora {
+namespace {
+
+using OpenedProfile = std::unique_ptr<void, cmsBool (*)(cmsHPROFILE)>;
+
+OpenedProfile opened(std::span<const std::uint8_t> bytes)
+{
+    return {cmsOpenProfileFromMem(bytes.data(), static_cast<cmsUInt32Number>(bytes.size())), cmsCloseProfile};
+}
+
+} // namespace
 
 std::span<const std::uint8_t> attachedProfile(VipsImage* image)
 {
@@ -24,8 +34,7 @@ std::span<const std::uint8_t> attachedProfile(VipsImage* image)
 std::string profileDescription(std::span<const std::uint8_t> bytes)
 {
     if (bytes.empty()) return {};
-    const std::unique_ptr<void, cmsBool (*)(cmsHPROFILE)> profile(
-        cmsOpenProfileFromMem(bytes.data(), static_cast<cmsUInt32Number>(bytes.size())), cmsCloseProfile);
+    const OpenedProfile profile = opened(bytes);
     if (!profile) return {};
     const auto text = [&](wchar_t* buffer, cmsUInt32Number size) {
         return cmsGetProfileInfo(profile.get(), cmsInfoDescription, "en", "US", buffer, size);
@@ -39,6 +48,16 @@ std::string profileDescription(std::span<const std::uint8_t> bytes)
         if (g_unichar_validate(code)) appendUtf8(description, code);
     }
     return description;
+}
+
+bool countsLight(std::span<const std::uint8_t> bytes)
+{
+    constexpr double tolerance = 0.1;
+    constexpr double nearLinear = 1.4;
+    if (bytes.empty()) return false;
+    const OpenedProfile profile = opened(bytes);
+    const double gamma = profile ? cmsDetectRGBProfileGamma(profile.get(), tolerance) : -1;
+    return gamma > 0 && gamma < nearLinear;
 }
 
 } // namespace lumora

@@ -92,12 +92,13 @@ bool holdsProfileOf(const StorageLimits& limits, VipsImage* image)
     return limits.profiles == ProfileStorage::rgbOnly && describes(profile, ColorModel::rgb);
 }
 
-// Under its own profile where that can be held, else in sRGB; tagged so where the picture was tagged.
+// Under its own profile where that can be held and 8 bits suffice, else in sRGB; tagged so where the picture
+// was tagged.
 Result<Image> redrawn(const Image& image, const StorageLimits& limits)
 {
-    const bool keepsColors = limits.profiles != ProfileStorage::none &&
-                             describes(attachedProfile(image.pixels()), ColorModel::rgb) &&
-                             colorModelOf(image.pixels()) == ColorModel::rgb;
+    const auto profile = attachedProfile(image.pixels());
+    const bool keepsColors = limits.profiles != ProfileStorage::none && describes(profile, ColorModel::rgb) &&
+                             colorModelOf(image.pixels()) == ColorModel::rgb && !countsLight(profile);
     const auto space = keepsColors ? ColorSpace::own : ColorSpace::sRGB;
     auto bitmap = drawRegardless(image, {image.width(), image.height(), space});
     if (!bitmap) return bitmap.error();
