@@ -3,7 +3,7 @@
 // The two halves of a format's row that do the work. Every function may run on any thread.
 #pragma once
 
-#include "formats/encoding_memory.h"
+#include "formats/encoded_shape.h"
 #include "formats/format.h"
 #include "formats/source_facts.h"
 #include "metadata/blocks.h"

@@ -3,7 +3,7 @@
 // Profiles and transforms of Little CMS, and the way from any profile to sRGB. Any thread.
 #pragma once
 
-#include "pixels/color_conversion.h"
+#include "pixels/profile_bytes.h"
 
 #include <cstdint>
 #include <memory>

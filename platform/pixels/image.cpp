@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pixels/image.h"
 
-#include "pixels/row_stream.h"
 #include "pixels/vips_library.h"
 
 #include <vips/vips.h>

@@ -90,17 +90,6 @@ int generate(VipsRegion* target, void* source, void*, void* stream, gboolean*)
 
 } // namespace
 
-std::size_t pixelBytesOf(VipsImage* image)
-{
-    return vips_format_sizeof(vips_image_get_format(image)) *
-           static_cast<std::size_t>(vips_image_get_bands(image));
-}
-
-std::size_t rowBytesOf(VipsImage* image)
-{
-    return pixelBytesOf(image) * static_cast<std::size_t>(vips_image_get_width(image));
-}
-
 StreamForm streamFormOf(VipsImage* image)
 {
     return {vips_image_get_width(image),  vips_image_get_height(image), vips_image_get_bands(image),

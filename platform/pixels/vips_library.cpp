@@ -132,4 +132,15 @@ std::string_view blobOf(VipsImage* image, const char* field)
     return {static_cast<const char*>(data), size};
 }
 
+std::size_t pixelBytesOf(VipsImage* image)
+{
+    return vips_format_sizeof(vips_image_get_format(image)) *
+           static_cast<std::size_t>(vips_image_get_bands(image));
+}
+
+std::size_t rowBytesOf(VipsImage* image)
+{
+    return pixelBytesOf(image) * static_cast<std::size_t>(vips_image_get_width(image));
+}
+
 } // namespace lumora

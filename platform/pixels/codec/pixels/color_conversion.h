@@ -5,28 +5,17 @@
 // are thread-safe.
 #pragma once
 
+#include "pixels/profile_bytes.h"
 #include "pixels/row_reader.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <span>
 
 namespace lumora {
 
-using ProfileBytes = std::span<const std::uint8_t>;
-
 // An sRGB profile made small: it travels in every output that is tagged as sRGB. The same bytes always.
 ProfileBytes srgbProfile();
-
-// Whether the bytes are a profile that describes components of this model.
-bool describes(ProfileBytes profile, ColorModel model);
-
-// Frees a transform of the colour library.
-struct TransformDelete
-{
-    void operator()(void* transform) const;
-};
 
 class ColorConversion
 {

@@ -45,8 +45,6 @@ struct StreamForm
 
 // The form of a picture of the image library.
 StreamForm streamFormOf(_VipsImage* image);
-std::size_t pixelBytesOf(_VipsImage* image);
-std::size_t rowBytesOf(_VipsImage* image);
 
 // The lazy picture: like every other one of the image library, but for its rows, which can be had once. The
 // outcome takes the first failure. The picture has no metadata yet.

@@ -5,6 +5,7 @@
 
 #include "system/result.h"
 
+#include <cstddef>
 #include <memory>
 #include <string_view>
 
@@ -41,5 +42,9 @@ using VipsImagePtr = std::unique_ptr<_VipsImage, VipsUnref>;
 // The bytes of a field of a picture, empty without it. Valid until the field is replaced, which happens to
 // those of a lazy picture when its decoder starts.
 std::string_view blobOf(_VipsImage* image, const char* field);
+
+// Of a picture as it is stored.
+std::size_t pixelBytesOf(_VipsImage* image);
+std::size_t rowBytesOf(_VipsImage* image);
 
 } // namespace lumora
