@@ -5,6 +5,7 @@
 #include "engine/output_naming.h"
 #include "engine/output_path.h"
 #include "formats/format.h"
+#include "system/file_services.h"
 #include "system/paths.h"
 #include "system/regular_file.h"
 
@@ -122,13 +123,18 @@ BatchNames::BatchNames(const std::vector<std::filesystem::path>& inputs, const O
         std::filesystem::path output = outputPath(input, typeOf(input, settings), settings);
         if (!take(output)) unnamed.emplace_back(&input, std::move(output));
     }
+    // Nobody could foresee a name that was made up here, so that no stranger's file may stand under it unless
+    // its owner is asked.
+    const auto isOccupied = [&](const std::filesystem::path& output) {
+        return !settings.warnBeforeOverwrite && fileExists(output);
+    };
     std::unordered_map<std::string, int>
         lastNumbers; // so that a thousand files of one name do not count anew
     for (const auto& [input, output] : unnamed) {
         int& number = lastNumbers.try_emplace(places.of(output), 1).first->second;
         do {
             ++number;
-        } while (!take(numbered(output, number)));
+        } while (isOccupied(numbered(output, number)) || !take(numbered(output, number)));
         m_otherOutputs.emplace(input->native(), numbered(output, number));
     }
     known.forEachShared([&](const std::filesystem::path& input) { m_alsoOthers.insert(input.native()); });

@@ -23,9 +23,9 @@ public:
     BatchNames() = default;
 
     // Of several outputs with one name, the first input's keeps it; each further one, and each whose name is
-    // that of an input, gets the lowest number from 2 on that is nobody's. A file that exists and is no input
-    // counts as nobody's: it is an older output, which gives way as the settings say. Asks the disk about
-    // every input; a stop leaves the rest as by itself.
+    // that of an input, gets the lowest number from 2 on that is no other's of the batch and, where existing
+    // files are replaced without a question, under which nothing stands. Asks the disk about every input; a
+    // stop leaves the rest as by itself.
     BatchNames(const std::vector<std::filesystem::path>& inputs, const OptimizerSettings& settings,
                const std::stop_token& stop = {});
 

@@ -105,13 +105,14 @@ TEST_F(BatchNames, SeeAnInputBehindALinkAtTheOutputsName)
     EXPECT_THAT(outputs({a, c, precious}), ElementsAre("in/a 2.webp", "in/c 2.webp", "precious/b.webp"));
 }
 
-TEST_F(BatchNames, TakeAnOlderOutputForNobodysSoThatARerunChangesNothing)
+TEST_F(BatchNames, NeverReplaceAStrangerUnderANumberThatNobodyAskedFor)
 {
     const auto a = file("in/a.png");
     const auto b = file("in/a.bmp");
     test::writeText(m_in / "a.webp", "from an earlier run");
-    test::writeText(m_in / "a 2.webp", "from an earlier run");
-    EXPECT_THAT(outputs({a, b}), ElementsAre("in/a.webp", "in/a 2.webp"));
+    test::writeText(m_in / "a 2.webp", "a stranger's");
+    EXPECT_THAT(outputs({a, b}), ElementsAre("in/a.webp", "in/a 3.webp"));
+    EXPECT_THAT(outputs({a, b}, {.warnBeforeOverwrite = true}), ElementsAre("in/a.webp", "in/a 2.webp"));
 }
 
 TEST_F(BatchNames, AreNotDecidedWithoutAFolderToGoTo)

@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tiff/tiff_loader.h"
 
+#include "formats/format.h"
 #include "tiff/tiff_colors.h"
 #include "tiff/tiff_components.h"
+#include "tiff/tiff_pieces.h"
 #include "vips_loading.h"
 
 #include <vips/vips.h>
@@ -78,12 +80,24 @@ void describe(const TiffFile& file, VipsImage* image)
         vips_image_set_blob_copy(image, VIPS_META_ICC_NAME, profile, size);
 }
 
+// Before anything is set aside for a row.
+bool isTooLarge(const TiffFile& file)
+{
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
+    TIFFGetField(file.get(), TIFFTAG_IMAGEWIDTH, &width);
+    TIFFGetField(file.get(), TIFFTAG_IMAGELENGTH, &height);
+    return std::uint64_t{width} * height > std::uint64_t{maximumDecodedPixels};
+}
+
 } // namespace
 
 Result<VipsImagePtr> loadTiff(int descriptor)
 {
     const auto file = TiffFile::open(descriptor);
     if (!file) return file.error();
+    if (isTooLarge(*file)) return Error{"too many pixels"};
+    if (!hasAllPieces(*file)) return Error{"a picture with missing pieces"};
     const auto layout = tiffLayout(*file);
     if (!layout) return Error{"unreadable kind of TIFF"};
     if (layout->road == TiffRoad::library) return loadStrictly(vips_tiffload_source, descriptor);

@@ -62,6 +62,17 @@ protected:
     std::string m_bytes;
 };
 
+TEST_P(DamagedTiff, IsNoneWhenAPieceWasNeverWritten)
+{
+    const std::uint32_t at = static_cast<std::uint32_t>(lastStrip().at);
+    std::string offset;
+    for (unsigned shift = 0; shift < 32; shift += 8)
+        offset += static_cast<char>(at >> shift & 0xFFU);
+    const std::size_t field = m_bytes.rfind(offset);
+    if (field == std::string::npos) GTEST_SKIP() << "offsets of another size";
+    EXPECT_FALSE(isPicture(std::string(m_bytes).replace(field, 4, 4, '\0')));
+}
+
 TEST_P(DamagedTiff, IsAPictureWhileItIsWhole)
 {
     EXPECT_TRUE(isPicture(m_bytes));
