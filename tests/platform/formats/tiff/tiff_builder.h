@@ -126,6 +126,7 @@ private:
     void writePalette()
     {
         std::vector<std::uint16_t> red;
+        red.reserve(std::size_t{1} << static_cast<unsigned>(m_kind.bits));
         for (int i = 0; i < 1 << m_kind.bits; ++i)
             red.push_back(static_cast<std::uint16_t>(std::lround(65535.0 * i / ((1 << m_kind.bits) - 1))));
         const std::vector<std::uint16_t> green(red.rbegin(), red.rend());
