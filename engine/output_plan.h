@@ -20,7 +20,8 @@ struct OutputPlan
     std::string typeIdentifier; // to encode to
 };
 
-// Throws missingDestinationFolder, unsupportedFormat when nothing here writes the type, or a PlatformError
+// Throws missingDestinationFolder, unreadableImage when it is not the file that its batch has found,
+// unsupportedFormat when nothing here writes the type, or a PlatformError
 // when a folder stands at the path.
 OutputPlan plan(const std::filesystem::path& input, const ImageSource& source,
                 const OptimizerSettings& settings, const BatchNames& names);

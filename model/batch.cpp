@@ -5,6 +5,7 @@
 #include "model/main_thread_queue.h"
 #include "records/errors.h"
 #include "system/freed_memory.h"
+#include "system/private_folder.h"
 
 #include <exception>
 #include <new>
@@ -48,6 +49,7 @@ void Batch::start(Expansion expansion, int workers, std::function<void(Processin
     m_files = std::move(expansion.files);
     m_names = std::move(expansion.names);
     m_finished = std::move(finished);
+    if (auto folder = PrivateFolder::shared()) m_folder = std::move(*folder);
     m_workers = std::make_unique<WorkerPool>(workers);
     for (int i = 0; i < workers; ++i)
         handOutNext();
@@ -75,6 +77,7 @@ ProcessingResult Batch::optimize(const std::filesystem::path& file) const
     OptimizerServices services = m_context.services.optimizerServices;
     services.stop = m_stop.get_token();
     services.names = m_names;
+    services.outputs = m_outputs;
     services.memory = &m_memory;
     services.confirmOverwrite = [this](const std::filesystem::path& output) {
         return m_context.prompter.confirm(output, m_stop.get_token());

@@ -66,6 +66,11 @@ bool Format::canBeWritten() const
     return writer && (!writer->isAvailable || writer->isAvailable());
 }
 
+bool Format::isOnlyClaimed() const
+{
+    return reader && reader->refinedIdentifier;
+}
+
 void allowOperations()
 {
     static const bool allowed = [] {

@@ -19,7 +19,6 @@
 namespace lumora {
 namespace {
 
-constexpr std::string_view draftPrefix = ".lumora-";
 constexpr mode_t ownerOnly = 0600;
 
 std::filesystem::path pathOf(const FileDescriptor& file)
@@ -30,7 +29,7 @@ std::filesystem::path pathOf(const FileDescriptor& file)
 // A name of its own, not one made from the target's, which may already be as long as the file system allows.
 std::filesystem::path hiddenNameBeside(const std::filesystem::path& target)
 {
-    return target.parent_path() / (std::string(draftPrefix) + Uuid::random().toString());
+    return target.parent_path() / (std::string(DraftNote::prefix) + Uuid::random().toString());
 }
 
 FileDescriptor openUnnamed(const std::filesystem::path& target)
@@ -92,9 +91,12 @@ Result<AtomicFile> AtomicFile::create(const std::filesystem::path& target, Draft
             return AtomicFile(target, {}, std::move(unnamed));
     }
     std::filesystem::path name = hiddenNameBeside(target);
+    DraftNote note(name);
     FileDescriptor file(::open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ownerOnly));
     if (!file.isOpen()) return fileError(target, "written", errno);
-    return AtomicFile(target, std::move(name), std::move(file));
+    AtomicFile draftFile(target, std::move(name), std::move(file));
+    draftFile.m_note = std::move(note);
+    return draftFile;
 }
 
 AtomicFile::AtomicFile(std::filesystem::path target, std::filesystem::path draft, FileDescriptor descriptor)
@@ -104,8 +106,8 @@ AtomicFile::AtomicFile(std::filesystem::path target, std::filesystem::path draft
 
 AtomicFile::AtomicFile(AtomicFile&& other) noexcept
     : m_target(std::move(other.m_target)), m_draft(std::exchange(other.m_draft, {})),
-      m_descriptor(std::move(other.m_descriptor)), m_permissions(other.m_permissions),
-      m_isTaken(other.m_isTaken)
+      m_note(std::move(other.m_note)), m_descriptor(std::move(other.m_descriptor)),
+      m_permissions(other.m_permissions), m_isTaken(other.m_isTaken)
 {
 }
 
@@ -159,6 +161,7 @@ Status AtomicFile::commit(ExistingFile existing)
     m_isTaken = existing == ExistingFile::keep && failure == EEXIST;
     if (failure != 0) return fileError(m_target, "written", failure);
     m_draft.clear();
+    m_note = {};
     return Done{};
 }
 
@@ -169,7 +172,11 @@ int AtomicFile::takeName(ExistingFile existing)
         const int refusal = giveName(m_descriptor, m_target);
         if (refusal != EEXIST || existing == ExistingFile::keep) return refusal;
         std::filesystem::path name = hiddenNameBeside(m_target);
-        if (const int failure = giveName(m_descriptor, name); failure != 0) return failure;
+        m_note = DraftNote(name);
+        if (const int failure = giveName(m_descriptor, name); failure != 0) {
+            m_note = {};
+            return failure;
+        }
         m_draft = std::move(name);
     }
     if (existing == ExistingFile::keep) return renameBesides(m_draft, m_target);
@@ -192,7 +199,7 @@ void removeStaleDrafts(const std::filesystem::path& folder)
     for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error)) {
         std::error_code unknown;
-        if (!entry->path().filename().native().starts_with(draftPrefix)) continue;
+        if (!entry->path().filename().native().starts_with(DraftNote::prefix)) continue;
         if (!std::filesystem::is_regular_file(entry->symlink_status(unknown))) continue;
         if (entry->last_write_time(unknown) < oldest && !unknown)
             std::filesystem::remove(entry->path(), unknown);

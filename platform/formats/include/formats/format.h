@@ -35,6 +35,8 @@ struct Format
     WrittenBy writtenBy() const;
     // Whether what writes it is there on this machine; false when nobody does.
     bool canBeWritten() const;
+    // Whether the first bytes of a file only claim this format, and opening it may tell of another.
+    bool isOnlyClaimed() const;
 };
 
 // Pictures above this many pixels count as unreadable.

@@ -4,6 +4,7 @@
 // and the system's reason.
 #pragma once
 
+#include "system/draft_note.h"
 #include "system/file_descriptor.h"
 #include "system/result.h"
 
@@ -65,6 +66,7 @@ private:
 
     std::filesystem::path m_target;
     std::filesystem::path m_draft; // empty without a name to discard
+    DraftNote m_note;
     FileDescriptor m_descriptor;
     std::uint32_t m_permissions = 0666;
     bool m_isTaken = false;
