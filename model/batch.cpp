@@ -9,6 +9,7 @@
 
 #include <exception>
 #include <new>
+#include <system_error>
 #include <utility>
 
 namespace lumora {
@@ -33,15 +34,20 @@ Batch::~Batch()
 
 void Batch::expand(std::vector<std::filesystem::path> inputs, std::function<void(Expansion)> done)
 {
-    m_expansion = std::jthread([&context = m_context, inputs = std::move(inputs),
-                                done = std::move(done)](const std::stop_token& stop) {
+    const auto work = [&context = m_context, inputs = std::move(inputs),
+                       done = std::move(done)](const std::stop_token& stop) {
         auto expansion = std::make_shared<Expansion>();
         expansion->files = context.services.expand(inputs, stop);
         expansion->folders = uniqueParentFolders(expansion->files);
         expansion->names =
             std::make_shared<ImageOptimizer::BatchNames>(expansion->files, context.settings, stop);
         context.mainThread.post([done, expansion] { done(std::move(*expansion)); });
-    });
+    };
+    try {
+        m_expansion = std::jthread(work);
+    } catch (const std::system_error&) {
+        work({}); // the system has no thread to give
+    }
 }
 
 void Batch::start(Expansion expansion, int workers, std::function<void(ProcessingResult)> finished)

@@ -65,6 +65,7 @@ Result<std::shared_ptr<const PrivateFolder>> PrivateFolder::make()
             return std::shared_ptr<const PrivateFolder>(
                 new PrivateFolder(std::move(path), std::move(folder)));
         }
+        ::rmdir(path.c_str());
     }
     return fileError(temporaryDirectory(), "used", EAGAIN);
 }
