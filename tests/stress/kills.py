@@ -93,7 +93,7 @@ class Kills:
 
     def is_output(self, file, name):
         stem = Path(name).stem
-        return file.stem in (stem, f'{stem}-optimized') and file.name not in self.contents and pictures.is_whole(file)
+        return file.stem in (stem, f'{stem}-optimized') and file.suffix in ('.webp', '.jpg') and pictures.is_whole(file)
 
     def judge(self, what, place, status, rows, outputs, tidied, more=()):
         losses = [*more, *self.losses(place, rows, outputs)]
