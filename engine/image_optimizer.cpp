@@ -12,7 +12,7 @@
 #include "engine/webp_encoder.h"
 #include "formats/image_destination.h"
 #include "formats/image_source.h"
-#include "pixels/drawing.h"
+#include "pixels/decoding.h"
 #include "records/errors.h"
 #include "system/byte_count_text.h"
 #include "system/file_services.h"

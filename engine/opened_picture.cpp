@@ -4,7 +4,7 @@
 
 #include "engine/image_transform.h"
 #include "engine/memory_need.h"
-#include "pixels/drawing.h"
+#include "pixels/decoding.h"
 #include "records/errors.h"
 
 #include <new>

@@ -27,11 +27,10 @@ struct FormatReader
     // decoder reports as truncated or in error fails, here or when rows are read; mere warnings pass. The
     // descriptor stays the caller's.
     Result<VipsImagePtr> (*load)(int descriptor);
-    // What the file says beside its pixels. Notes on the image how its components were stored, where they no
-    // longer tell.
-    void (*describe)(int descriptor, _VipsImage* image, Metadata& metadata);
-    // What the image library does not know of the file. May be null.
-    void (*examine)(int descriptor, _VipsImage* image, SourceFacts& facts) = nullptr;
+    // What the file says beside its pixels, and what the image library does not know of its pictures. Notes
+    // on the image how its components were stored, where they no longer tell, and colours that are told in
+    // numbers.
+    void (*describe)(int descriptor, _VipsImage* image, Metadata& metadata, SourceFacts& facts);
     // The identifier that the decoder knows better than the first bytes do. May be null.
     std::string_view (*refinedIdentifier)(_VipsImage* image) = nullptr;
     // The picture at 1/divisor (2, 4, 8) of its size, rounded up, as its codec can compute it from the lower

@@ -37,29 +37,19 @@ std::string_view colorModelName(const VipsImage* image)
     }
 }
 
-Metadata metadataOf(const FormatReader& reader, int descriptor, VipsImage* image)
-{
-    Metadata metadata;
-    reader.describe(descriptor, image, metadata);
-    metadata.orientation = vips_image_get_orientation(image);
-    metadata.colorModel = colorModelName(image);
-    metadata.profileName = profileDescription(attachedProfile(image));
-    return metadata;
-}
-
 int bitsOf(VipsImage* image)
 {
     constexpr int fewest = 8;
     return std::max(fewest, static_cast<int>(8 * vips_format_sizeof(vips_image_get_format(image))));
 }
 
-SourceFacts factsOf(const FormatReader& reader, int descriptor, VipsImage* image)
+// As far as the image library knows.
+SourceFacts factsOf(VipsImage* image)
 {
     SourceFacts facts;
     facts.pictures = vips_image_get_n_pages(image);
     facts.bits = bitsOf(image);
     facts.hasAlpha = vips_image_hasalpha(image) != 0;
-    if (reader.examine) reader.examine(descriptor, image, facts);
     return facts;
 }
 
@@ -106,10 +96,14 @@ try {
     if (isTooLarge(image)) {
         return Error{"more than " + std::to_string(maximumDecodedPixels / 1'000'000) + " megapixels"};
     }
+    Metadata metadata;
+    SourceFacts facts = factsOf(image);
+    format->reader->describe(file->get(), image, metadata, facts);
+    const Orientation orientation = vips_image_get_orientation(image);
+    metadata.orientation = orientation;
+    metadata.colorModel = colorModelName(image);
+    metadata.profileName = profileDescription(attachedProfile(image));
     std::string identifier(identifierOf(*format, image));
-    Metadata metadata = metadataOf(*format->reader, file->get(), image);
-    const SourceFacts facts = factsOf(*format->reader, file->get(), image);
-    const Orientation orientation = *metadata.orientation;
     const auto held = format->reader->heldBytes;
     const std::int64_t heldBytes = held ? held(image) : 0;
     return ImageSource(std::move(identifier),

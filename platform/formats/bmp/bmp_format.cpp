@@ -40,7 +40,7 @@ Status encode(const EncodeRequest& request, AtomicFile& file)
                      [&file](std::span<const std::byte> piece) { return file.append(piece); });
 }
 
-void describe(int, VipsImage* image, Metadata& metadata)
+void describe(int, VipsImage* image, Metadata& metadata, SourceFacts&)
 {
     readAttachedMetadata(image, metadata);
 }

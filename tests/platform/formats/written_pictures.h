@@ -5,6 +5,7 @@
 
 #include "formats/image_destination.h"
 #include "formats/image_source.h"
+#include "pixels/decoding.h"
 #include "pixels/drawing.h"
 #include "tests/support/sample_images.h"
 #include "tests/support/temporary_directory.h"

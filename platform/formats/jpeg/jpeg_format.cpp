@@ -4,8 +4,8 @@
 #include "encoded_bytes.h"
 #include "exif_colors.h"
 #include "format_io.h"
+#include "jpeg/jpeg_gain_map.h"
 #include "jpeg/jpeg_loader.h"
-#include "jpeg_gain_map.h"
 #include "metadata/jpeg_segments.h"
 #include "metadata/reading.h"
 #include "metadata/remarks.h"
@@ -17,6 +17,7 @@
 #include <cmath>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include <vips/vips.h>
 
@@ -176,20 +177,17 @@ Result<VipsImagePtr> load(int descriptor)
     return loadJpeg(1, descriptor);
 }
 
-void describe(int descriptor, VipsImage* image, Metadata& metadata)
+void describe(int descriptor, VipsImage* image, Metadata& metadata, SourceFacts& facts)
 {
     metadata.jfifDensity = densityOf(image);
     readContainer(descriptor, metadata);
     attachCameraColors(image, metadata);
-    for (JpegSegment& segment : jpegSegments(descriptor)) {
+    std::vector<JpegSegment> segments = jpegSegments(descriptor);
+    facts.hasGainMap = hasGainMap(descriptor, segments);
+    for (JpegSegment& segment : segments) {
         if (segment.marker == remarkMarker && !segment.content.empty())
             metadata.jpegComments.push_back(std::move(segment.content));
     }
-}
-
-void examine(int descriptor, VipsImage*, SourceFacts& facts)
-{
-    facts.hasGainMap = hasJpegGainMap(descriptor);
 }
 
 bool begins(std::string_view head)
@@ -203,7 +201,6 @@ constexpr StorageLimits limits{
     .holdsGray = true, .holdsInk = true, .profiles = ProfileStorage::any, .longestEdge = 65500};
 constexpr FormatReader reader{.load = load,
                               .describe = describe,
-                              .examine = examine,
                               .loadReduced = loadJpeg,
                               .operation = "VipsForeignLoadJpeg",
                               .heldBytes = decodingBytes};
