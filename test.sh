@@ -10,7 +10,7 @@ root=$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")
 cd -- "$root"
 
 # name:minutes, in order. A stage that takes longer is ended and counts as failed.
-stages=(scripts:2 lint:10 build:25 tests:15 differential:15 desktop:5 stress:6 package:3 asan:25 tsan:15 fuzz:15)
+stages=(scripts:2 lint:10 build:25 tests:15 differential:15 desktop:5 stress:8 package:3 asan:25 tsan:15 fuzz:15)
 
 stage_scripts() {
     find . -path ./build -prune -o \( -name '*.sh' -o -path ./.ci/run \) -print0 | xargs -0 shellcheck

@@ -4,8 +4,8 @@
 """faults.py [--short]: of a batch of two files with the Trash on and outputs that exist already, every call that opens, reads,
 writes, syncs, links, renames, removes, dates, looks at a file, makes a pipe or starts a process fails in turn, once or
 from there on, in the program and in the encoder. After each: no original is lost, an older output is as it was or
-replaced by a whole one, nothing is left over, one fault costs one row at most, and the next run works. --short: every
-call fails once, with one of the reasons in turn; of JPEG every third."""
+replaced by a whole one, nothing is left over, one fault costs one row at most, and the next run works. --short: of
+the calls for a WebP every second, of those for a JPEG every sixth, once each, with one of the reasons in turn."""
 import errno
 import itertools
 import subprocess
@@ -110,8 +110,9 @@ def main():
             for program in ('lumora-cli', 'cwebp') if setting.startswith('webp') else ('lumora-cli',):
                 with faults.place(setting) as place:
                     (status, _, complaints), calls, _ = faults.run(place, setting, program, 0)
+                step = {'webp': 2, 'jpeg': 6}[setting] if short else 1
                 say(f'{setting}: {calls} calls of {program} ({status}{complaints})')
-                for at in range(1, calls + 1, 3 if short and setting != 'webp' else 1):
+                for at in range(1, calls + 1, step if program == 'lumora-cli' else 1):
                     for reason in [next(reasons)] if short else REASONS:
                         for stays in (False,) if short else (False, True):
                             faults.try_one(tally, setting, program, at, reason, stays)
