@@ -5,6 +5,7 @@
 #include "model/processing_model.h"
 #include "ui/controls/styled_button.h"
 #include "ui/controls/styled_label.h"
+#include "ui/dropwindow/destination_hint.h"
 #include "ui/dropwindow/drop_window_footer.h"
 #include "ui/dropwindow/drop_window_heights.h"
 #include "ui/dropzone/drop_zone.h"
@@ -74,11 +75,18 @@ QWidget* DropWindowView::makeHeader(LumoraSettings& settings, std::function<void
     preferences->setToolTip(QStringLiteral("Preferences"));
     preferences->setAccessibleName(QStringLiteral("Preferences"));
     preferences->setAccessibleDescription(QStringLiteral("Opens the preferences window"));
+    auto* hint = new DestinationHint(settings);
+    connect(hint, &QAbstractButton::clicked, this, openPreferences);
     connect(preferences, &QAbstractButton::clicked, this, std::move(openPreferences));
 
+    auto* titleAndHint = new QHBoxLayout;
+    titleAndHint->setSpacing(8);
+    titleAndHint->addWidget(new StyledLabel(QStringLiteral("Lumora"), titleFont, TidewellTheme::cream()));
+    titleAndHint->addWidget(hint, 0, Qt::AlignBottom);
+    titleAndHint->addStretch(1);
     auto* titleAndChips = new QVBoxLayout;
     titleAndChips->setSpacing(4);
-    titleAndChips->addWidget(new StyledLabel(QStringLiteral("Lumora"), titleFont, TidewellTheme::cream()));
+    titleAndChips->addLayout(titleAndHint);
     titleAndChips->addWidget(new SettingsChipGroup(settings));
 
     auto* header = new QWidget(this);

@@ -3,6 +3,7 @@
 #include "model/folder_bookmark.h"
 #include "tests/app/wait_for.h"
 #include "tests/ui/model_objects.h"
+#include "ui/controls/elided_label.h"
 #include "ui/controls/styled_button.h"
 #include "ui/controls/styled_label.h"
 #include "ui/settings/pixel_field.h"
@@ -261,6 +262,19 @@ TEST_F(Preferences, FolderButtonWorksOnlyForASelectedFolder)
     m_chosen = m_objects.folder.path();
     choose->click();
     EXPECT_EQ(resolveFolderBookmark(m_settings.destinationFolderBookmark()), m_objects.folder.path());
+}
+
+TEST_F(Preferences, ShowTheChosenFolderOrThatThereIsNone)
+{
+    const auto* folder = m_view.findChild<ElidedLabel*>();
+    EXPECT_EQ(folder->text(), QString());
+    m_settings.destinationMode.set(DestinationMode::selectedFolder);
+    EXPECT_EQ(folder->text(), words("No folder chosen yet"));
+    m_chosen = m_objects.folder.path();
+    m_view.chooseDestinationFolder();
+    EXPECT_EQ(folder->text().toStdString(), m_objects.folder.path().string());
+    m_settings.destinationMode.set(DestinationMode::originalLocation);
+    EXPECT_EQ(folder->text(), QString());
 }
 
 TEST_F(Preferences, ACancelledOrVanishedFolderChangesNothing)
