@@ -22,6 +22,7 @@
 #include "ui/theme/tidewell_theme.h"
 
 #include <QClipboard>
+#include <QDragEnterEvent>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -56,6 +57,7 @@ DropWindowView::DropWindowView(LumoraSettings& settings, ProcessingModel& proces
 {
     setMinimumSize(720, 320);
     setFocusPolicy(Qt::ClickFocus);
+    setAcceptDrops(true);
     connect(m_zone, &DropZone::dropped, this,
             [this](const QMimeData& items) { m_intake->load(items, m_process); });
     connect(m_zone, &QAbstractButton::clicked, this, [this, choose = std::move(chooseFiles)] {
@@ -117,6 +119,34 @@ void DropWindowView::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
     if (!window()->focusWidget()) setFocus();
+}
+
+// A row that is let go beside the zone was not meant for it.
+void DropWindowView::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (event->source() || !offersFiles(*event->mimeData())) return;
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    m_zone->setTargeted(true);
+}
+
+void DropWindowView::dragMoveEvent(QDragMoveEvent* event)
+{
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+}
+
+void DropWindowView::dragLeaveEvent(QDragLeaveEvent*)
+{
+    m_zone->setTargeted(false);
+}
+
+void DropWindowView::dropEvent(QDropEvent* event)
+{
+    m_zone->setTargeted(false);
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    m_intake->load(*event->mimeData(), m_process);
 }
 
 // What no control took, such as the zone that lets go of a press.

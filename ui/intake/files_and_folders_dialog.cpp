@@ -82,9 +82,10 @@ void FilesAndFoldersDialog::accept()
     Q_EMIT filesSelected(files);
 }
 
-void chooseFilesAndFolders(QWidget* parent, ChosenFiles chosen)
+namespace {
+
+void openFor(QFileDialog* dialog, QWidget* parent, ChosenFiles chosen)
 {
-    auto* dialog = new FilesAndFoldersDialog(parent);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(dialog, &QFileDialog::filesSelected, parent,
                      [chosen = std::move(chosen)](const QStringList& files) {
@@ -94,6 +95,23 @@ void chooseFilesAndFolders(QWidget* parent, ChosenFiles chosen)
                          chosen(std::move(paths));
                      });
     dialog->open();
+}
+
+} // namespace
+
+void chooseFilesAndFolders(QWidget* parent, ChosenFiles chosen)
+{
+    openFor(new FilesAndFoldersDialog(parent), parent, std::move(chosen));
+}
+
+void choosePlatformFiles(QWidget* parent, bool folders, ChosenFiles chosen)
+{
+    auto* dialog =
+        new QFileDialog(parent, folders ? QStringLiteral("Choose Folders") : QStringLiteral("Choose Images"),
+                        QStandardPaths::writableLocation(QStandardPaths::PicturesLocation), imageFilter());
+    dialog->setFileMode(folders ? QFileDialog::Directory : QFileDialog::ExistingFiles);
+    dialog->setOption(QFileDialog::ShowDirsOnly, folders);
+    openFor(dialog, parent, std::move(chosen));
 }
 
 } // namespace lumora

@@ -30,4 +30,7 @@ using ChosenFiles = std::function<void(std::vector<std::filesystem::path>)>;
 // Opens the panel above `parent` and returns at once; nothing is called where the user cancels.
 void chooseFilesAndFolders(QWidget* parent, ChosenFiles chosen);
 
+// The same with the platform theme's panel, which takes either files or folders.
+void choosePlatformFiles(QWidget* parent, bool folders, ChosenFiles chosen);
+
 } // namespace lumora

@@ -162,7 +162,9 @@ PreferenceSection* makeMiscellaneousSection(LumoraSettings& settings)
          {settings.warnBeforeOverwrite, "Show warning before overwrite",
           "Asks before an existing file is replaced"},
          {settings.exitWhenComplete, "Exit when optimization complete",
-          "Quits after the files that were opened with the application or dropped on its icon"}});
+          "Quits after the files that were opened with the application or dropped on its icon"},
+         {settings.quitWhenClosed, "Quit when the last window is closed",
+          "Otherwise the application goes on, and launching it again brings its window back"}});
 }
 
 PreferenceSection* makeLifetimeStatsSection(StatsStore& stats, std::function<bool()> confirm)

@@ -41,6 +41,8 @@ void questionPages(const Gallery& gallery)
                  QStringLiteral("beach.webp"));
     questionPage(gallery, QStringLiteral("question-long-name"), Qt::LeftToRight,
                  QStringLiteral("Donaudampfschifffahrtsgesellschaftskapitän").repeated(3));
+    questionPage(gallery, QStringLiteral("question-arabic"), Qt::RightToLeft,
+                 QStringLiteral("صورة البحر في الصيف.webp"));
 }
 
 } // namespace

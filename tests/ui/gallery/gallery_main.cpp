@@ -49,10 +49,12 @@ int main(int argc, char** argv)
     for (const double scale : {1.0, 2.0}) {
         const lumora::gallery::Gallery gallery(QString::fromLocal8Bit(argv[1]), scale);
         lumora::gallery::dropWindowPages(gallery);
+        lumora::gallery::zonePages(gallery);
         lumora::gallery::symbolPages(gallery);
         lumora::gallery::settingsPages(gallery);
         lumora::gallery::menuPages(gallery);
         lumora::gallery::dialogPages(gallery);
+        lumora::gallery::windowPages(gallery);
     }
     return 0;
 }

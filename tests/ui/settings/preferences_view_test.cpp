@@ -101,7 +101,8 @@ TEST_F(Preferences, ShowEverySectionRowAndTextInOrder)
               QStringList({words("Optimize color for sharing"), words("Remove color management information"),
                            words("Remove personal information and metadata"), words("Move original to Trash"),
                            words("Preserve file modification time"), words("Show warning before overwrite"),
-                           words("Exit when optimization complete")}));
+                           words("Exit when optimization complete"),
+                           words("Quit when the last window is closed")}));
 }
 
 TEST_F(Preferences, AskForTheirSizeAndPlaceTheirCards)
@@ -167,6 +168,7 @@ TEST_F(Preferences, EveryToggleWritesItsOwnSetting)
         {"Preserve file modification time", &m_settings.preserveModificationTime},
         {"Show warning before overwrite", &m_settings.warnBeforeOverwrite},
         {"Exit when optimization complete", &m_settings.exitWhenComplete},
+        {"Quit when the last window is closed", &m_settings.quitWhenClosed},
     };
     for (const auto& [label, setting] : toggles) {
         const bool before = (*setting)();

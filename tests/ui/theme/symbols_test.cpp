@@ -19,6 +19,7 @@ constexpr const char* symbolNames[] = {
     "arrow.left.and.right",
     "arrow.triangle.2.circlepath",
     "arrow.up.and.down",
+    "arrow.up.arrow.down",
     "arrow.up.left.and.arrow.down.right",
     "arrow.up.right",
     "chart.line.uptrend.xyaxis",
@@ -39,6 +40,7 @@ constexpr const char* symbolNames[] = {
     "slider.horizontal.3",
     "square.and.arrow.down",
     "trash",
+    "xmark",
 };
 
 int paintedPixels(const QImage& image)
