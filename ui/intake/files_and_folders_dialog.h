@@ -25,6 +25,9 @@ private:
     bool enterTypedFolder();
 };
 
+// Gives a panel that the toolkit draws itself room for its columns; the desktop's own stays as it is.
+void makeRoomy(QFileDialog& panel);
+
 using ChosenFiles = std::function<void(std::vector<std::filesystem::path>)>;
 
 // Opens the panel above `parent` and returns at once; nothing is called where the user cancels.

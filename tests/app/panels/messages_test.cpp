@@ -9,6 +9,8 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QFontMetrics>
+#include <QLabel>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -70,6 +72,22 @@ TEST(ManyFilesQuestion, TellsTheCountAndTakesOnlyAYesForOne)
     EXPECT_EQ(no.informativeText(), QStringLiteral("They lie in one folder. Nothing has been written yet."));
     const Answer none{QString()};
     EXPECT_FALSE(confirmManyFiles(1000, 1, nullptr));
+}
+
+TEST(Messages, SayTheirExplanationInFullHoweverLong)
+{
+    const QString text = QStringLiteral("Images are being optimized. ").repeated(6).trimmed();
+    MessageDialog dialog(QStringLiteral("Quit Lumora?"), text);
+    dialog.show();
+    const QLabel* explanation = nullptr;
+    for (const QLabel* label : dialog.findChildren<QLabel*>()) {
+        if (label->text() == text) explanation = label;
+    }
+    ASSERT_TRUE(explanation);
+    const QFontMetrics metrics(explanation->font());
+    EXPECT_GE(explanation->height(), 2 * metrics.height());
+    EXPECT_GE(explanation->height(), explanation->heightForWidth(explanation->width()));
+    EXPECT_TRUE(dialog.rect().contains(explanation->geometry()));
 }
 
 TEST(ClosingMessage, KeepsRunningQuitsOrStaysOpen)

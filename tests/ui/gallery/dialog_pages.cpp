@@ -29,9 +29,15 @@ void questionPage(const Gallery& gallery, const QString& name, Qt::LayoutDirecti
     question.addDetail(QStringLiteral("In /home/user/Pictures/Holidays"));
     question.addButton(copperStyle, QStringLiteral("Replace"));
     question.addButton(quietStyle, QStringLiteral("Skip"));
-    question.addLeadingButton(quietStyle, QStringLiteral("Cancel Batch"));
-    question.addControl(new QCheckBox(QStringLiteral("Do the same for the remaining files")));
+    auto* cancel = question.addLeadingButton(quietStyle, QStringLiteral("Cancel Batch"));
+    auto* forRemaining = new QCheckBox(QStringLiteral("Do the same for the remaining files"));
+    question.addControl(forRemaining);
     gallery.save(question, name);
+    if (direction == Qt::RightToLeft) return;
+    cancel->setFocus();
+    gallery.save(question, name + QStringLiteral("-focus-quiet"));
+    forRemaining->setFocus();
+    gallery.save(question, name + QStringLiteral("-focus-check-box"));
 }
 
 void questionPages(const Gallery& gallery)

@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QIcon>
 #include <QLocale>
 #include <QTextStream>
 #include <QWidget>
@@ -45,6 +46,7 @@ int main(int argc, char** argv)
     QLocale::setDefault(QLocale::c());
     QApplication::setFont(QFont(QStringLiteral("Inter")));
     QApplication::setStyle(new lumora::LumoraStyle);
+    QApplication::setWindowIcon(QIcon(QStringLiteral(LUMORA_APPLICATION_ICON)));
     lumora::fonts::install(application, 1);
     for (const double scale : {1.0, 2.0}) {
         const lumora::gallery::Gallery gallery(QString::fromLocal8Bit(argv[1]), scale);

@@ -15,9 +15,11 @@
 #include "ui/theme/tidewell_logo_mark.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QPainter>
 #include <QScrollBar>
+#include <QSlider>
 #include <QVBoxLayout>
 
 namespace lumora::gallery {
@@ -113,6 +115,15 @@ void preferencesPages(const Gallery& gallery)
     save("preferences-lossless", QSize(620, 1040), [](PreferencesView& view) {
         view.show();
         view.findChildren<QComboBox*>().at(0)->setFocus();
+    });
+    save("preferences-focus", QSize(620, 1040), [](PreferencesView& view) {
+        view.show();
+        view.findChildren<QCheckBox*>().at(1)->setFocus();
+    });
+    save("preferences-focus-slider", QSize(620, 400), [&objects](PreferencesView& view) {
+        objects.settings.outputFormat.set(OutputFormat::webp);
+        view.show();
+        view.findChild<QSlider*>()->setFocus();
     });
     save("preferences-right-to-left", QSize(760, 1040),
          [](PreferencesView& view) { view.setLayoutDirection(Qt::RightToLeft); });

@@ -3,6 +3,7 @@
 // The dialogs of the application and its frame around a window.
 #include "app/panels/about_panel.h"
 #include "app/panels/closing_message.h"
+#include "app/panels/folder_access_panel.h"
 #include "app/panels/many_files_question.h"
 #include "app/panels/overwrite_question.h"
 #include "app/panels/quit_question.h"
@@ -16,7 +17,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
-#include <QFileDialog>
 #include <QMenu>
 #include <QTimer>
 
@@ -76,7 +76,7 @@ void dialogs(const Gallery& gallery)
         gallery.save(about, named("dialog-about"));
     }
     const DialogPicture picture(gallery, QStringLiteral("dialog-folder"));
-    QFileDialog::getExistingDirectory(nullptr, QStringLiteral("Choose Folder"), QStringLiteral("/"));
+    requestSaveAccess("/usr/share", nullptr);
 }
 
 void frames(const Gallery& gallery)
