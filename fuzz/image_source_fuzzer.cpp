@@ -3,7 +3,7 @@
 // Any file is opened and decoded as a whole or fails, by whatever decoder its first bytes choose.
 #include "formats/image_source.h"
 #include "fuzz/fuzzing.h"
-#include "pixels/drawing.h"
+#include "pixels/decoding.h"
 #include "system/file_descriptor.h"
 
 #include <string>

@@ -6,7 +6,7 @@
 #include "encoding.h"
 #include "formats/image_source.h"
 #include "fuzz/fuzzing.h"
-#include "pixels/drawing.h"
+#include "pixels/decoding.h"
 #include "system/file_descriptor.h"
 #include "system/regular_file.h"
 #include "tests/support/encoded_bmp.h"

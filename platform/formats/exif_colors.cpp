@@ -4,6 +4,7 @@
 
 #include "pixels/color_profile.h"
 #include "pixels/described_colors.h"
+#include "system/file_bytes.h"
 
 #include <vips/vips.h>
 
@@ -24,21 +25,14 @@ std::string_view valueOf(const MetadataFields& fields, std::string_view key)
     return {};
 }
 
-std::uint32_t numberAt(std::string_view bytes, std::size_t at)
-{
-    std::uint32_t number = 0;
-    for (std::size_t i = 4; i-- > 0;)
-        number = number << 8U | static_cast<unsigned char>(bytes[at + i]);
-    return number;
-}
-
 // So many pairs of fractions; empty for anything else.
 std::vector<Chromaticity> chromaticitiesIn(std::string_view bytes, std::size_t count)
 {
     constexpr std::size_t fraction = 8;
     if (bytes.size() != count * 2 * fraction) return {};
     const auto value = [&](std::size_t at) {
-        return numberAt(bytes, at) / static_cast<double>(numberAt(bytes, at + 4));
+        return static_cast<double>(littleEndianAt(bytes, at, 4)) /
+               static_cast<double>(littleEndianAt(bytes, at + 4, 4));
     };
     std::vector<Chromaticity> pairs;
     for (std::size_t at = 0; at < bytes.size(); at += 2 * fraction)

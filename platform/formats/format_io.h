@@ -10,7 +10,7 @@
 #include "metadata/metadata.h"
 #include "pixels/row_stream.h"
 #include "pixels/vips_library.h"
-#include "system/atomic_file.h"
+#include "system/output_file.h"
 #include "system/result.h"
 
 #include <cstddef>
@@ -27,11 +27,10 @@ struct FormatReader
     // decoder reports as truncated or in error fails, here or when rows are read; mere warnings pass. The
     // descriptor stays the caller's.
     Result<VipsImagePtr> (*load)(int descriptor);
-    // What the file says beside its pixels. Notes on the image how its components were stored, where they no
-    // longer tell.
-    void (*describe)(int descriptor, _VipsImage* image, Metadata& metadata);
-    // What the image library does not know of the file. May be null.
-    void (*examine)(int descriptor, _VipsImage* image, SourceFacts& facts) = nullptr;
+    // What the file says beside its pixels, and what the image library does not know of its pictures. Notes
+    // on the image how its components were stored, where they no longer tell, and colours that are told in
+    // numbers.
+    void (*describe)(int descriptor, _VipsImage* image, Metadata& metadata, SourceFacts& facts);
     // The identifier that the decoder knows better than the first bytes do. May be null.
     std::string_view (*refinedIdentifier)(_VipsImage* image) = nullptr;
     // The picture at 1/divisor (2, 4, 8) of its size, rounded up, as its codec can compute it from the lower
@@ -64,7 +63,7 @@ struct FormatWriter
     // Writes the whole file with the picture, its attached colour profile and what the format holds of the
     // metadata, taking the picture's rows once, from the top down, and holding no more of it than the format
     // demands. Null when an external encoder writes the format. Throws std::bad_alloc.
-    Status (*encode)(const EncodeRequest& request, AtomicFile& file);
+    Status (*encode)(const EncodeRequest& request, OutputFile& file);
     bool (*isAvailable)() = nullptr; // null when it always is
     const char* operation = nullptr; // as of the reader
     // About how many bytes the encoder holds of the picture besides a few rows; null for none.

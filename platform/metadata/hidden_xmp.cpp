@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "hidden_xmp.h"
 
-#include "file_bytes.h"
 #include "metadata/jpeg_segments.h"
 #include "metadata/xmp_size.h"
+#include "system/file_bytes.h"
 
 #include <algorithm>
 #include <functional>

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "metadata/jpeg_segments.h"
 
-#include "file_bytes.h"
 #include "metadata/xmp_size.h"
+#include "system/file_bytes.h"
 
 #include <algorithm>
 #include <string_view>
@@ -85,7 +85,7 @@ std::vector<JpegSegment> jpegSegments(int descriptor, std::uint64_t start)
             continue;
         }
         const auto length = bytesAt(descriptor, at + 2, 2);
-        const std::uint32_t size = length ? bigEndianAt(*length, 0, 2) : 0;
+        const std::size_t size = length ? bigEndianAt(*length, 0, 2) : 0;
         if (size < 2) return segments;
         if (isOfInterest(marker)) {
             auto content = bytesAt(descriptor, at + 4, size - 2);

@@ -57,12 +57,25 @@ bool isOfInterest(const MetadataField& field)
     return std::ranges::find(keys, field.key) != keys.end();
 }
 
+bool isOfPicture(const MetadataField& field)
+{
+    return !isOfNote(field) && !describesPixels(field);
+}
+
 bool hasExif(const Metadata& metadata)
 {
     return !metadata.gps.empty() || std::ranges::any_of(metadata.tiff, isOfInterest) ||
-           std::ranges::any_of(metadata.exif, [](const MetadataField& field) {
-               return !isOfNote(field) && !describesPixels(field);
-           });
+           std::ranges::any_of(metadata.exif, isOfPicture);
+}
+
+// Containers have room for so much and leave out the largest fields first.
+bool lacksLargeField(const MetadataFields& original, const MetadataFields& copy)
+{
+    constexpr std::size_t large = 4096;
+    return std::ranges::any_of(original, [&](const MetadataField& field) {
+        return field.bytes.size() >= large && isOfPicture(field) &&
+               std::ranges::find(copy, field.key, &MetadataField::key) == copy.end();
+    });
 }
 
 bool isPlainText(const PngText& text)
@@ -96,6 +109,7 @@ MetadataParts missingParts(const Metadata& original, const Metadata& copy)
     const MetadataParts after = partsOf(copy);
     MetadataParts missing;
     std::ranges::set_difference(before, after, std::inserter(missing, missing.end()));
+    if (lacksLargeField(original.exif, copy.exif)) missing.insert(MetadataPart::exif);
     if (missing.contains(MetadataPart::xmp) && speaksOfOtherDataOnly(original.xmp))
         missing.erase(MetadataPart::xmp);
     return missing;

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "note_in_place.h"
 
-#include "file_bytes.h"
+#include "system/file_bytes.h"
 
 #include <algorithm>
 #include <array>
@@ -56,7 +56,8 @@ public:
 
     std::uint32_t number(std::size_t at, std::size_t size) const
     {
-        return m_block.starts_with('M') ? bigEndianAt(m_block, at, size) : littleEndianAt(m_block, at, size);
+        return static_cast<std::uint32_t>(m_block.starts_with('M') ? bigEndianAt(m_block, at, size)
+                                                                   : littleEndianAt(m_block, at, size));
     }
 
     Directory directory(std::size_t at, int depth = 0) const

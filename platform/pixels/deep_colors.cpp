@@ -4,6 +4,7 @@
 
 #include "color_library.h"
 #include "pixels/vips_library.h"
+#include "vips_operation.h"
 
 #include <lcms2.h>
 #include <vips/vips.h>
@@ -13,15 +14,6 @@
 
 namespace lumora {
 namespace {
-
-// Runs one library operation `operation(in, &out)` on an owned image.
-template <class Operation>
-Result<VipsImagePtr> applied(const VipsImagePtr& in, Operation operation)
-{
-    VipsImage* out = nullptr;
-    if (operation(in.get(), &out) != 0) return takeVipsError();
-    return VipsImagePtr(out);
-}
 
 bool isLab(const VipsImage* image)
 {
@@ -162,13 +154,11 @@ Result<VipsImagePtr> inSrgb(const VipsImagePtr& image, Components components)
 // Of Lab in floating point, whatever the file had; the picture itself otherwise.
 Result<VipsImagePtr> workable(VipsImage* image)
 {
-    VipsImage* lab = nullptr;
-    if (isLab(image)) {
-        if (vips_colourspace(image, &lab, VIPS_INTERPRETATION_LAB, nullptr) != 0) return takeVipsError();
-        return VipsImagePtr(lab);
-    }
-    g_object_ref(image);
-    return VipsImagePtr(image);
+    auto known = newReference(image);
+    if (!isLab(image)) return known;
+    return applied(known, [](VipsImage* in, VipsImage** out) {
+        return vips_colourspace(in, out, VIPS_INTERPRETATION_LAB, nullptr);
+    });
 }
 
 } // namespace

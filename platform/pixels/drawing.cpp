@@ -188,65 +188,6 @@ SourceShape shapeOf(const Image& full, const Image& decoded, int divisor)
     return {rows, static_cast<double>(size.width) / divisor, static_cast<double>(size.height) / divisor};
 }
 
-std::shared_ptr<ReadOutcome> outcomeOf(const Image& image)
-{
-    return image.outcome() ? image.outcome() : std::make_shared<ReadOutcome>();
-}
-
-// What of the metadata says something of the components.
-void copyComponentFields(VipsImage* from, VipsImage* to)
-{
-    gchar** fields = vips_image_get_fields(from);
-    for (gchar** field = fields; *field; ++field) {
-        if (std::strcmp(*field, VIPS_META_ICC_NAME) != 0 && !isStoredFormField(*field)) continue;
-        GValue value = G_VALUE_INIT;
-        if (vips_image_get(from, *field, &value) != 0) continue;
-        vips_image_set(to, *field, &value);
-        g_value_unset(&value);
-    }
-    g_strfreev(fields);
-}
-
-// The rows of the stored picture turned upright.
-Result<VipsImagePtr> uprightPicture(VipsImage* stored, Orientation orientation,
-                                    const std::shared_ptr<ReadOutcome>& outcome)
-{
-    StreamForm form = streamFormOf(stored);
-    const PixelSize size{form.width, form.height};
-    if (orientation >= 5) std::swap(form.width, form.height);
-    auto upright =
-        streamedPicture(stored, form, turnedRows(size, pixelBytesOf(stored), orientation), outcome);
-    if (upright) copyComponentFields(stored, upright->get());
-    return upright;
-}
-
-// All rows in memory.
-Result<VipsImagePtr> heldPicture(VipsImage* rows)
-{
-    const std::size_t rowBytes = rowBytesOf(rows);
-    const StreamForm form = streamFormOf(rows);
-    const std::size_t bytes = rowBytes * static_cast<std::size_t>(form.height);
-    PageBytes pixels = allocatePages(bytes);
-    const auto status = readRows(rows, [&](int first, int count, const RowSpan& strip) -> Status {
-        for (int y = 0; y < count; ++y)
-            std::memcpy(pixels.get() + static_cast<std::size_t>(first + y) * rowBytes,
-                        strip.first + y * strip.stride, rowBytes);
-        return Done{};
-    });
-    if (!status) return status.error();
-    const VipsImagePtr memory(vips_image_new_from_memory(
-        pixels.get(), bytes, form.width, form.height, form.bands, static_cast<VipsBandFormat>(form.format)));
-    if (!memory) return takeVipsError();
-    g_object_set_data_full(G_OBJECT(memory.get()), "lumora-pixels", new PageBytes(std::move(pixels)),
-                           [](gpointer owned) { delete static_cast<PageBytes*>(owned); });
-    VipsImage* tagged = nullptr;
-    if (vips_copy(memory.get(), &tagged, "interpretation", form.interpretation, "coding", form.coding,
-                  nullptr) != 0)
-        return takeVipsError();
-    copyComponentFields(rows, tagged);
-    return VipsImagePtr(tagged);
-}
-
 } // namespace
 
 Result<Image> draw(const Image& image, const DrawRequest& request)
@@ -282,7 +223,7 @@ Result<Image> draw(const Image& image, const DrawRequest& request)
         reduction = std::move(*made);
     }
 
-    const auto outcome = outcomeOf(image);
+    const auto outcome = image.outcomeToCome();
     auto rows = streamedPicture(reader->picture(), bitmapForm(size),
                                 std::make_unique<Drawing>(format, shape.rows.width, size.width,
                                                           std::move(reduction), std::move(plan.conversion),
@@ -304,33 +245,6 @@ Result<Image> drawRegardless(const Image& image, const DrawRequest& request)
     auto drawn = draw(image, request);
     const bool isRefused = !drawn && drawn.error().cause == Error::Cause::inconvertible;
     return isRefused ? draw(image.withoutProfile(), request) : drawn;
-}
-
-Result<Image> turned(const Image& image)
-{
-    ensureVipsReady();
-    if (image.state() != ImageState::pending) return image;
-    const auto outcome = outcomeOf(image);
-    auto upright = uprightPicture(image.pixels(), image.pendingOrientation(), outcome);
-    if (!upright) return upright.error();
-    return Image(upright->release(), 1, ImageState::pending).withOutcome(outcome);
-}
-
-Result<Image> decode(const Image& image)
-{
-    if (image.isInMemory()) return image;
-    const auto rows = turned(image);
-    if (!rows) return rows.error();
-    auto held = heldPicture(rows->pixels());
-    if (!held) return held.error();
-    const bool isDrawing = image.state() == ImageState::drawing;
-    return Image(held->release(), 1, isDrawing ? ImageState::drawn : ImageState::decoded)
-        .withOutcome(rows->outcome());
-}
-
-Status readThrough(const Image& image)
-{
-    return readRows(image.pixels(), [](int, int, const RowSpan&) -> Status { return Done{}; });
 }
 
 } // namespace lumora

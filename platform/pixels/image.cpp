@@ -37,6 +37,11 @@ Image Image::withPendingOrientation(Orientation orientation) const
     return turned;
 }
 
+std::shared_ptr<ReadOutcome> Image::outcomeToCome() const
+{
+    return m_outcome ? m_outcome : std::make_shared<ReadOutcome>();
+}
+
 Image Image::withOutcome(std::shared_ptr<ReadOutcome> outcome) const
 {
     Image told = *this;

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pixels/row_reader.h"
 
+#include "vips_operation.h"
+
 #include <vips/vips.h>
 
 #include <algorithm>
@@ -12,21 +14,6 @@ namespace {
 
 // Rows fetched from the decoder at once; a multiple of every codec's block height.
 constexpr int stripHeight = 64;
-
-// Runs one library operation `operation(in, &out)` on an owned image.
-template <class Operation>
-Result<VipsImagePtr> applied(const VipsImagePtr& in, Operation operation)
-{
-    VipsImage* out = nullptr;
-    if (operation(in.get(), &out) != 0) return takeVipsError();
-    return VipsImagePtr(out);
-}
-
-VipsImagePtr newReference(VipsImage* image)
-{
-    g_object_ref(image);
-    return VipsImagePtr(image);
-}
 
 Result<VipsImagePtr> inKnownModel(VipsImagePtr image)
 {

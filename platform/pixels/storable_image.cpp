@@ -8,11 +8,11 @@
 #include "pixels/drawing.h"
 #include "pixels/row_stream.h"
 #include "pixels/stored_form.h"
+#include "vips_operation.h"
 
 #include <vips/vips.h>
 
 #include <memory>
-#include <string_view>
 
 namespace lumora {
 namespace {
@@ -72,8 +72,7 @@ void dropMetadata(VipsImage* image)
 {
     gchar** fields = vips_image_get_fields(image);
     for (gchar** field = fields; *field; ++field) {
-        const std::string_view name = *field;
-        if (name != VIPS_META_ICC_NAME && !isStoredFormField(name)) vips_image_remove(image, *field);
+        if (!isComponentField(*field)) vips_image_remove(image, *field);
     }
     g_strfreev(fields);
 }
@@ -107,21 +106,21 @@ Result<Image> redrawn(const Image& image, const StorageLimits& limits)
 }
 
 // Floating point from 0 to 1 in the most bits that most types know.
-Result<VipsImagePtr> inSixteenBits(VipsImage* image)
+Result<VipsImagePtr> inSixteenBits(const VipsImagePtr& image)
 {
     constexpr double white = 65535;
-    VipsImage* scaled = nullptr;
-    if (vips_linear1(image, &scaled, white, 0.5, nullptr) != 0) return takeVipsError();
-    const VipsImagePtr owned(scaled);
-    const bool isGray = colorModelOf(image) == ColorModel::gray;
-    VipsImage* whole = nullptr;
-    if (vips_cast(scaled, &whole, VIPS_FORMAT_USHORT, nullptr) != 0) return takeVipsError();
-    const VipsImagePtr ownedWhole(whole);
-    VipsImage* tagged = nullptr;
-    if (vips_copy(whole, &tagged, "interpretation",
-                  isGray ? VIPS_INTERPRETATION_GREY16 : VIPS_INTERPRETATION_RGB16, nullptr) != 0)
-        return takeVipsError();
-    return VipsImagePtr(tagged);
+    const auto interpretation = colorModelOf(image.get()) == ColorModel::gray ? VIPS_INTERPRETATION_GREY16
+                                                                              : VIPS_INTERPRETATION_RGB16;
+    auto scaled = applied(
+        image, [](VipsImage* in, VipsImage** out) { return vips_linear1(in, out, white, 0.5, nullptr); });
+    if (!scaled) return scaled;
+    auto whole = applied(*scaled, [](VipsImage* in, VipsImage** out) {
+        return vips_cast(in, out, VIPS_FORMAT_USHORT, nullptr);
+    });
+    if (!whole) return whole;
+    return applied(*whole, [=](VipsImage* in, VipsImage** out) {
+        return vips_copy(in, out, "interpretation", interpretation, nullptr);
+    });
 }
 
 // What is stored in 16 bits though it came in more.
@@ -138,7 +137,7 @@ Result<VipsImagePtr> storableImage(const Image& image, const StorageLimits& limi
 {
     ensureVipsReady();
     if (isTooDeep(image, limits)) {
-        auto sixteen = inSixteenBits(image.pixels());
+        auto sixteen = inSixteenBits(newReference(image.pixels()));
         if (!sixteen) return sixteen;
         return storableImage(
             Image(sixteen->release(), image.pendingOrientation(), image.state()).withOutcome(image.outcome()),

@@ -4,6 +4,8 @@
 
 #include <vips/vips.h>
 
+#include <string_view>
+
 namespace lumora {
 namespace {
 
@@ -27,9 +29,22 @@ StoredForm storedForm(VipsImage* image)
     return {false, static_cast<int>(8 * vips_format_sizeof(vips_image_get_format(image)))};
 }
 
-bool isStoredFormField(std::string_view field)
+bool isComponentField(std::string_view field)
 {
-    return field == paletteField || field == grayField || field == opaqueField;
+    return field == VIPS_META_ICC_NAME || field == paletteField || field == grayField || field == opaqueField;
+}
+
+void copyComponentFields(VipsImage* from, VipsImage* to)
+{
+    gchar** fields = vips_image_get_fields(from);
+    for (gchar** field = fields; *field; ++field) {
+        if (!isComponentField(*field)) continue;
+        GValue value = G_VALUE_INIT;
+        if (vips_image_get(from, *field, &value) != 0) continue;
+        vips_image_set(to, *field, &value);
+        g_value_unset(&value);
+    }
+    g_strfreev(fields);
 }
 
 void noteGrayBits(VipsImage* image, int bits)

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "turned_rows.h"
 
+#include "pixels/stored_form.h"
 #include "rgba_pixels.h"
 
 #include <algorithm>
@@ -160,6 +161,18 @@ std::unique_ptr<RowMaker> turnedRows(PixelSize stored, std::size_t pixelBytes, O
         return passedRows(static_cast<std::size_t>(stored.width) * pixelBytes);
     if (orientation == 2) return std::make_unique<MirroredRows>(stored.width, pixelBytes);
     return std::make_unique<TurnedRows>(stored, pixelBytes, orientation);
+}
+
+Result<VipsImagePtr> uprightPicture(VipsImage* stored, Orientation orientation,
+                                    const std::shared_ptr<ReadOutcome>& outcome)
+{
+    StreamForm form = streamFormOf(stored);
+    const PixelSize size{form.width, form.height};
+    if (orientation >= 5) std::swap(form.width, form.height);
+    auto upright =
+        streamedPicture(stored, form, turnedRows(size, pixelBytesOf(stored), orientation), outcome);
+    if (upright) copyComponentFields(stored, upright->get());
+    return upright;
 }
 
 } // namespace lumora

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/image_transform.h"
 
+#include "pixels/decoding.h"
 #include "pixels/drawing.h"
 #include "tests/support/sample_images.h"
 #include "tests/support/settings.h"

@@ -127,6 +127,13 @@ TEST_F(LeftBehind, NamesMetadataThatCannotBeWrittenAnew)
     test::writeText(file, test::jpegWithExif(test::readBytes(file), exif.block("Acme Cameras", note)));
     EXPECT_EQ(lossesOf(file, keeping(OutputFormat::jpeg)), "Metadata not kept: maker note");
 
+    const auto talkative = tagged("c.png", "EXIF:Make", "Maker");
+    test::writeText(m_in / "remark", std::string(70'000, 'r'));
+    test::outputOf("exiftool -q -overwrite_original '-EXIF:UserComment<=" + (m_in / "remark").string() +
+                   "' '" + talkative.string() + "'");
+    ASSERT_THAT(test::tagOf(talkative, "EXIF:UserComment"), testing::StartsWith("rrr"));
+    EXPECT_EQ(lossesOf(talkative, keeping(OutputFormat::jpeg)), "Metadata not kept: EXIF");
+
     test::writeText(m_in / "packet", "<x:xmpmeta xmlns:x='adobe:ns:meta/'> damaged");
     const auto damaged = photo("b.jpg");
     test::outputOf("exiftool -q -m -overwrite_original '-XMP<=" + (m_in / "packet").string() + "' '" +

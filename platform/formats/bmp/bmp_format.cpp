@@ -28,7 +28,7 @@ Result<VipsImagePtr> inStorableBands(VipsImage* image)
     return VipsImagePtr(wide);
 }
 
-Status encode(const EncodeRequest& request, AtomicFile& file)
+Status encode(const EncodeRequest& request, OutputFile& file)
 {
     const auto image = inStorableBands(request.image);
     if (!image) return image.error();
@@ -40,7 +40,7 @@ Status encode(const EncodeRequest& request, AtomicFile& file)
                      [&file](std::span<const std::byte> piece) { return file.append(piece); });
 }
 
-void describe(int, VipsImage* image, Metadata& metadata)
+void describe(int, VipsImage* image, Metadata& metadata, SourceFacts&)
 {
     readAttachedMetadata(image, metadata);
 }

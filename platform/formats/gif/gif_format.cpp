@@ -110,7 +110,7 @@ Result<Bytes> encodeDithered(VipsImage* image)
 }
 
 // Its rows are looked at more than once.
-Status encode(const EncodeRequest& request, AtomicFile& file)
+Status encode(const EncodeRequest& request, OutputFile& file)
 {
     const VipsImagePtr image(vips_image_copy_memory(request.image));
     if (!image) return takeVipsError();
@@ -139,7 +139,7 @@ void attachProfile(VipsImage* image, const std::string& profile)
         vips_image_set_blob_copy(image, VIPS_META_ICC_NAME, bytes.data(), bytes.size());
 }
 
-void describe(int descriptor, VipsImage* image, Metadata& metadata)
+void describe(int descriptor, VipsImage* image, Metadata& metadata, SourceFacts& facts)
 {
     std::string xmp;
     if (const auto bytes = readAll(descriptor, largestFile)) {
@@ -149,10 +149,6 @@ void describe(int descriptor, VipsImage* image, Metadata& metadata)
     }
     readAttachedMetadata(image, metadata);
     if (!xmp.empty()) metadata.xmp = std::move(xmp);
-}
-
-void examine(int, VipsImage*, SourceFacts& facts)
-{
     facts.series = SourceFacts::Series::frames;
 }
 
@@ -177,7 +173,7 @@ constexpr std::array mimeTypes{"image/gif"sv};
 constexpr StorageLimits limits{.holdsGray = true, .holdsAlpha = true, .longestEdge = longestEdge};
 constexpr FormatReader reader{.load = load,
                               .describe = describe,
-                              .examine = examine,
+
                               .operation = "VipsForeignLoadNsgif",
                               .heldBytes = decodingBytes};
 constexpr FormatWriter writer{

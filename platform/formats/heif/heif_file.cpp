@@ -92,6 +92,15 @@ std::vector<std::string> auxiliaryTypesOf(const heif_image_handle* picture)
     return types;
 }
 
+std::optional<ColorDescription> colorsOf(const heif_image_handle* picture)
+{
+    heif_color_profile_nclx* found = nullptr;
+    if (heif_image_handle_get_nclx_color_profile(picture, &found).code != heif_error_Ok) return std::nullopt;
+    const HeifCodePoints codes(found);
+    return colorsOfCodes(static_cast<unsigned>(codes->color_primaries),
+                         static_cast<unsigned>(codes->transfer_characteristics));
+}
+
 } // namespace
 
 HeifExtras heifExtras(int descriptor)
@@ -103,7 +112,7 @@ HeifExtras heifExtras(int descriptor)
         heif_context_get_primary_image_handle(context.get(), &primary).code != heif_error_Ok)
         return {};
     const HeifHandle picture(primary);
-    return {xmpOf(primary), auxiliaryTypesOf(primary)};
+    return {xmpOf(primary), auxiliaryTypesOf(primary), colorsOf(primary)};
 }
 
 } // namespace lumora

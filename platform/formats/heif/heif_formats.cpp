@@ -3,16 +3,16 @@
 // One container, three names for what the pictures in it are coded with.
 #include "format_io.h"
 #include "heif/heic_encoder.h"
-#include "heif/heif_colors.h"
 #include "heif/heif_file.h"
 #include "heif/heif_items.h"
+#include "pixels/color_profile.h"
+#include "pixels/described_colors.h"
 #include "vips_loading.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
 #include <string>
-#include <utility>
 
 namespace lumora {
 namespace {
@@ -50,39 +50,31 @@ bool beginsHeif(std::string_view head)
 
 constexpr const char* codecField = "heif-compression";
 
-// The image library takes the brand's word for the codec.
-void noteCodec(VipsImage* image, int descriptor)
-{
-    const std::string codec = heifItems(descriptor).codec();
-    if (!codec.empty()) vips_image_set_string(image, codecField, codec.c_str());
-}
-
 Result<VipsImagePtr> load(int descriptor)
 {
     ensureHeifReady();
-    auto image = loadStrictly(vips_heifload_source, descriptor);
-    if (!image) return image;
-    noteCodec(image->get(), descriptor);
-    return withHeifColors(std::move(*image), descriptor);
+    return loadStrictly(vips_heifload_source, descriptor);
 }
 
-void describe(int descriptor, VipsImage* image, Metadata& metadata)
+void describe(int descriptor, VipsImage* image, Metadata& metadata, SourceFacts& facts)
 {
+    const HeifExtras extras = heifExtras(descriptor);
+    const HeifItems items = heifItems(descriptor);
     readAttachedMetadata(image, metadata);
-    metadata.xmp = heifExtras(descriptor).xmp;
-}
+    metadata.xmp = extras.xmp;
+    // The image library takes the brand's word for the codec.
+    if (const auto codec = items.codec(); !codec.empty())
+        vips_image_set_string(image, codecField, codec.c_str());
+    if (extras.colors && attachedProfile(image).empty()) attachColors(image, *extras.colors);
 
-void examine(int descriptor, VipsImage* image, SourceFacts& facts)
-{
     int bits = 0; // as stored, which the image library widens
     if (vips_image_get_typeof(image, "heif-bitdepth") &&
         vips_image_get_int(image, "heif-bitdepth", &bits) == 0)
         facts.bits = bits;
-    const auto auxiliary = heifExtras(descriptor).auxiliaryTypes;
     const auto isGainMap = [](const std::string& type) {
         return type.find("hdrgainmap") != std::string::npos;
     };
-    facts.hasGainMap = std::ranges::any_of(auxiliary, isGainMap) || heifItems(descriptor).contain("tmap");
+    facts.hasGainMap = std::ranges::any_of(extras.auxiliaryTypes, isGainMap) || items.contain("tmap");
 }
 
 // The brands only claim what the picture is coded with.
@@ -108,11 +100,8 @@ std::int64_t encodingBytes(const EncodedShape& shape)
     return shape.pixels * (shape.pixelBytes + searchBytes);
 }
 
-constexpr FormatReader reader{.load = load,
-                              .describe = describe,
-                              .examine = examine,
-                              .refinedIdentifier = refinedIdentifier,
-                              .heldBytes = decodingBytes};
+constexpr FormatReader reader{
+    .load = load, .describe = describe, .refinedIdentifier = refinedIdentifier, .heldBytes = decodingBytes};
 constexpr FormatWriter heicWriter{
     .encode = encodeHeic, .isAvailable = hasHevcEncoder, .heldBytes = encodingBytes};
 // Readers of this container refuse longer edges, our own among them.

@@ -19,6 +19,7 @@ struct HeifReleaser
     }
 };
 using HeifContext = std::unique_ptr<heif_context, HeifReleaser<heif_context_free>>;
+using HeifCodePoints = std::unique_ptr<heif_color_profile_nclx, HeifReleaser<heif_nclx_color_profile_free>>;
 using HeifHandle = std::unique_ptr<heif_image_handle, HeifReleaser<heif_image_handle_release>>;
 
 } // namespace lumora

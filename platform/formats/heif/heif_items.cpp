@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "heif/heif_items.h"
 
+#include "system/file_bytes.h"
+
 #include <unistd.h>
 
 #include <algorithm>
@@ -13,14 +15,6 @@ namespace {
 
 constexpr std::size_t largestList = std::size_t{1} << 22U;
 constexpr std::size_t fullBoxHead = 4; // a version and flags
-
-std::uint64_t numberAt(std::string_view bytes, std::size_t at, std::size_t size)
-{
-    std::uint64_t number = 0;
-    for (const char byte : bytes.substr(std::min(at, bytes.size()), size))
-        number = number << 8U | static_cast<unsigned char>(byte);
-    return number;
-}
 
 std::string readUpTo(int descriptor, std::uint64_t at, std::size_t size)
 {
@@ -38,9 +32,9 @@ std::string metaBox(int descriptor)
     for (;;) {
         const std::string head = readUpTo(descriptor, at, longestHead);
         if (head.size() < 8) return {};
-        const bool isLong = numberAt(head, 0, 4) == 1;
+        const bool isLong = bigEndianAt(head, 0, 4) == 1;
         const std::uint64_t headSize = isLong ? 16 : 8;
-        const std::uint64_t size = isLong ? numberAt(head, 8, 8) : numberAt(head, 0, 4);
+        const std::uint64_t size = isLong ? bigEndianAt(head, 8, 8) : bigEndianAt(head, 0, 4);
         constexpr std::uint64_t largestFile = std::uint64_t{1} << 62U;
         if (size < headSize || size > largestFile - at) return {};
         if (head.substr(4, 4) == "meta")
@@ -59,7 +53,7 @@ struct Box
 std::optional<Box> takeBox(std::string_view& bytes)
 {
     constexpr std::size_t headSize = 8;
-    const std::size_t size = numberAt(bytes, 0, 4);
+    const std::size_t size = bigEndianAt(bytes, 0, 4);
     if (bytes.size() < headSize || size < headSize || size > bytes.size()) return std::nullopt;
     const Box box{bytes.substr(4, 4), bytes.substr(headSize, size - headSize)};
     bytes.remove_prefix(size);
@@ -69,18 +63,18 @@ std::optional<Box> takeBox(std::string_view& bytes)
 void addItem(HeifItems& items, std::string_view entry)
 {
     constexpr std::size_t typeLength = 4;
-    const auto version = numberAt(entry, 0, 1);
+    const auto version = bigEndianAt(entry, 0, 1);
     if (version < 2) return;
     const std::size_t numberLength = version == 2 ? 2 : 4;
     const std::size_t typeAt = fullBoxHead + numberLength + 2;
     if (entry.size() < typeAt + typeLength) return;
-    items.types[static_cast<std::uint32_t>(numberAt(entry, fullBoxHead, numberLength))] =
+    items.types[static_cast<std::uint32_t>(bigEndianAt(entry, fullBoxHead, numberLength))] =
         entry.substr(typeAt, typeLength);
 }
 
 void addItems(HeifItems& items, std::string_view list)
 {
-    const std::size_t countLength = numberAt(list, 0, 1) == 0 ? 2 : 4;
+    const std::size_t countLength = bigEndianAt(list, 0, 1) == 0 ? 2 : 4;
     list.remove_prefix(std::min(fullBoxHead + countLength, list.size()));
     while (const auto box = takeBox(list)) {
         if (box->type == "infe") addItem(items, box->content);
@@ -109,9 +103,9 @@ HeifItems heifItems(int descriptor)
     const std::string meta = metaBox(descriptor);
     std::string_view left = std::string_view(meta).substr(std::min(fullBoxHead, meta.size()));
     while (const auto box = takeBox(left)) {
-        const std::size_t numberLength = numberAt(box->content, 0, 1) == 0 ? 2 : 4;
+        const std::size_t numberLength = bigEndianAt(box->content, 0, 1) == 0 ? 2 : 4;
         if (box->type == "pitm")
-            items.primary = static_cast<std::uint32_t>(numberAt(box->content, fullBoxHead, numberLength));
+            items.primary = static_cast<std::uint32_t>(bigEndianAt(box->content, fullBoxHead, numberLength));
         if (box->type == "iinf") addItems(items, box->content);
     }
     return items;

@@ -30,8 +30,6 @@ public:
     // The next row: one grey component, three of RGB or four inks (255 for full ink). Fails where data is
     // missing, was passed over or made up; for the last row that is said of the whole picture.
     Status read(std::uint8_t* row);
-    // The row that read() gives next.
-    int nextRow() const { return static_cast<int>(m_jpeg.output_scanline); }
 
 private:
     // Begins with what the library knows of it.

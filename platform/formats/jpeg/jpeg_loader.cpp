@@ -3,48 +3,43 @@
 #include "jpeg/jpeg_loader.h"
 
 #include "jpeg/jpeg_decoder.h"
+#include "row_picture.h"
 
 #include <vips/vips.h>
 
 #include <fcntl.h>
 
 #include <memory>
+#include <utility>
 
 namespace lumora {
 namespace {
 
-// A few rows of a decoder at a time; the image library asks for them in order and one strip after the other.
-struct LazyJpeg
+class JpegRows : public RowSource
 {
-    JpegDecoder decoder;
-    bool isStarted = false;
-
-    Status copyTo(VipsRegion* region)
+public:
+    JpegRows(FileDescriptor file, int divisor, const VipsImage* form)
+        : m_decoder(std::move(file), divisor), m_width(form->Xsize), m_height(form->Ysize),
+          m_bands(form->Bands)
     {
-        VipsImage* const image = region->im;
-        const VipsRect& area = region->valid;
-        if (!isStarted) {
-            isStarted = true;
-            auto status = decoder.start(vips_image_get_width(image), vips_image_get_height(image),
-                                        vips_image_get_bands(image));
-            if (!status) return status;
-        }
-        if (area.left != 0 || area.width != vips_image_get_width(image) || area.top != decoder.nextRow())
-            return Error{"rows out of order"};
-        std::uint8_t* row = region->data;
-        for (int y = 0; y < area.height; ++y, row += region->bpl) {
-            if (auto status = decoder.read(row); !status) return status;
-        }
-        return Done{};
     }
-};
 
-int generate(VipsRegion* region, void*, void* jpeg, void*, gboolean*)
-{
-    const auto status = static_cast<LazyJpeg*>(jpeg)->copyTo(region);
-    if (!status) vips_error("jpeg", "%s", status.error().description.c_str());
-    return status ? 0 : -1;
-}
+    Status next(std::uint8_t* row) override
+    {
+        if (!m_isStarted) {
+            m_isStarted = true;
+            if (auto status = m_decoder.start(m_width, m_height, m_bands); !status) return status;
+        }
+        return m_decoder.read(row);
+    }
+
+private:
+    JpegDecoder m_decoder;
+    int m_width;
+    int m_height;
+    int m_bands;
+    bool m_isStarted = false;
+};
 
 // Full size, kind, profile and metadata; no rows.
 Result<VipsImagePtr> header(int descriptor)
@@ -65,20 +60,13 @@ Result<VipsImagePtr> loadJpeg(int divisor, int descriptor)
     FileDescriptor file(fcntl(descriptor, F_DUPFD_CLOEXEC, 0));
     if (!file.isOpen()) return Error{"no descriptor left"};
 
-    const VipsImagePtr rows(vips_image_new());
-    auto* const jpeg = new LazyJpeg{JpegDecoder(std::move(file), divisor)};
-    g_object_set_data_full(G_OBJECT(rows.get()), "lumora-jpeg", jpeg,
-                           [](gpointer owned) { delete static_cast<LazyJpeg*>(owned); });
-    constexpr int rowsAtOnce = 16;
-    VipsImage* inOrder = nullptr;
-    if (vips_image_pipelinev(rows.get(), VIPS_DEMAND_STYLE_THINSTRIP, described->get(), nullptr) != 0)
+    VipsImagePtr form(vips_image_new());
+    if (vips_image_pipelinev(form.get(), VIPS_DEMAND_STYLE_THINSTRIP, described->get(), nullptr) != 0)
         return takeVipsError();
-    rows->Xsize = (rows->Xsize + divisor - 1) / divisor;
-    rows->Ysize = (rows->Ysize + divisor - 1) / divisor;
-    if (vips_image_generate(rows.get(), nullptr, generate, nullptr, jpeg, nullptr) != 0 ||
-        vips_sequential(rows.get(), &inOrder, "tile_height", rowsAtOnce, nullptr) != 0)
-        return takeVipsError();
-    return VipsImagePtr(inOrder);
+    form->Xsize = (form->Xsize + divisor - 1) / divisor;
+    form->Ysize = (form->Ysize + divisor - 1) / divisor;
+    auto rows = std::make_unique<JpegRows>(std::move(file), divisor, form.get());
+    return rowPicture(std::move(form), std::move(rows));
 }
 
 } // namespace lumora

@@ -7,6 +7,7 @@
 #include "png/png_colors.h"
 #include "png/png_encoder.h"
 #include "png/png_texts.h"
+#include "system/file_bytes.h"
 #include "vips_density.h"
 #include "vips_loading.h"
 
@@ -40,26 +41,29 @@ Result<VipsImagePtr> load(int descriptor)
     return withPngColors(std::move(*image), descriptor);
 }
 
-void describe(int descriptor, VipsImage* image, Metadata& metadata)
+// The image library knows no animation here; its chunk begins with the number of frames.
+int framesIn(int descriptor)
+{
+    int frames = 1;
+    auto chunk = pngChunkAt(descriptor, firstPngChunk);
+    for (; chunk && chunk->type != "IDAT"; chunk = pngChunkAt(descriptor, chunk->end())) {
+        if (chunk->type != "acTL") continue;
+        constexpr std::uint64_t most = std::uint64_t{1} << 24U; // more is a lie
+        const auto count = bigEndianAt(bytesAt(descriptor, chunk->dataAt, 4).value_or(""), 0, 4);
+        if (count > 0 && count < most) frames = static_cast<int>(count);
+    }
+    return frames;
+}
+
+void describe(int descriptor, VipsImage* image, Metadata& metadata, SourceFacts& facts)
 {
     metadata.pngDensity = densityOf(image);
     metadata.pngTexts = readPngTexts(descriptor);
     metadata.pngTime = readPngTime(descriptor);
     readContainer(descriptor, metadata);
     if (metadata.xmp.empty()) metadata.xmp = xmpAmong(metadata.pngTexts);
-}
-
-// The image library knows no animation here; its chunk begins with the number of frames.
-void examine(int descriptor, VipsImage*, SourceFacts& facts)
-{
     facts.series = SourceFacts::Series::frames;
-    auto chunk = pngChunkAt(descriptor, firstPngChunk);
-    for (; chunk && chunk->type != "IDAT"; chunk = pngChunkAt(descriptor, chunk->end())) {
-        std::array<unsigned char, 4> count{};
-        if (chunk->type == "acTL" && pread(descriptor, count.data(), count.size(),
-                                           static_cast<off_t>(chunk->dataAt)) == ssize_t{count.size()})
-            facts.pictures = count[0] == 0 ? count[1] << 16 | count[2] << 8 | count[3] : facts.pictures;
-    }
+    facts.pictures = framesIn(descriptor);
 }
 
 std::int64_t decodingBytes(VipsImage* image)
@@ -82,11 +86,8 @@ constexpr std::array extensions{"png"sv};
 constexpr std::array mimeTypes{"image/png"sv};
 constexpr StorageLimits limits{
     .holdsSixteenBits = true, .holdsGray = true, .holdsAlpha = true, .profiles = ProfileStorage::any};
-constexpr FormatReader reader{.load = load,
-                              .describe = describe,
-                              .examine = examine,
-                              .operation = "VipsForeignLoadPng",
-                              .heldBytes = decodingBytes};
+constexpr FormatReader reader{
+    .load = load, .describe = describe, .operation = "VipsForeignLoadPng", .heldBytes = decodingBytes};
 constexpr FormatWriter writer{.encode = encodePng, .heldBytes = encodingBytes};
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "tiff/tiff_loader.h"
 
 #include "formats/format.h"
+#include "row_picture.h"
 #include "tiff/tiff_colors.h"
 #include "tiff/tiff_components.h"
 #include "tiff/tiff_pieces.h"
@@ -12,47 +13,34 @@
 
 #include <fcntl.h>
 
-#include <new>
+#include <memory>
+#include <utility>
 
 namespace lumora {
 namespace {
 
 // Opened at the first row: until then the file costs nothing.
-struct LazyTiff
+class LazyTiff : public RowSource
 {
-    FileDescriptor file;
-    TiffLayout layout;
-    std::unique_ptr<TiffRows> rows;
-    int nextRow = 0;
+public:
+    LazyTiff(FileDescriptor file, const TiffLayout& layout) : m_file(std::move(file)), m_layout(layout) {}
 
-    Status copyTo(VipsRegion* region)
+    Status next(std::uint8_t* row) override
     {
-        if (!rows) {
-            const auto open = layout.road == TiffRoad::colors ? openTiffColors : openTiffComponents;
-            auto opened = open(file.get(), layout);
+        if (!m_rows) {
+            const auto open = m_layout.road == TiffRoad::colors ? openTiffColors : openTiffComponents;
+            auto opened = open(m_file.get(), m_layout);
             if (!opened) return opened.error();
-            rows = std::move(*opened);
+            m_rows = std::move(*opened);
         }
-        const VipsRect& area = region->valid;
-        if (area.left != 0 || area.width != layout.width || area.top != nextRow)
-            return Error{"rows out of order"};
-        std::uint8_t* row = region->data;
-        for (int y = 0; y < area.height; ++y, row += region->bpl, ++nextRow) {
-            if (auto status = rows->read(row); !status) return status;
-        }
-        return Done{};
+        return m_rows->read(row);
     }
-};
 
-int generate(VipsRegion* region, void*, void* tiff, void*, gboolean*)
-try {
-    const auto status = static_cast<LazyTiff*>(tiff)->copyTo(region);
-    if (!status) vips_error("tiff", "%s", status.error().description.c_str());
-    return status ? 0 : -1;
-} catch (const std::bad_alloc&) {
-    vips_error("tiff", "not enough memory");
-    return -1;
-}
+private:
+    FileDescriptor m_file;
+    TiffLayout m_layout;
+    std::unique_ptr<TiffRows> m_rows;
+};
 
 VipsBandFormat formatOf(TiffDepth depth)
 {
@@ -104,21 +92,13 @@ Result<VipsImagePtr> loadTiff(int descriptor)
     FileDescriptor copy(fcntl(descriptor, F_DUPFD_CLOEXEC, 0));
     if (!copy.isOpen()) return Error{"no descriptor left"};
 
-    const VipsImagePtr rows(vips_image_new());
-    auto* const tiff = new LazyTiff{std::move(copy), *layout, nullptr};
-    g_object_set_data_full(G_OBJECT(rows.get()), "lumora-tiff", tiff,
-                           [](gpointer owned) { delete static_cast<LazyTiff*>(owned); });
+    VipsImagePtr image(vips_image_new());
     const TiffForm form = tiffForm(*layout);
-    vips_image_init_fields(rows.get(), layout->width, layout->height, form.bands, formatOf(form.depth),
+    vips_image_init_fields(image.get(), layout->width, layout->height, form.bands, formatOf(form.depth),
                            VIPS_CODING_NONE, interpretationOf(form), 1, 1);
-    describe(*file, rows.get());
-    constexpr int rowsAtOnce = 16;
-    VipsImage* inOrder = nullptr;
-    if (vips_image_pipelinev(rows.get(), VIPS_DEMAND_STYLE_THINSTRIP, nullptr) != 0 ||
-        vips_image_generate(rows.get(), nullptr, generate, nullptr, tiff, nullptr) != 0 ||
-        vips_sequential(rows.get(), &inOrder, "tile_height", rowsAtOnce, nullptr) != 0)
-        return takeVipsError();
-    return VipsImagePtr(inOrder);
+    describe(*file, image.get());
+    if (vips_image_pipelinev(image.get(), VIPS_DEMAND_STYLE_THINSTRIP, nullptr) != 0) return takeVipsError();
+    return rowPicture(std::move(image), std::make_unique<LazyTiff>(std::move(copy), *layout));
 }
 
 } // namespace lumora

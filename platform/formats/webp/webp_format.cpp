@@ -18,13 +18,9 @@ Result<VipsImagePtr> load(int descriptor)
     return loadStrictly(vips_webpload_source, descriptor);
 }
 
-void describe(int descriptor, VipsImage*, Metadata& metadata)
+void describe(int descriptor, VipsImage*, Metadata& metadata, SourceFacts& facts)
 {
     readContainer(descriptor, metadata);
-}
-
-void examine(int, VipsImage*, SourceFacts& facts)
-{
     facts.series = SourceFacts::Series::frames;
 }
 
@@ -54,11 +50,8 @@ constexpr std::array extensions{"webp"sv};
 constexpr std::array mimeTypes{"image/webp"sv};
 // Of the encoder's road by a PPM file. Its words about a longer edge tell more than ours would.
 constexpr StorageLimits limits{.longestEdge = 16383};
-constexpr FormatReader reader{.load = load,
-                              .describe = describe,
-                              .examine = examine,
-                              .operation = "VipsForeignLoadWebp",
-                              .heldBytes = decodingBytes};
+constexpr FormatReader reader{
+    .load = load, .describe = describe, .operation = "VipsForeignLoadWebp", .heldBytes = decodingBytes};
 constexpr FormatWriter writer{.encode = nullptr, .isAvailable = hasEncoder, .heldBytes = encodingBytes};
 
 } // namespace

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formats/image_source.h"
 
+#include "pixels/decoding.h"
 #include "pixels/drawing.h"
 #include "system/file_descriptor.h"
 #include "tests/platform/formats/written_pictures.h"

@@ -4,6 +4,7 @@
 
 #include "pixels/color_conversion.h"
 #include "pixels/color_profile.h"
+#include "pixels/decoding.h"
 #include "tests/platform/pixels/memory_picture.h"
 
 #include <gtest/gtest.h>

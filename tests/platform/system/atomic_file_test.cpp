@@ -77,8 +77,8 @@ TEST(AtomicFile, HasNoNameThatAKilledProgramWouldLeave)
     const TemporaryDirectory folder;
     const auto file = AtomicFile::create(folder / "target");
     ASSERT_TRUE(file);
-    if (!file->draft().native().starts_with("/proc/")) GTEST_SKIP() << "not on this file system";
-    EXPECT_EQ(entryCount(folder.path()), 0U);
+    const bool canBeUnnamed = file->draft().native().starts_with("/proc/");
+    EXPECT_EQ(entryCount(folder.path()), canBeUnnamed ? 0U : 1U);
 }
 
 TEST_P(EachDraft, AppearsOnlyWhenCommitted)

@@ -18,7 +18,10 @@ struct StoredForm
 
 // Kept as fields of the picture, which copies and turned copies of it inherit.
 StoredForm storedForm(_VipsImage* image);
-bool isStoredFormField(std::string_view field);
+
+// What of the metadata says something of the components: these notes and the colour profile.
+bool isComponentField(std::string_view field);
+void copyComponentFields(_VipsImage* from, _VipsImage* to);
 
 // Notes that the file stored one grey component in this many bits; the image library widens it without a
 // word.

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Turning a picture into upright rows or pixels in memory: as it is, or redrawn as 8-bit RGBA with
-// premultiplied alpha. Thread-safe for different pictures.
+// A picture redrawn upright as 8-bit RGBA with premultiplied alpha. Thread-safe for different pictures.
 #pragma once
 
 #include "pixels/image.h"
@@ -35,16 +34,5 @@ Result<Image> draw(const Image& image, const DrawRequest& request);
 
 // For where nothing but a drawing can be stored: colours that cannot be converted are taken as they are.
 Result<Image> drawRegardless(const Image& image, const DrawRequest& request);
-
-// The upright picture with its own depth, colour model and profile, its rows still to be decoded. Rows that
-// are only mirrored come one by one; any other turn holds the stored picture from the first row on.
-Result<Image> turned(const Image& image);
-
-// The upright picture in memory, as it is or as it is drawn. Returns an image in memory as it is. Fails when
-// the codec reports the data as truncated or damaged. Uses up the rows of a picture that is not in memory.
-Result<Image> decode(const Image& image);
-
-// Makes every row and keeps none: fails and uses up rows as decode() does.
-Status readThrough(const Image& image);
 
 } // namespace lumora

@@ -55,6 +55,8 @@ public:
     // Tells, once somebody has taken the rows of a turned or drawn picture, whether these were what failed.
     // Null for other pictures.
     const std::shared_ptr<ReadOutcome>& outcome() const { return m_outcome; }
+    // Likewise, for the rows that are made out of this picture's; never null.
+    std::shared_ptr<ReadOutcome> outcomeToCome() const;
     Image withOutcome(std::shared_ptr<ReadOutcome> outcome) const;
 
     // Lets a picture that is not decoded yet be decoded at a half, a quarter or an eighth of its size: faster

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formats/image_source.h"
+#include "pixels/decoding.h"
 #include "pixels/drawing.h"
 #include "tests/platform/formats/bmp/bmp_builder.h"
 #include "tests/support/files.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Which damaged GIF files are still pictures.
 #include "formats/image_source.h"
-#include "pixels/drawing.h"
+#include "pixels/decoding.h"
 #include "tests/support/sample_images.h"
 #include "tests/support/temporary_directory.h"
 

@@ -3,7 +3,7 @@
 // Which JPEG files are pictures: those whose data is all there, whatever is missing around it; none in which
 // the decoder had to pass over data or to make it up.
 #include "formats/image_source.h"
-#include "pixels/drawing.h"
+#include "pixels/decoding.h"
 #include "tests/platform/formats/jpeg/jpeg_builder.h"
 #include "tests/support/sample_images.h"
 #include "tests/support/temporary_directory.h"

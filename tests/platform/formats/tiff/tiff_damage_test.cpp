@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Which damaged TIFF files are still pictures.
 #include "formats/image_source.h"
-#include "pixels/drawing.h"
+#include "pixels/decoding.h"
 #include "tests/platform/formats/tiff/tiff_builder.h"
 #include "tests/support/sample_images.h"
 #include "tests/support/temporary_directory.h"
@@ -69,7 +69,7 @@ TEST_P(DamagedTiff, IsNoneWhenAPieceWasNeverWritten)
     for (unsigned shift = 0; shift < 32; shift += 8)
         offset += static_cast<char>(at >> shift & 0xFFU);
     const std::size_t field = m_bytes.rfind(offset);
-    if (field == std::string::npos) GTEST_SKIP() << "offsets of another size";
+    ASSERT_NE(field, std::string::npos);
     EXPECT_FALSE(isPicture(std::string(m_bytes).replace(field, 4, 4, '\0')));
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What becomes of TIFF files of every depth, kind of sample, layout and compression.
 #include "formats/image_source.h"
+#include "pixels/decoding.h"
 #include "pixels/drawing.h"
 #include "tests/platform/formats/tiff/tiff_builder.h"
 #include "tests/support/temporary_directory.h"

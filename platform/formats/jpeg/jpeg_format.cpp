@@ -4,8 +4,8 @@
 #include "encoded_bytes.h"
 #include "exif_colors.h"
 #include "format_io.h"
+#include "jpeg/jpeg_gain_map.h"
 #include "jpeg/jpeg_loader.h"
-#include "jpeg_gain_map.h"
 #include "metadata/jpeg_segments.h"
 #include "metadata/reading.h"
 #include "metadata/remarks.h"
@@ -17,6 +17,7 @@
 #include <cmath>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include <vips/vips.h>
 
@@ -93,7 +94,7 @@ Bytes segmentsOf(const EncodeRequest& request)
 class JpegFile
 {
 public:
-    JpegFile(AtomicFile& file, Bytes segments) : m_file(file), m_segments(std::move(segments)) {}
+    JpegFile(OutputFile& file, Bytes segments) : m_file(file), m_segments(std::move(segments)) {}
 
     Status append(std::span<const std::byte> bytes)
     {
@@ -117,7 +118,7 @@ private:
                (m_head[at + 1] == std::byte{0xE0} || m_head[at + 1] == std::byte{0xE1});
     }
 
-    AtomicFile& m_file;
+    OutputFile& m_file;
     Bytes m_segments;
     Bytes m_head;
     bool m_isPastHead = false;
@@ -157,7 +158,7 @@ std::int64_t decodingBytes(VipsImage* image)
     return wholePicture(image, 2);
 }
 
-Status encode(const EncodeRequest& request, AtomicFile& file)
+Status encode(const EncodeRequest& request, OutputFile& file)
 {
     JpegFile jpeg(file, segmentsOf(request));
     CodecTarget target([&jpeg](std::span<const std::byte> bytes) { return jpeg.append(bytes); });
@@ -176,20 +177,17 @@ Result<VipsImagePtr> load(int descriptor)
     return loadJpeg(1, descriptor);
 }
 
-void describe(int descriptor, VipsImage* image, Metadata& metadata)
+void describe(int descriptor, VipsImage* image, Metadata& metadata, SourceFacts& facts)
 {
     metadata.jfifDensity = densityOf(image);
     readContainer(descriptor, metadata);
     attachCameraColors(image, metadata);
-    for (JpegSegment& segment : jpegSegments(descriptor)) {
+    std::vector<JpegSegment> segments = jpegSegments(descriptor);
+    facts.hasGainMap = hasGainMap(descriptor, segments);
+    for (JpegSegment& segment : segments) {
         if (segment.marker == remarkMarker && !segment.content.empty())
             metadata.jpegComments.push_back(std::move(segment.content));
     }
-}
-
-void examine(int descriptor, VipsImage*, SourceFacts& facts)
-{
-    facts.hasGainMap = hasJpegGainMap(descriptor);
 }
 
 bool begins(std::string_view head)
@@ -203,7 +201,6 @@ constexpr StorageLimits limits{
     .holdsGray = true, .holdsInk = true, .profiles = ProfileStorage::any, .longestEdge = 65500};
 constexpr FormatReader reader{.load = load,
                               .describe = describe,
-                              .examine = examine,
                               .loadReduced = loadJpeg,
                               .operation = "VipsForeignLoadJpeg",
                               .heldBytes = decodingBytes};

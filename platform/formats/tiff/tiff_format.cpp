@@ -8,7 +8,7 @@
 #include "pixels/stored_form.h"
 #include "system/mapped_file.h"
 #include "tiff/tiff_loader.h"
-#include "tiff_pages.h"
+#include "tiff/tiff_pages.h"
 
 #include <algorithm>
 #include <array>
@@ -68,7 +68,7 @@ Result<Bytes> smallestBlackAndWhite(VipsImage* image)
     return writing->size() <= picture->size() ? writing : picture;
 }
 
-Status writeRows(VipsImage* image, AtomicFile& file)
+Status writeRows(VipsImage* image, OutputFile& file)
 {
     const std::unique_ptr<VipsTarget, VipsUnref> target(vips_target_new_to_descriptor(file.descriptor()));
     if (!target ||
@@ -79,7 +79,7 @@ Status writeRows(VipsImage* image, AtomicFile& file)
 }
 
 // Several looks at the pixels, which take at most a byte each.
-Status writeGray(VipsImage* image, AtomicFile& file)
+Status writeGray(VipsImage* image, OutputFile& file)
 {
     const VipsImagePtr held(vips_image_copy_memory(image));
     if (!held) return takeVipsError();
@@ -88,7 +88,7 @@ Status writeGray(VipsImage* image, AtomicFile& file)
     return bytes ? file.append(*bytes) : Status(bytes.error());
 }
 
-Status encode(const EncodeRequest& request, AtomicFile& file)
+Status encode(const EncodeRequest& request, OutputFile& file)
 {
     const VipsImagePtr image = withResolution(request.image, resolutionOf(request.metadata));
     if (!image) return takeVipsError();
@@ -114,20 +114,16 @@ void noteGrayForm(VipsImage* image, const MetadataFields& fields)
     noteGrayBits(image, bits);
 }
 
-void describe(int descriptor, VipsImage* image, Metadata& metadata)
+void describe(int descriptor, VipsImage* image, Metadata& metadata, SourceFacts& facts)
 {
     readContainer(descriptor, metadata);
     noteGrayForm(image, metadata.tiff);
     attachTiffColors(image, metadata);
-}
-
-void examine(int descriptor, VipsImage*, SourceFacts& facts)
-{
     facts.series = SourceFacts::Series::pages;
     const TiffPages pages = tiffPages(descriptor);
     if (pages.count > 0) facts.pictures = pages.count;
-    // The image library widens some models.
-    if (pages.bits > 0) facts.bits = std::min(facts.bits, std::max(8, pages.bits));
+    // What came out of the decoder may have more or fewer.
+    if (pages.bits > 0) facts.bits = std::max(8, pages.bits);
 }
 
 // Rows go out as they come, but for bitmaps that may turn out to need no alpha. What is written comes back
@@ -152,8 +148,7 @@ constexpr StorageLimits limits{.holdsSixteenBits = true,
                                .holdsAlpha = true,
                                .holdsAnyModel = true,
                                .profiles = ProfileStorage::any};
-constexpr FormatReader reader{
-    .load = loadTiff, .describe = describe, .examine = examine, .operation = "VipsForeignLoadTiff"};
+constexpr FormatReader reader{.load = loadTiff, .describe = describe, .operation = "VipsForeignLoadTiff"};
 constexpr FormatWriter writer{
     .encode = encode, .operation = "VipsForeignSaveTiff", .heldBytes = encodingBytes};
 

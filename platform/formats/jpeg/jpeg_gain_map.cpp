@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "jpeg_gain_map.h"
+#include "jpeg/jpeg_gain_map.h"
 
-#include "metadata/jpeg_segments.h"
+#include "system/file_bytes.h"
 
 #include <algorithm>
 #include <array>
@@ -79,15 +79,9 @@ private:
         return {0, 0};
     }
 
-    std::uint32_t number(std::size_t at, std::size_t size) const
+    std::uint64_t number(std::size_t at, std::size_t size) const
     {
-        if (at > m_bytes.size() || size > m_bytes.size() - at) return 0;
-        std::uint32_t value = 0;
-        for (std::size_t i = 0; i < size; ++i) {
-            const std::size_t place = at + (m_bytes.starts_with('M') ? i : size - 1 - i);
-            value = value << 8U | static_cast<unsigned char>(m_bytes[place]);
-        }
-        return value;
+        return m_bytes.starts_with('M') ? bigEndianAt(m_bytes, at, size) : littleEndianAt(m_bytes, at, size);
     }
 
     std::uint64_t m_start;
@@ -96,9 +90,8 @@ private:
 
 } // namespace
 
-bool hasJpegGainMap(int descriptor)
+bool hasGainMap(int descriptor, const std::vector<JpegSegment>& segments)
 {
-    const auto segments = jpegSegments(descriptor);
     if (anySpeaksOfGainMap(segments)) return true;
     for (const JpegSegment& segment : segments) {
         if (segment.marker != application2 || !segment.content.starts_with(listSignature)) continue;

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "file_bytes.h"
+#include "system/file_bytes.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -21,19 +21,19 @@ std::optional<std::string> bytesAt(int descriptor, std::uint64_t offset, std::si
     return bytes;
 }
 
-std::uint32_t bigEndianAt(const std::string& bytes, std::size_t at, std::size_t size)
+std::uint64_t bigEndianAt(std::string_view bytes, std::size_t at, std::size_t size)
 {
     if (at > bytes.size() || size > bytes.size() - at) return 0;
-    std::uint32_t number = 0;
+    std::uint64_t number = 0;
     for (std::size_t i = 0; i < size; ++i)
         number = number << 8U | static_cast<unsigned char>(bytes[at + i]);
     return number;
 }
 
-std::uint32_t littleEndianAt(const std::string& bytes, std::size_t at, std::size_t size)
+std::uint64_t littleEndianAt(std::string_view bytes, std::size_t at, std::size_t size)
 {
     if (at > bytes.size() || size > bytes.size() - at) return 0;
-    std::uint32_t number = 0;
+    std::uint64_t number = 0;
     for (std::size_t i = size; i-- > 0;)
         number = number << 8U | static_cast<unsigned char>(bytes[at + i]);
     return number;

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "tiff_pages.h"
+#include "tiff/tiff_pages.h"
 
 #include "system/file_descriptor.h"
 #include "tests/support/exif_builder.h"
