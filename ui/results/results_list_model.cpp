@@ -43,7 +43,7 @@ ResultsListModel::Outcome outcome(const ProcessingResult& result)
 // What the icon says to the eye comes first.
 QString spokenOutcome(const ProcessingResult& result)
 {
-    const QString message = QString::fromStdString(result.message);
+    QString message = QString::fromStdString(result.message);
     if (isSkipped(result)) return message;
     if (!result.isSuccess) return QStringLiteral("Failed: %1").arg(message);
     return QStringLiteral("Succeeded: %1, %2").arg(message, metricsLine(result));
