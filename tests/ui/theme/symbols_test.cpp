@@ -105,7 +105,7 @@ TEST(Symbols, HierarchicalRenderingFadesTheSecondLayer)
     const int x = plain.width() / 4;
     const int boxBottom = plain.height() * 21 / 24;
     EXPECT_GT(qAlpha(plain.pixel(x * 2, boxBottom)), 200);
-    EXPECT_NEAR(qAlpha(shaded.pixel(x * 2, boxBottom)), qAlpha(plain.pixel(x * 2, boxBottom)) / 2, 8);
+    EXPECT_NEAR(qAlpha(shaded.pixel(x * 2, boxBottom)), qAlpha(plain.pixel(x * 2, boxBottom)) / 2.0, 8);
     EXPECT_EQ(qAlpha(shaded.pixel(x * 2, x)), qAlpha(plain.pixel(x * 2, x)));
 }
 
