@@ -5,7 +5,6 @@
 #include "engine/output_naming.h"
 #include "engine/output_path.h"
 #include "formats/format.h"
-#include "formats/image_source.h"
 #include "system/file_services.h"
 #include "system/only_copy.h"
 #include "system/paths.h"
@@ -98,16 +97,13 @@ private:
     std::map<FileId, std::vector<const std::filesystem::path*>> m_names;
 };
 
-// Known without a look into the file unless its own format stays, which then decides the name.
+// Known without a look into the file unless its own format stays, of which its first bytes tell enough.
 std::optional<std::string> typeOf(const std::filesystem::path& input, const OptimizerSettings& settings)
 {
     if (settings.outputFormat != OutputFormat::original) return std::nullopt;
     const Format* const format = formatOfFile(input);
     if (!format) return std::nullopt;
-    if (!format->isOnlyClaimed()) return std::string(format->identifier);
-    const auto source = ImageSource::open(input);
-    if (!source) return std::nullopt;
-    return source->typeIdentifier();
+    return std::string(format->asWritten().identifier);
 }
 
 std::size_t numberOf(const std::filesystem::path& input, const std::filesystem::path& output)

@@ -14,6 +14,7 @@ OptimizerServices OptimizerServices::system()
         .stop = {},
         .names = std::make_shared<ImageOptimizer::BatchNames>(),
         .outputs = nullptr,
+        .pixels = nullptr,
         .memory = nullptr,
     };
 }

@@ -66,9 +66,12 @@ bool Format::canBeWritten() const
     return writer && (!writer->isAvailable || writer->isAvailable());
 }
 
-bool Format::isOnlyClaimed() const
+const Format& Format::asWritten() const
 {
-    return reader && reader->refinedIdentifier;
+    if (writer) return *this;
+    const auto isRelative = [this](const Format* other) { return other->writer && other->reader == reader; };
+    const auto found = std::ranges::find_if(formats(), isRelative);
+    return found == formats().end() ? *this : **found;
 }
 
 void allowOperations()

@@ -94,7 +94,7 @@ Bytes segmentsOf(const EncodeRequest& request)
 class JpegFile
 {
 public:
-    JpegFile(AtomicFile& file, Bytes segments) : m_file(file), m_segments(std::move(segments)) {}
+    JpegFile(OutputFile& file, Bytes segments) : m_file(file), m_segments(std::move(segments)) {}
 
     Status append(std::span<const std::byte> bytes)
     {
@@ -118,7 +118,7 @@ private:
                (m_head[at + 1] == std::byte{0xE0} || m_head[at + 1] == std::byte{0xE1});
     }
 
-    AtomicFile& m_file;
+    OutputFile& m_file;
     Bytes m_segments;
     Bytes m_head;
     bool m_isPastHead = false;
@@ -158,7 +158,7 @@ std::int64_t decodingBytes(VipsImage* image)
     return wholePicture(image, 2);
 }
 
-Status encode(const EncodeRequest& request, AtomicFile& file)
+Status encode(const EncodeRequest& request, OutputFile& file)
 {
     JpegFile jpeg(file, segmentsOf(request));
     CodecTarget target([&jpeg](std::span<const std::byte> bytes) { return jpeg.append(bytes); });

@@ -35,8 +35,9 @@ struct Format
     WrittenBy writtenBy() const;
     // Whether what writes it is there on this machine; false when nobody does.
     bool canBeWritten() const;
-    // Whether the first bytes of a file only claim this format, and opening it may tell of another.
-    bool isOnlyClaimed() const;
+    // The one to which such files are written, if any is: first bytes only claim one of several that one
+    // reader reads.
+    const Format& asWritten() const;
 };
 
 // Pictures above this many pixels count as unreadable.
