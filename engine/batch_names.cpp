@@ -97,13 +97,13 @@ private:
     std::map<FileId, std::vector<const std::filesystem::path*>> m_names;
 };
 
-// Known without a look into the file unless its own format stays, of which its first bytes tell enough.
+// Known without a look into the file unless its own format stays.
 std::optional<std::string> typeOf(const std::filesystem::path& input, const OptimizerSettings& settings)
 {
     if (settings.outputFormat != OutputFormat::original) return std::nullopt;
     const Format* const format = formatOfFile(input);
     if (!format) return std::nullopt;
-    return std::string(format->asWritten().identifier);
+    return std::string(format->identifier);
 }
 
 std::size_t numberOf(const std::filesystem::path& input, const std::filesystem::path& output)

@@ -103,7 +103,7 @@ void putInPlace(const Job& job, const OutputPlan& output, OpenedPicture& picture
     auto placed = place(permission);
     if (!placed && encoded.isTaken()) {
         checkWhole(output, picture, encoded);
-        picture.close(); // a question may stand for long
+        picture.close();
         if (!mayReplace(job, output)) throw ImageOptimizerError::overwriteDeclined();
         placed = place(ExistingFile::replace);
     }

@@ -46,7 +46,10 @@ const Format* formatOfFile(int descriptor)
     std::array<std::byte, sniffLength> head{};
     const ssize_t count = pread(descriptor, head.data(), head.size(), 0);
     if (count <= 0) return nullptr;
-    return formatOfContent(std::span(head).first(static_cast<std::size_t>(count)));
+    const Format* const claimed = formatOfContent(std::span(head).first(static_cast<std::size_t>(count)));
+    if (!claimed || !claimed->reader->lookedInto) return claimed;
+    const Format* const found = claimed->reader->lookedInto(descriptor);
+    return found ? found : claimed;
 }
 
 const Format* formatOfFile(const std::filesystem::path& path)
@@ -64,14 +67,6 @@ WrittenBy Format::writtenBy() const
 bool Format::canBeWritten() const
 {
     return writer && (!writer->isAvailable || writer->isAvailable());
-}
-
-const Format& Format::asWritten() const
-{
-    if (writer) return *this;
-    const auto isRelative = [this](const Format* other) { return other->writer && other->reader == reader; };
-    const auto found = std::ranges::find_if(formats(), isRelative);
-    return found == formats().end() ? *this : **found;
 }
 
 void allowOperations()
