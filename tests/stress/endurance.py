@@ -19,8 +19,15 @@ GROWTH_EACH = 2048  # bytes a file: its path, its names, its row
 GROWTH = 24 << 20   # what the heap may settle at
 
 
+def memory_of(process):
+    try:
+        return int(Path(f'/proc/{process}/statm').read_text().split()[1]) * os.sysconf('SC_PAGE_SIZE')
+    except OSError:  # it has just ended
+        return 0
+
+
 class Watch(threading.Thread):
-    """Looks at a process until it ends: memory, descriptors, threads, children, processor time and files done."""
+    """Looks at a process until it ends: memory with that of its children, descriptors, threads, children, processor time and files done."""
 
     def __init__(self, process, out):
         super().__init__()
@@ -39,7 +46,7 @@ class Watch(threading.Thread):
         fields = (folder / 'stat').read_text().rpartition(')')[2].split()
         ticks = sum(int(field) for field in fields[11:15])  # those of the children that ended, too
         children = (folder / f'task/{self.process.pid}/children').read_text().split()
-        return {'memory': int((folder / 'statm').read_text().split()[1]) * os.sysconf('SC_PAGE_SIZE'),
+        return {'memory': sum(memory_of(process) for process in (self.process.pid, *children)),
                 'descriptors': len(os.listdir(folder / 'fd')), 'threads': len(os.listdir(folder / 'task')),
                 'children': len(children), 'seconds': ticks / os.sysconf('SC_CLK_TCK'),
                 'done': len(os.listdir(self.out))}
