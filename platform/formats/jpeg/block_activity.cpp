@@ -10,9 +10,9 @@ namespace lumora {
 
 float blockActivity(const BlockSurroundings& rows)
 {
-    constexpr float faint = 3; // contrast that hides hardly more than none
+    constexpr float faint = 3.5F; // contrast that hides hardly more than none
     constexpr float usual = 3;
-    constexpr float perBrightness = 0.8F; // dark areas hide less than light ones
+    constexpr float perBrightness = 0.28F; // dark areas hide less than light ones
     std::array<float, 8> inverse{};
     std::array<float, 8> brightness{};
     for (std::size_t y = 1; y <= 8; ++y) {

@@ -5,6 +5,9 @@
 #include "jpeg/component_rows.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
 
 namespace lumora {
 namespace {
@@ -29,26 +32,61 @@ float lightSlope(float value)
 
 float shownComponent(float value)
 {
-    return std::clamp((value + 128) * (1.0F / 255), 0.0F, 1.0F);
+    return std::min(std::max((value + 128) * (1.0F / 255), 0.0F), 1.0F);
 }
 
-struct Light
+// Pixels are looked at so many at once, which is what lets the compiler compute them side by side.
+constexpr int groupSize = 16;
+using Group = std::array<float, groupSize>;
+
+// Light and how it changes with brightness, by the shares of the primaries of sRGB in it.
+struct GroupLight
 {
-    float amount;
-    float slope; // with brightness
+    Group amount;
+    Group slope;
 };
 
-// The shares of the primaries of sRGB in light.
-Light lightOf(float luma, float blueDifference, float redDifference)
+GroupLight lightOf(const float* luma, const float* blueDifference, const float* redDifference)
 {
     using Shares = BrightnessShares;
     constexpr float greenOfBlue = Shares::blue * Shares::blueRange / Shares::green;
     constexpr float greenOfRed = Shares::red * Shares::redRange / Shares::green;
-    const float red = shownComponent(luma + Shares::redRange * redDifference);
-    const float green = shownComponent(luma - greenOfBlue * blueDifference - greenOfRed * redDifference);
-    const float blue = shownComponent(luma + Shares::blueRange * blueDifference);
-    return {0.2126F * lightOf(red) + 0.7152F * lightOf(green) + 0.0722F * lightOf(blue),
-            0.2126F * lightSlope(red) + 0.7152F * lightSlope(green) + 0.0722F * lightSlope(blue)};
+    GroupLight light;
+    for (std::size_t i = 0; i < groupSize; ++i) {
+        const float red = shownComponent(luma[i] + Shares::redRange * redDifference[i]);
+        const float green =
+            shownComponent(luma[i] - greenOfBlue * blueDifference[i] - greenOfRed * redDifference[i]);
+        const float blue = shownComponent(luma[i] + Shares::blueRange * blueDifference[i]);
+        light.amount[i] = 0.2126F * lightOf(red) + 0.7152F * lightOf(green) + 0.0722F * lightOf(blue);
+        light.slope[i] = 0.2126F * lightSlope(red) + 0.7152F * lightSlope(green) + 0.0722F * lightSlope(blue);
+    }
+    return light;
+}
+
+// Most of most pictures has none, and then there is nothing to make up for.
+bool hasVisibleChange(const ColorRow& own, const ColorRow& shown)
+{
+    constexpr float visible = 1.5F;
+    int changes = 0;
+    for (std::size_t i = 0; i < groupSize; ++i) {
+        const float change = std::abs(own.blue[i] - shown.blue[i]) + std::abs(own.red[i] - shown.red[i]);
+        changes += change > visible ? 1 : 0;
+    }
+    return changes > 0;
+}
+
+// One step of Newton's method, bounded: where a component is at its end, light does not follow brightness.
+void keepGroupLight(const ColorRow& own, const ColorRow& shown, float* luma)
+{
+    constexpr float most = 16;
+    constexpr float least = 0.02F; // of the slope
+    const GroupLight wanted = lightOf(luma, own.blue, own.red);
+    const GroupLight seen = lightOf(luma, shown.blue, shown.red);
+    for (std::size_t i = 0; i < groupSize; ++i) {
+        const float slope = std::max(seen.slope[i], least);
+        const float change = 255 * (wanted.amount[i] - seen.amount[i]) / slope;
+        luma[i] += std::min(std::max(change, -most), most);
+    }
 }
 
 } // namespace
@@ -78,16 +116,12 @@ void doubleRow(const float* near, const float* far, int halfWidth, float* full)
     }
 }
 
-// One step of Newton's method, bounded: where a component is at its end, light does not follow brightness.
 void keepLight(const ColorRow& own, const ColorRow& shown, int width, float* luma)
 {
-    constexpr float most = 16;
-    constexpr float least = 0.02F; // of the slope
-    for (int x = 0; x < width; ++x) {
-        const Light wanted = lightOf(luma[x], own.blue[x], own.red[x]);
-        const Light seen = lightOf(luma[x], shown.blue[x], shown.red[x]);
-        const float change = 255 * (wanted.amount - seen.amount) / std::max(seen.slope, least);
-        luma[x] += std::clamp(change, -most, most);
+    for (int x = 0; x + groupSize <= width; x += groupSize) {
+        const ColorRow ownGroup{own.blue + x, own.red + x};
+        const ColorRow shownGroup{shown.blue + x, shown.red + x};
+        if (hasVisibleChange(ownGroup, shownGroup)) keepGroupLight(ownGroup, shownGroup, luma + x);
     }
 }
 

@@ -26,7 +26,8 @@ struct ColorRow
     const float* red;
 };
 
-// Changes the brightness of a row of sRGB colours that will be shown in other colours than its own.
+// Changes the brightness of a row of sRGB colours that will be shown in other colours than its own. `width`
+// is a multiple of 16.
 void keepLight(const ColorRow& own, const ColorRow& shown, int width, float* luma);
 
 } // namespace lumora

@@ -52,7 +52,7 @@ ComponentCoding codingOf(JpegComponent component, int quality, bool hasFullChrom
     if (quality >= best) return nearlyLossless();
     const TunedCoding& tuned = hasFullChroma ? fullChromaCoding : halvedChromaCoding;
     const TunedComponent& own = tunedComponent(tuned, component);
-    const float scale = between(scaleQualities, tuned.scales, static_cast<float>(quality));
+    const float scale = between(tuned.qualities, tuned.scales, static_cast<float>(quality));
     ComponentCoding coding{};
     for (std::size_t i = 0; i < 64; ++i) {
         const auto frequency = std::hypot(static_cast<float>(i % 8), static_cast<float>(i / 8));

@@ -5,16 +5,13 @@
 #pragma once
 
 #include <array>
+#include <span>
 
 namespace lumora {
 
 // A frequency is the length of the vector of its horizontal and its vertical index.
 inline constexpr std::array stepFrequencies{0.0F, 1.0F, 1.5F, 2.3F, 3.2F, 4.5F, 6.0F, 8.0F, 9.9F};
 inline constexpr std::array zeroFrequencies{0.0F, 1.0F, 2.0F, 3.5F, 5.5F, 8.0F, 9.9F};
-// Those that a scale was found for, so that a picture scores as the library's of that quality did.
-inline constexpr std::array scaleQualities{1.0F,  10.0F, 20.0F, 30.0F, 40.0F, 50.0F, 60.0F,
-                                           70.0F, 80.0F, 89.0F, 90.0F, 95.0F, 99.0F};
-
 struct TunedComponent
 {
     std::array<float, stepFrequencies.size()> steps; // natural logarithms, over the scale
@@ -29,9 +26,13 @@ struct TunedCoding
     TunedComponent redDifference;
     float roundUpFrom;
     float roundUpRise;
-    std::array<float, scaleQualities.size()> scales;
+    // So that a picture scores as the library's of the same quality: qualities in rising order, and the scale
+    // of the steps at each.
+    std::span<const float> qualities;
+    std::span<const float> scales;
 };
 
+// For qualities below 90 and from there to 99.
 extern const TunedCoding halvedChromaCoding;
 extern const TunedCoding fullChromaCoding;
 
