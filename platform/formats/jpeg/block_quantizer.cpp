@@ -7,15 +7,9 @@
 #include <cstddef>
 
 namespace lumora {
-namespace {
-
-constexpr float leastZeroBelow = 0.5F;
-constexpr float mostZeroBelow = 0.95F;
-
-} // namespace
-
 BlockQuantizer::BlockQuantizer(const ComponentCoding& coding)
-    : m_roundUpFrom(coding.roundUpFrom), m_roundUpRise(coding.roundUpRise)
+    : m_mostZeroBelow(coding.mostZeroBelow), m_roundUpFrom(coding.roundUpFrom),
+      m_roundUpRise(coding.roundUpRise)
 {
     for (std::size_t u = 0; u < 8; ++u) {
         for (std::size_t v = 0; v < 8; ++v) {
@@ -32,12 +26,13 @@ BlockQuantizer::BlockQuantizer(const ComponentCoding& coding)
 void BlockQuantizer::quantize(const DctBlock& frequencies, float activity, std::int16_t* coefficients) const
 {
     const float added = 1 - m_roundUpFrom - m_roundUpRise * std::max(activity, 0.0F);
+    constexpr float leastZeroBelow = 0.5F; // nearer to zero than to a step
     std::array<std::int16_t, 64> values;
     for (std::size_t i = 0; i < 64; ++i) {
         const float value = frequencies[i] * m_inverseSteps[i];
         const float size = std::abs(value);
-        const float zeroBelow =
-            std::min(std::max(m_zeroBelow[i] + m_zeroBelowRise[i] * activity, leastZeroBelow), mostZeroBelow);
+        const float zeroBelow = std::min(
+            std::max(m_zeroBelow[i] + m_zeroBelowRise[i] * activity, leastZeroBelow), m_mostZeroBelow);
         const float steps = std::max(size + added, 1.0F);
         const float kept = size < zeroBelow ? 0 : steps;
         values[i] = static_cast<std::int16_t>(static_cast<int>(std::copysign(kept, value)));

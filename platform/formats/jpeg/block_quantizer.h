@@ -22,6 +22,7 @@ struct ComponentCoding
     FrequencyTable<std::uint16_t> steps; // 1 to 255
     FrequencyTable<float> zeroBelow;     // in steps
     FrequencyTable<float> zeroBelowRise; // with each power of two of the block's activity
+    float mostZeroBelow;                 // whatever the activity
     float roundUpFrom;                   // a fraction of a step above the first
     float roundUpRise;
 };
@@ -39,6 +40,7 @@ private:
     DctBlock m_inverseSteps{};
     DctBlock m_zeroBelow{};
     DctBlock m_zeroBelowRise{};
+    float m_mostZeroBelow;
     float m_roundUpFrom;
     float m_roundUpRise;
 };

@@ -40,6 +40,7 @@ ComponentCoding nearlyLossless()
     ComponentCoding coding{};
     coding.steps.fill(1);
     coding.zeroBelow.fill(0.5F);
+    coding.mostZeroBelow = 0.5F;
     coding.roundUpFrom = 0.5F;
     return coding;
 }
@@ -60,6 +61,7 @@ ComponentCoding codingOf(JpegComponent component, int quality, bool hasFullChrom
         coding.zeroBelow[i] = between(zeroFrequencies, own.zeroBelow, frequency);
         coding.zeroBelowRise[i] = between(zeroFrequencies, own.zeroBelowRise, frequency);
     }
+    coding.mostZeroBelow = tuned.mostZeroBelow;
     coding.roundUpFrom = tuned.roundUpFrom;
     coding.roundUpRise = tuned.roundUpRise;
     return coding;

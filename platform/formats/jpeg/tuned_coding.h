@@ -24,6 +24,7 @@ struct TunedCoding
     TunedComponent brightness;
     TunedComponent blueDifference;
     TunedComponent redDifference;
+    float mostZeroBelow;
     float roundUpFrom;
     float roundUpRise;
     // So that a picture scores as the library's of the same quality: qualities in rising order, and the scale

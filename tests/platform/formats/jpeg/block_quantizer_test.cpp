@@ -13,6 +13,7 @@ ComponentCoding someCoding()
     coding.steps.fill(10);
     coding.zeroBelow.fill(0.6F);
     coding.zeroBelowRise.fill(0.1F);
+    coding.mostZeroBelow = 0.95F;
     coding.roundUpFrom = 0.6F;
     return coding;
 }
