@@ -5,10 +5,12 @@
 // figures.
 #pragma once
 
+#include "jpeg/block_quantizer.h"
 #include "jpeg/coefficient_writer.h"
 #include "system/result.h"
 
 #include <string_view>
+#include <vector>
 
 struct _VipsImage;
 
@@ -16,8 +18,8 @@ namespace lumora {
 
 struct JpegRequest
 {
-    _VipsImage* image; // grey or RGB of 8 bits; its rows may be had once
-    int quality;       // 1 to 100
+    _VipsImage* image;                    // grey or RGB of 8 bits; its rows may be had once
+    std::vector<ComponentCoding> codings; // one for each component
     bool hasFullChroma;
     std::string_view profile; // may be empty
 };

@@ -7,6 +7,7 @@
 #include "jpeg/jpeg_encoder.h"
 #include "jpeg/jpeg_gain_map.h"
 #include "jpeg/jpeg_loader.h"
+#include "jpeg/quality_coding.h"
 #include "metadata/jpeg_segments.h"
 #include "metadata/reading.h"
 #include "metadata/remarks.h"
@@ -179,9 +180,10 @@ Status encode(const EncodeRequest& request, AtomicFile& file)
     const bool isInk = vips_image_get_bands(request.image) == 4;
     if (isInk || !isCodedWhole(request.image, hasFullChroma))
         return encodeByLibrary(request, hasFullChroma, jpeg);
-    return encodeJpeg(
-        {request.image, request.quality, hasFullChroma, blobOf(request.image, VIPS_META_ICC_NAME)},
-        [&jpeg](std::span<const std::byte> bytes) { return jpeg.append(bytes); });
+    return encodeJpeg({request.image,
+                       codingsOf(vips_image_get_bands(request.image), request.quality, hasFullChroma),
+                       hasFullChroma, blobOf(request.image, VIPS_META_ICC_NAME)},
+                      [&jpeg](std::span<const std::byte> bytes) { return jpeg.append(bytes); });
 }
 
 Result<VipsImagePtr> load(int descriptor)

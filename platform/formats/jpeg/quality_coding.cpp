@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "jpeg/quality_coding.h"
 
-#include "jpeg/tuned_coding.h"
-
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -47,13 +45,9 @@ ComponentCoding nearlyLossless()
 
 } // namespace
 
-ComponentCoding codingOf(JpegComponent component, int quality, bool hasFullChroma)
+ComponentCoding scaledCoding(const TunedCoding& tuned, JpegComponent component, float scale)
 {
-    constexpr int best = 100;
-    if (quality >= best) return nearlyLossless();
-    const TunedCoding& tuned = hasFullChroma ? fullChromaCoding : halvedChromaCoding;
     const TunedComponent& own = tunedComponent(tuned, component);
-    const float scale = between(tuned.qualities, tuned.scales, static_cast<float>(quality));
     ComponentCoding coding{};
     for (std::size_t i = 0; i < 64; ++i) {
         const auto frequency = std::hypot(static_cast<float>(i % 8), static_cast<float>(i / 8));
@@ -65,6 +59,24 @@ ComponentCoding codingOf(JpegComponent component, int quality, bool hasFullChrom
     coding.roundUpFrom = tuned.roundUpFrom;
     coding.roundUpRise = tuned.roundUpRise;
     return coding;
+}
+
+ComponentCoding codingOf(JpegComponent component, int quality, bool hasFullChroma)
+{
+    constexpr int best = 100;
+    if (quality >= best) return nearlyLossless();
+    const TunedCoding& tuned = hasFullChroma ? fullChromaCoding : halvedChromaCoding;
+    return scaledCoding(tuned, component,
+                        between(tuned.qualities, tuned.scales, static_cast<float>(quality)));
+}
+
+std::vector<ComponentCoding> codingsOf(int components, int quality, bool hasFullChroma)
+{
+    std::vector<ComponentCoding> codings{codingOf(JpegComponent::brightness, quality, hasFullChroma)};
+    if (components == 1) return codings;
+    for (const JpegComponent component : {JpegComponent::blueDifference, JpegComponent::redDifference})
+        codings.push_back(codingOf(component, quality, hasFullChroma));
+    return codings;
 }
 
 } // namespace lumora

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "jpeg/jpeg_encoder.h"
 
+#include "jpeg/quality_coding.h"
 #include "pixels/vips_library.h"
 #include "tests/platform/formats/photographs.h"
 #include "tests/support/sample_images.h"
@@ -31,11 +32,12 @@ protected:
     {
         const VipsImagePtr image = imageOf(pixels);
         std::string jpeg;
-        const auto status = encodeJpeg(
-            {image.get(), quality, quality >= 90, {}}, [&](std::span<const std::byte> bytes) -> Status {
-                jpeg.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-                return Done{};
-            });
+        const auto status =
+            encodeJpeg({image.get(), codingsOf(pixels.bands, quality, quality >= 90), quality >= 90, {}},
+                       [&](std::span<const std::byte> bytes) -> Status {
+                           jpeg.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+                           return Done{};
+                       });
         EXPECT_TRUE(status);
         return jpeg;
     }
@@ -166,13 +168,13 @@ TEST_F(JpegEncoder, KeepsTheLightOfColouredStripes)
 TEST_F(JpegEncoder, HandsOnWhyItsFileCouldNotBeWritten)
 {
     const VipsImagePtr image = imageOf(test::corneredPicture(64, 48));
-    const auto refused = encodeJpeg({image.get(), 80, false, {}}, [](std::span<const std::byte>) -> Status {
-        return Error{"the disk is full"};
-    });
+    const auto refused =
+        encodeJpeg({image.get(), codingsOf(3, 80, false), false, {}},
+                   [](std::span<const std::byte>) -> Status { return Error{"the disk is full"}; });
     ASSERT_FALSE(refused);
     EXPECT_EQ(refused.error().description, "the disk is full");
 
-    const auto exhausted = encodeJpeg({image.get(), 80, false, {}},
+    const auto exhausted = encodeJpeg({image.get(), codingsOf(3, 80, false), false, {}},
                                       [](std::span<const std::byte>) -> Status { throw std::bad_alloc(); });
     ASSERT_FALSE(exhausted);
     EXPECT_EQ(exhausted.error().cause, Error::Cause::memory);
