@@ -7,10 +7,10 @@ namespace {
 
 constexpr std::array halvedQualities{1.0F,  10.0F, 20.0F, 30.0F, 40.0F, 50.0F,
                                      60.0F, 70.0F, 75.0F, 80.0F, 85.0F, 89.0F};
-constexpr std::array halvedScales{240.0F, 84.0F, 42.0F, 31.4F,  25.0F, 20.7F,
-                                  17.6F,  14.6F, 12.7F, 10.45F, 8.63F, 6.95F};
+constexpr std::array halvedScales{240.0F, 85.0F, 43.0F, 32.5F, 26.2F, 21.8F,
+                                  18.5F,  15.3F, 13.2F, 10.8F, 8.8F,  6.95F};
 constexpr std::array fullQualities{90.0F, 92.0F, 95.0F, 97.0F, 99.0F};
-constexpr std::array fullScales{4.4F, 3.75F, 2.65F, 2.0F, 1.15F};
+constexpr std::array fullScales{4.4F, 3.75F, 2.6F, 1.95F, 1.1F};
 
 } // namespace
 
