@@ -50,7 +50,9 @@ ComponentCoding scaledCoding(const TunedCoding& tuned, JpegComponent component, 
     const TunedComponent& own = tunedComponent(tuned, component);
     ComponentCoding coding{};
     for (std::size_t i = 0; i < 64; ++i) {
-        const auto frequency = std::hypot(static_cast<float>(i % 8), static_cast<float>(i / 8));
+        const std::size_t across = i % 8;
+        const std::size_t down = i / 8;
+        const float frequency = std::hypot(static_cast<float>(across), static_cast<float>(down));
         coding.steps[i] = stepOf(scale * std::exp(between(stepFrequencies, own.steps, frequency)));
         coding.zeroBelow[i] = between(zeroFrequencies, own.zeroBelow, frequency);
         coding.zeroBelowRise[i] = between(zeroFrequencies, own.zeroBelowRise, frequency);

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+
 namespace lumora {
 namespace {
 
@@ -19,13 +21,13 @@ ComponentCoding someCoding()
 }
 
 // Of a block with one frequency, so many steps large.
-int quantized(float steps, float activity, int u = 1, int v = 2)
+int quantized(float steps, float activity, std::size_t u = 1, std::size_t v = 2)
 {
     DctBlock frequencies{};
-    frequencies.at(static_cast<std::size_t>(u * 8 + v)) = steps * 10 * dctScale(u, v);
+    frequencies.at(u * 8 + v) = steps * 10 * dctScale(static_cast<int>(u), static_cast<int>(v));
     std::array<std::int16_t, 64> coefficients{};
     BlockQuantizer(someCoding()).quantize(frequencies, activity, coefficients.data());
-    return coefficients.at(static_cast<std::size_t>(v * 8 + u));
+    return coefficients.at(v * 8 + u);
 }
 
 TEST(BlockQuantizer, DropsWhatIsSmallAgainstItsStep)

@@ -36,8 +36,8 @@ TEST(ForwardDct, GivesWhatTheDefinitionDoes)
 
         for (int u = 0; u < 8; ++u) {
             for (int v = 0; v < 8; ++v) {
-                const auto place = static_cast<std::size_t>(u * 8 + v);
-                EXPECT_NEAR(frequencies[place] / dctScale(u, v), byDefinition(samples, u, v), 1e-3)
+                const std::size_t place = static_cast<std::size_t>(u) * 8 + static_cast<std::size_t>(v);
+                EXPECT_NEAR(frequencies.at(place) / dctScale(u, v), byDefinition(samples, u, v), 1e-3)
                     << u << ", " << v;
             }
         }

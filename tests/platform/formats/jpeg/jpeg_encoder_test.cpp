@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "jpeg/jpeg_encoder.h"
 
+#include "format_io.h"
 #include "jpeg/quality_coding.h"
 #include "pixels/vips_library.h"
 #include "tests/platform/formats/photographs.h"
@@ -19,7 +20,7 @@ namespace {
 class JpegEncoder : public testing::Test
 {
 protected:
-    JpegEncoder() { ensureVipsReady(); }
+    JpegEncoder() { allowOperations(); }
 
     static VipsImagePtr imageOf(const test::Pixels& pixels)
     {
