@@ -7,10 +7,16 @@
 #include "cli/named_images.h"
 #include "cli/overwrite_prompt.h"
 #include "cli/printable.h"
+#include "engine/opened_picture.h"
 #include "engine/output_plan.h"
-#include "formats/image_source.h"
+#include "engine/worker/worker_processes.h"
 #include "records/errors.h"
+#include "system/bundle.h"
 #include "system/file_services.h"
+
+#include <memory>
+#include <optional>
+#include <utility>
 
 namespace lumora::cli {
 
@@ -31,20 +37,22 @@ std::string verdict(const ImageOptimizer::OutputPlan& output, Existing existing)
 
 // The steps of a real run up to the first that writes, without the decoding of the picture.
 ProcessingResult foresee(const std::filesystem::path& path, const CommandLine& line,
-                         const ImageOptimizer::BatchNames& names)
+                         const OptimizerServices& services)
 {
-    const auto source = ImageSource::open(path);
-    if (!source) throw ImageOptimizerError::unreadableImage();
-    const ImageOptimizer::OutputPlan output = ImageOptimizer::plan(path, *source, line.settings(), names);
+    const OptimizerSettings settings = line.settings();
+    const ImageOptimizer::Job job{path, settings, services};
+    const ImageOptimizer::OpenedPicture picture(job);
+    const ImageOptimizer::OutputPlan output =
+        ImageOptimizer::plan(path, picture.typeIdentifier(), settings, *services.names);
     if (wouldBeSkipped(output, line.existing)) throw ImageOptimizerError::overwriteDeclined();
     return {path, output.path, fileSize(path), 0, verdict(output, line.existing), true};
 }
 
 ProcessingResult foreseen(const std::filesystem::path& path, const CommandLine& line,
-                          const ImageOptimizer::BatchNames& names)
+                          const OptimizerServices& services)
 {
     try {
-        return foresee(path, line, names);
+        return foresee(path, line, services);
     } catch (const std::exception& error) {
         return {path, std::nullopt, 0, 0, error.what(), false};
     }
@@ -66,9 +74,15 @@ int dryRun(const CommandLine& line, Console& console)
         console.complain(complaint);
     if (paths.empty()) console.complain("No supported image files found");
     bool allSucceed = !paths.empty() && complaints.empty();
-    const ImageOptimizer::BatchNames names(paths, line.settings());
+    OptimizerServices services = OptimizerServices::system();
+    services.names = std::make_shared<ImageOptimizer::BatchNames>(paths, line.settings());
+    std::optional<ImageOptimizer::WorkerProcesses> workers;
+    if (const auto program = ImageOptimizer::findWorker(mainBundlePath())) {
+        workers.emplace(*program);
+        services.pixels = [&workers](std::stop_token stop) { return workers->work(std::move(stop)); };
+    }
     for (const auto& path : paths) {
-        const ProcessingResult result = foreseen(path, line, names);
+        const ProcessingResult result = foreseen(path, line, services);
         allSucceed = allSucceed && result.isSuccess;
         if (line.json)
             console.result(jsonLine(result));

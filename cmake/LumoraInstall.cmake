@@ -11,7 +11,7 @@ foreach(program lumora lumora-cli)
     list(APPEND programs ${program})
   endif()
 endforeach()
-install(TARGETS ${programs} RUNTIME DESTINATION ${programDir})
+install(TARGETS ${programs} lumora-worker RUNTIME DESTINATION ${programDir})
 install(DIRECTORY ${LUMORA_BUNDLE_DIR}/Contents/Resources DESTINATION lib/lumora/Contents)
 install(FILES ${LUMORA_BUNDLE_DIR}/Contents/Info.plist DESTINATION lib/lumora/Contents)
 

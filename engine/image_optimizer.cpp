@@ -2,16 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/image_optimizer.h"
 
-#include "engine/destination_properties.h"
 #include "engine/file_attributes.h"
-#include "engine/left_behind.h"
 #include "engine/opened_picture.h"
 #include "engine/output_path.h"
 #include "engine/output_plan.h"
 #include "engine/webp_encoder.h"
-#include "formats/image_destination.h"
-#include "formats/image_source.h"
-#include "pixels/decoding.h"
 #include "records/errors.h"
 #include "system/byte_count_text.h"
 #include "system/file_services.h"
@@ -28,13 +23,6 @@ namespace {
 
 constexpr std::string_view trashWarning = "Original could not be moved to Trash";
 
-using PictureSize = std::pair<std::int64_t, std::int64_t>;
-
-PictureSize sizeOf(const Image& image)
-{
-    return {image.width(), image.height()};
-}
-
 bool mayReplace(const Job& job, const OutputPlan& output)
 {
     return !job.settings.warnBeforeOverwrite || job.services.confirmOverwrite(output.path);
@@ -43,7 +31,7 @@ bool mayReplace(const Job& job, const OutputPlan& output)
 // Damage in the input is told before anything about the output.
 OutputPlan planFor(const Job& job, OpenedPicture& picture)
 try {
-    return plan(job.input, picture.source(), job.settings, *job.services.names);
+    return plan(job.input, picture.typeIdentifier(), job.settings, *job.services.names);
 } catch (const std::exception&) {
     picture.blameInput();
     throw;
@@ -60,39 +48,40 @@ ExistingFile permissionFor(const Job& job, const OutputPlan& output, OpenedPictu
     return output.isTaken || !job.settings.warnBeforeOverwrite ? ExistingFile::replace : ExistingFile::keep;
 }
 
-AtomicFile encodeWithPlatform(const Job& job, const OpenedPicture& picture, const OutputPlan& plan)
+AtomicFile encodeWithPlatform(OpenedPicture& picture, const OutputPlan& output)
 {
-    const std::filesystem::path& output = plan.path;
-    auto destination = ImageDestination::create(output, plan.typeIdentifier);
-    if (!destination) throw ImageOptimizerError::cannotCreateDestination(output);
-    destination->addImage(picture.image(), destinationProperties(job.settings, picture.source().metadata()));
-    auto encoded = destination->finalize();
-    if (!encoded && encoded.error().cause == Error::Cause::memory) throw PlatformError::notEnoughMemory();
-    if (!encoded) throw ImageOptimizerError::cannotFinalize(output);
-    return std::move(*encoded);
+    auto file = AtomicFile::create(output.path);
+    if (!file) throw ImageOptimizerError::cannotCreateDestination(output.path);
+    const auto size = picture.encode(*file, output.typeIdentifier);
+    if (size) return std::move(*file);
+    if (size.error().kind == WorkError::Kind::drawing)
+        throw ImageOptimizerError::cannotCreateDestination(output.path);
+    throw ImageOptimizerError::cannotFinalize(output.path, size.error().reason);
+}
+
+PpmMaker ppmMaker(OpenedPicture& picture)
+{
+    return [&picture](OutputFile& file) -> Result<PictureSize, PpmError> {
+        const auto size = picture.writePpm(file);
+        if (size) return *size;
+        const bool isDrawn = size.error().kind == WorkError::Kind::writing;
+        return PpmError{isDrawn ? PpmError::Step::writing : PpmError::Step::drawing, {size.error().reason}};
+    };
 }
 
 AtomicFile encode(const Job& job, const OutputPlan& output, OpenedPicture& picture)
 try {
-    if (isWebP(job.settings.outputFormat))
-        return encodeWebPWithCWebP(picture.image(), output.path, job.settings, picture.source().metadata(),
-                                   job.services.stop);
-    return encodeWithPlatform(job, picture, output);
-} catch (const ImageOptimizerError&) {
-    picture.blameInput();
+    if (!isWebP(job.settings.outputFormat)) return encodeWithPlatform(picture, output);
+    return encodeWebPWithCWebP(ppmMaker(picture), output.path, job.settings, job.services.stop);
+} catch (const ImageOptimizerError& error) {
+    if (error.kind() != ImageOptimizerError::Kind::unreadableImage) picture.blameInput();
     throw;
 }
 
-bool decodesTo(PictureSize size, const std::filesystem::path& file)
-{
-    const auto written = ImageSource::open(file);
-    return written && size == sizeOf(written->image()) && readThrough(written->image());
-}
-
 // Where something else is given up for the output, nobody's word is enough.
-void checkWhole(const Job& job, const OutputPlan& output, PictureSize size, const AtomicFile& encoded)
+void checkWhole(const Job& job, const OutputPlan& output, OpenedPicture& picture, const AtomicFile& encoded)
 {
-    if ((output.isTaken || job.settings.moveOriginalToTrash) && !decodesTo(size, encoded.draft()))
+    if ((output.isTaken || job.settings.moveOriginalToTrash) && !picture.isWhole(encoded))
         throw ImageOptimizerError::cannotFinalize(output.path, "the new file cannot be read");
 }
 
@@ -141,18 +130,14 @@ try {
     const ExistingFile permission = permissionFor(job, planned, picture);
     AtomicFile encoded = encode(job, planned, picture);
 
-    const PictureSize size = sizeOf(picture.image());
-    const std::optional<FileStamp> read = picture.source().stamp();
-    const auto losses =
-        leftBehind(picture.source(), picture.image(), planned.typeIdentifier, encoded.draft(), settings);
-    picture.closeButShare();
-    checkWhole(job, planned, size, encoded);
+    const auto losses = picture.losses(encoded, planned.typeIdentifier);
+    checkWhole(job, planned, picture, encoded);
     picture.close();
     putInPlace(job, planned, encoded, permission);
     const std::filesystem::path& output = planned.path;
 
     if (settings.preserveModificationTime) preserveModificationDate(input, output);
-    const bool isOriginalDisposedOf = disposeOfOriginal(job, read, output);
+    const bool isOriginalDisposedOf = disposeOfOriginal(job, picture.stamp(), output);
     const std::int64_t outputBytes = fileSize(output);
     return {input,
             output,

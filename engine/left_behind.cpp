@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace lumora::ImageOptimizer {
 namespace {
@@ -110,7 +111,7 @@ private:
 } // namespace
 
 std::vector<std::string> leftBehind(const ImageSource& source, const Image& image,
-                                    const std::string& typeIdentifier, const std::filesystem::path& written,
+                                    const std::string& typeIdentifier, FileDescriptor written,
                                     const OptimizerSettings& settings)
 {
     const Format* const format = formatWithIdentifier(typeIdentifier);
@@ -119,7 +120,7 @@ std::vector<std::string> leftBehind(const ImageSource& source, const Image& imag
     losses.addPictures();
     losses.addTransparency(image);
     if (losses.mustCompare()) {
-        if (const auto copy = ImageSource::open(written)) losses.addWhatLacks(*copy);
+        if (const auto copy = ImageSource::open(std::move(written))) losses.addWhatLacks(*copy);
     }
     losses.addGainMap();
     return losses.clauses();

@@ -8,17 +8,18 @@
 #include "formats/image_source.h"
 #include "pixels/image.h"
 #include "records/optimizer_settings.h"
+#include "system/file_descriptor.h"
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
 namespace lumora::ImageOptimizer {
 
 // A short clause for each loss, none of them with a full stop at its end. `image` is the picture that was
-// encoded, `written` the whole new file of the type.
+// encoded, `written` the whole new file of the
+// type, open for reading.
 std::vector<std::string> leftBehind(const ImageSource& source, const Image& image,
-                                    const std::string& typeIdentifier, const std::filesystem::path& written,
+                                    const std::string& typeIdentifier, FileDescriptor written,
                                     const OptimizerSettings& settings);
 
 } // namespace lumora::ImageOptimizer

@@ -2,97 +2,122 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/opened_picture.h"
 
-#include "engine/image_transform.h"
-#include "engine/memory_need.h"
-#include "pixels/decoding.h"
+#include "engine/local_picture_work.h"
 #include "records/errors.h"
 
-#include <new>
+#include <utility>
 
 namespace lumora::ImageOptimizer {
 namespace {
 
-[[noreturn]] void throwReadingFailure(const Error& error)
+using Kind = WorkError::Kind;
+
+[[noreturn]] void raise(const WorkError& error)
 {
-    if (error.cause == Error::Cause::memory) throw PlatformError::notEnoughMemory();
+    switch (error.kind) {
+    case Kind::memory:
+        throw PlatformError::notEnoughMemory();
+    case Kind::stopped:
+        throw PlatformError("The work was stopped.");
+    case Kind::notStarted:
+        throw PlatformError("The worker could not be started: " + error.reason);
+    case Kind::unreadable:
+    case Kind::drawing:
+    case Kind::writing:
+        break;
+    }
     throw ImageOptimizerError::unreadableImage();
 }
 
 template <class T>
-T readable(Result<T> result)
+T got(WorkResult<T> result)
 {
-    if (!result) throwReadingFailure(result.error());
+    if (!result) raise(result.error());
     return std::move(*result);
 }
 
-// Turning, reducing and recolouring.
-Image finalImage(const ImageSource& source, const OptimizerSettings& settings)
+// What only the caller has a name for passes.
+WorkResult<PictureSize> blamed(WorkResult<PictureSize> result)
 {
-    const Image upright = readable(turned(transformedImage(orientedImage(source, source.image()), settings)));
-    return settings.removeColorManagement ? upright.withoutProfile() : upright;
+    if (result || result.error().kind == Kind::drawing || result.error().kind == Kind::writing) return result;
+    raise(result.error());
+}
+
+std::unique_ptr<PictureWork> workFor(const OptimizerServices& services)
+{
+    if (services.pixels) return services.pixels(services.stop);
+    return std::make_unique<LocalPictureWork>();
+}
+
+FileDescriptor opened(const std::filesystem::path& input)
+{
+    auto file = openRegularFile(input);
+    if (!file) throw ImageOptimizerError::unreadableImage();
+    return std::move(*file);
 }
 
 MemoryBudget::Share shareFor(std::int64_t need, const OptimizerServices& services)
 {
     if (!services.memory) return {};
     auto share = services.memory->take(need, services.stop);
-    if (!share) throw PlatformError("The work was stopped.");
+    if (!share) raise({Kind::stopped});
     return std::move(*share);
 }
 
 } // namespace
 
-OpenedPicture::OpenedPicture(const Job& job) : m_job(job)
+OpenedPicture::OpenedPicture(const Job& job)
+    : m_job(job), m_file(opened(job.input)), m_stamp(fileStamp(m_file.get())), m_work(workFor(job.services))
 {
     open();
 }
 
 void OpenedPicture::open()
 {
-    m_source = readable(ImageSource::open(m_job.input));
-    m_need = memoryNeed(*m_source, m_job.settings);
-    m_share = shareFor(m_need, m_job.services);
-    m_image = finalImage(*m_source, m_job.settings);
+    m_head = got(m_work->open(m_file.get(), m_job.settings));
+    m_share = shareFor(m_head.memoryNeed, m_job.services);
 }
 
 void OpenedPicture::proveReadable()
 {
-    if (m_need <= MemoryBudget::uncounted) {
-        m_image = readable(decode(*m_image));
-    } else {
-        readable(readThrough(*m_image));
-        close();
-    }
-}
-
-void OpenedPicture::close()
-{
-    closeButShare();
-    m_share = {};
-}
-
-void OpenedPicture::closeButShare()
-{
-    m_image.reset();
-    m_source.reset();
+    m_isKept = got(m_work->proveReadable());
+    if (!m_isKept) m_share = {};
 }
 
 void OpenedPicture::openAgain()
 {
-    if (!m_image) open();
+    if (!m_isKept) open();
+}
+
+WorkResult<PictureSize> OpenedPicture::encode(const OutputFile& output, const std::string& typeIdentifier)
+{
+    return blamed(m_work->encode(output.descriptor(), typeIdentifier));
+}
+
+WorkResult<PictureSize> OpenedPicture::writePpm(const OutputFile& output)
+{
+    return blamed(m_work->writePpm(output.descriptor()));
 }
 
 void OpenedPicture::blameInput()
 {
-    if (m_image && m_image->outcome()) {
-        if (const auto error = m_image->outcome()->error()) throwReadingFailure(*error);
-        if (m_image->outcome()->isComplete()) return;
-    }
-    if (m_job.services.stop.stop_requested() || (m_image && m_image->isInMemory())) return;
-    // Whoever took the rows may have given up before it came to the damaged ones.
-    close();
-    open();
-    readable(readThrough(*m_image));
+    if (!m_job.services.stop.stop_requested()) got(m_work->findDamage());
+}
+
+std::vector<std::string> OpenedPicture::losses(const OutputFile& output, const std::string& typeIdentifier)
+{
+    return m_work->losses(output.descriptor(), typeIdentifier);
+}
+
+bool OpenedPicture::isWhole(const OutputFile& output)
+{
+    return m_work->isWhole(output.descriptor());
+}
+
+void OpenedPicture::close()
+{
+    m_work->close();
+    m_share = {};
 }
 
 } // namespace lumora::ImageOptimizer

@@ -1,19 +1,22 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The picture of one file on its way to an encoder, and the memory that was set aside for it. Its rows are
-// decoded, turned, reduced and recoloured as the encoder takes them, so that nothing of its size is held
-// unless the output needs it. One thread.
+// One file on its way to its output: the open file, the work on its pixels, and the memory that was set aside
+// for it. What goes wrong leaves as the exceptions of a run. One thread.
 #pragma once
 
 #include "engine/memory_budget.h"
 #include "engine/optimizer_services.h"
-#include "formats/image_source.h"
-#include "pixels/image.h"
+#include "engine/picture_work.h"
 #include "records/optimizer_settings.h"
+#include "system/output_file.h"
+#include "system/regular_file.h"
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace lumora::ImageOptimizer {
 
@@ -32,32 +35,41 @@ public:
     // already, and PlatformError when there is not enough memory or the job is stopped.
     explicit OpenedPicture(const Job& job);
 
-    // Until close().
-    const ImageSource& source() const { return *m_source; }
-    // As the output is to show it. Its rows can be had once.
-    const Image& image() const { return *m_image; }
+    // As sniffed from the content.
+    const std::string& typeIdentifier() const { return m_head.typeIdentifier; }
+    // The file as it was when it was opened.
+    const std::optional<FileStamp>& stamp() const { return m_stamp; }
 
     // Throws as the constructor when the file is damaged anywhere. A small picture is kept in memory, a large
     // one closed.
     void proveReadable();
-    // Gives up everything, before something that may take long.
-    void close();
-    // Keeps the memory for what is to be done next with the output.
-    void closeButShare();
     // After proveReadable().
     void openAgain();
 
-    // After a failure of whoever took the rows: throws what the input is to blame for, if it is.
+    // Writes the output, see PictureWork. Throw as the constructor, but for what the output is to blame for.
+    WorkResult<PictureSize> encode(const OutputFile& output, const std::string& typeIdentifier);
+    WorkResult<PictureSize> writePpm(const OutputFile& output);
+
+    // After a failure of whoever else took part: throws what the input is to blame for, if it is.
     void blameInput();
 
-private:
-    const Job& m_job;
-    std::optional<ImageSource> m_source;
-    MemoryBudget::Share m_share;
-    std::int64_t m_need = 0;
-    std::optional<Image> m_image;
+    // See PictureWork.
+    std::vector<std::string> losses(const OutputFile& output, const std::string& typeIdentifier);
+    bool isWhole(const OutputFile& output);
 
+    // Gives up everything, before something that may take long.
+    void close();
+
+private:
     void open();
+
+    const Job& m_job;
+    FileDescriptor m_file;
+    std::optional<FileStamp> m_stamp;
+    std::unique_ptr<PictureWork> m_work;
+    MemoryBudget::Share m_share;
+    PictureHead m_head;
+    bool m_isKept = true;
 };
 
 } // namespace lumora::ImageOptimizer

@@ -12,22 +12,22 @@ namespace lumora::ImageOptimizer {
 namespace {
 
 // The encoder of WebP stands outside the list of writable types.
-std::string outputType(const ImageSource& source, const OptimizerSettings& settings)
+std::string outputType(const std::string& sourceType, const OptimizerSettings& settings)
 {
     if (isWebP(settings.outputFormat)) return std::string(*utiIdentifier(settings.outputFormat));
-    return outputUTI(source.typeIdentifier(), settings, ImageDestination::writableTypeIdentifiers());
+    return outputUTI(sourceType, settings, ImageDestination::writableTypeIdentifiers());
 }
 
 } // namespace
 
-OutputPlan plan(const std::filesystem::path& input, const ImageSource& source,
+OutputPlan plan(const std::filesystem::path& input, const std::string& sourceType,
                 const OptimizerSettings& settings, const BatchNames& names)
 {
     const std::filesystem::path* const other = names.otherOutputOf(input);
-    std::filesystem::path path = other ? *other : outputPath(input, source.typeIdentifier(), settings);
+    std::filesystem::path path = other ? *other : outputPath(input, sourceType, settings);
     if (const auto status = checkReplaceable(path); !status) throw PlatformError(status.error().description);
     const bool isTaken = fileExists(path);
-    return {std::move(path), isTaken, outputType(source, settings)};
+    return {std::move(path), isTaken, outputType(sourceType, settings)};
 }
 
 } // namespace lumora::ImageOptimizer

@@ -5,7 +5,6 @@
 #pragma once
 
 #include "engine/batch_names.h"
-#include "formats/image_source.h"
 #include "records/optimizer_settings.h"
 
 #include <filesystem>
@@ -20,9 +19,9 @@ struct OutputPlan
     std::string typeIdentifier; // to encode to
 };
 
-// Throws missingDestinationFolder, unsupportedFormat when nothing here writes the type, or a PlatformError
-// when a folder stands at the path.
-OutputPlan plan(const std::filesystem::path& input, const ImageSource& source,
+// `sourceType` is the identifier of the input's content. Throws missingDestinationFolder, unsupportedFormat
+// when nothing here writes the type, or a PlatformError when a folder stands at the path.
+OutputPlan plan(const std::filesystem::path& input, const std::string& sourceType,
                 const OptimizerSettings& settings, const BatchNames& names);
 
 } // namespace lumora::ImageOptimizer

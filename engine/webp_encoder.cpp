@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/webp_encoder.h"
 
-#include "formats/cwebp.h"
 #include "records/errors.h"
 #include "system/bundle.h"
 
@@ -66,13 +65,12 @@ std::vector<std::string> cwebpOptions(const OptimizerSettings& settings)
     return options;
 }
 
-AtomicFile encodeWebPWithCWebP(const Image& image, const std::filesystem::path& output,
-                               const OptimizerSettings& settings, const Metadata&,
-                               const std::stop_token& stop)
+AtomicFile encodeWebPWithCWebP(const PpmMaker& makePpm, const std::filesystem::path& output,
+                               const OptimizerSettings& settings, const std::stop_token& stop)
 {
     const auto encoder = bundledCWebPExecutableURL();
     if (!encoder) throw ImageOptimizerError::unsupportedFormat("WebP support is not bundled in this build.");
-    auto encoded = encodeWithCwebp(*encoder, image, output, cwebpOptions(settings), stop);
+    auto encoded = encodeWithCwebp(*encoder, makePpm, output, cwebpOptions(settings), stop);
     if (!encoded) throw errorOf(encoded.error(), output);
     return std::move(*encoded);
 }

@@ -3,8 +3,9 @@
 // WebP by the external encoder: what it is asked for, and what its failures are called.
 #pragma once
 
-#include "formats/image_destination.h"
+#include "formats/cwebp.h"
 #include "records/optimizer_settings.h"
+#include "system/atomic_file.h"
 
 #include <filesystem>
 #include <optional>
@@ -25,10 +26,9 @@ std::string_view webPMetadataArgument(const OptimizerSettings& settings);
 std::vector<std::string> cwebpOptions(const OptimizerSettings& settings);
 
 // Encodes the whole file, which still has to be given the name of the output. The source's metadata changes
-// nothing yet: the PPM file cannot carry it. Blocks its thread until the encoder ends; a stop kills it.
-// Throws ImageOptimizerError.
-AtomicFile encodeWebPWithCWebP(const Image& image, const std::filesystem::path& output,
-                               const OptimizerSettings& settings, const Metadata& sourceMetadata,
-                               const std::stop_token& stop);
+// nothing: the PPM file cannot carry it. Blocks its thread until the encoder ends; a stop kills it. Throws
+// ImageOptimizerError, and what `makePpm` throws.
+AtomicFile encodeWebPWithCWebP(const PpmMaker& makePpm, const std::filesystem::path& output,
+                               const OptimizerSettings& settings, const std::stop_token& stop);
 
 } // namespace lumora::ImageOptimizer

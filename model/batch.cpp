@@ -22,6 +22,8 @@ ProcessingResult failed(const std::filesystem::path& file, std::string message)
 
 Batch::Batch(BatchContext context) : m_context(std::move(context)), m_memory(m_context.services.memoryToShare)
 {
+    if (const auto& program = m_context.services.workerProgram)
+        m_processes = std::make_unique<ImageOptimizer::WorkerProcesses>(*program);
 }
 
 Batch::~Batch()
@@ -76,6 +78,8 @@ ProcessingResult Batch::optimize(const std::filesystem::path& file) const
     services.stop = m_stop.get_token();
     services.names = m_names;
     services.memory = &m_memory;
+    if (m_processes)
+        services.pixels = [this](std::stop_token stop) { return m_processes->work(std::move(stop)); };
     services.confirmOverwrite = [this](const std::filesystem::path& output) {
         return m_context.prompter.confirm(output, m_stop.get_token());
     };

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "engine/memory_budget.h"
+#include "engine/worker/worker_processes.h"
 #include "model/overwrite_prompter.h"
 #include "model/processing_services.h"
 #include "model/worker_pool.h"
@@ -77,7 +78,8 @@ private:
     int m_inFlight = 0;
     bool m_isCancelled = false;
     std::stop_source m_stop;
-    mutable MemoryBudget m_memory; // used by the workers
+    mutable MemoryBudget m_memory;                                // used by the workers
+    std::unique_ptr<ImageOptimizer::WorkerProcesses> m_processes; // null where pixels stay in this one
     std::jthread m_expansion;
     std::unique_ptr<WorkerPool> m_workers;
 };

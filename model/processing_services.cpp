@@ -4,6 +4,8 @@
 
 #include "engine/file_input_resolver.h"
 #include "engine/image_optimizer.h"
+#include "engine/worker/worker_processes.h"
+#include "system/bundle.h"
 #include "system/free_memory.h"
 
 #include <QThread>
@@ -20,6 +22,7 @@ ProcessingServices ProcessingServices::system()
     services.activeProcessorCount = QThread::idealThreadCount();
     // The other half is for the rest of the desktop, and for estimates that were too low.
     services.memoryToShare = [] { return freeMemory() / 2; };
+    services.workerProgram = ImageOptimizer::findWorker(mainBundlePath());
     return services;
 }
 

@@ -41,6 +41,8 @@ struct ProcessingServices
     int activeProcessorCount = 1;
     // Bytes that large files may take at once, asked now and then on workers.
     std::function<std::int64_t()> memoryToShare = [] { return std::int64_t{0}; };
+    // The program of the processes that work on pixels; absent: this process does.
+    std::optional<std::filesystem::path> workerProgram;
     // The number of workers whatever the processors; fewer when there are fewer files.
     std::optional<int> workers;
     // From the last drop of a burst to the start of its batch.

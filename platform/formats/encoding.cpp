@@ -38,7 +38,7 @@ bool fits(const Image& image, const StorageLimits& limits)
 } // namespace
 
 Status encodeImage(const Format& format, const Image& image, int quality, const Metadata& metadata,
-                   AtomicFile& file)
+                   OutputFile& file)
 try {
     if (format.writtenBy() != WrittenBy::codec) return Error{"no encoder for this type"};
     if (!fits(image, format.limits))

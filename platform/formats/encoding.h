@@ -12,6 +12,6 @@ namespace lumora {
 // counts where the format is lossy. What the format cannot hold (depth, model, alpha, profile) is converted;
 // an edge that it cannot hold is an error, and so is a format that no codec writes. Any thread.
 Status encodeImage(const Format& format, const Image& image, int quality, const Metadata& metadata,
-                   AtomicFile& file);
+                   OutputFile& file);
 
 } // namespace lumora

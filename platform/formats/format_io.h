@@ -10,7 +10,7 @@
 #include "metadata/metadata.h"
 #include "pixels/row_stream.h"
 #include "pixels/vips_library.h"
-#include "system/atomic_file.h"
+#include "system/output_file.h"
 #include "system/result.h"
 
 #include <cstddef>
@@ -63,7 +63,7 @@ struct FormatWriter
     // Writes the whole file with the picture, its attached colour profile and what the format holds of the
     // metadata, taking the picture's rows once, from the top down, and holding no more of it than the format
     // demands. Null when an external encoder writes the format. Throws std::bad_alloc.
-    Status (*encode)(const EncodeRequest& request, AtomicFile& file);
+    Status (*encode)(const EncodeRequest& request, OutputFile& file);
     bool (*isAvailable)() = nullptr; // null when it always is
     const char* operation = nullptr; // as of the reader
     // About how many bytes the encoder holds of the picture besides a few rows; null for none.

@@ -3,7 +3,6 @@
 #include "formats/image_destination.h"
 
 #include "encoding.h"
-#include "system/atomic_file.h"
 
 #include <algorithm>
 #include <cmath>
@@ -29,7 +28,7 @@ bool isWritable(const Format* format)
 
 struct ImageDestination::State
 {
-    AtomicFile file;
+    OutputFile& file;
     const Format& format;
     std::optional<Image> image;
     DestinationProperties properties;
@@ -44,14 +43,11 @@ std::vector<std::string> ImageDestination::writableTypeIdentifiers()
     return identifiers;
 }
 
-Result<ImageDestination> ImageDestination::create(const std::filesystem::path& path,
-                                                  std::string_view typeIdentifier)
+Result<ImageDestination> ImageDestination::create(OutputFile& file, std::string_view typeIdentifier)
 {
     const Format* const format = formatWithIdentifier(typeIdentifier);
     if (!isWritable(format)) return Error{"not a writable type"};
-    auto file = AtomicFile::create(path);
-    if (!file) return file.error();
-    return ImageDestination(std::unique_ptr<State>(new State{std::move(*file), *format, std::nullopt, {}}));
+    return ImageDestination(std::unique_ptr<State>(new State{file, *format, std::nullopt, {}}));
 }
 
 ImageDestination::ImageDestination(std::unique_ptr<State> state) : m_state(std::move(state)) {}
@@ -65,14 +61,13 @@ void ImageDestination::addImage(const Image& image, const DestinationProperties&
     m_state->properties = properties;
 }
 
-Result<AtomicFile> ImageDestination::finalize()
+Status ImageDestination::finalize()
 {
     if (!m_state->image) return Error{"no picture was added"};
     const auto status = encodeImage(m_state->format, *m_state->image, encoderQuality(m_state->properties),
                                     m_state->properties.metadata, m_state->file);
     m_state->image.reset(); // what it holds of the picture is of no more use
-    if (!status) return status.error();
-    return std::move(m_state->file);
+    return status;
 }
 
 } // namespace lumora

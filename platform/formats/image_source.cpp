@@ -6,6 +6,7 @@
 #include "pixels/color_profile.h"
 #include "system/regular_file.h"
 
+#include <unistd.h>
 #include <vips/vips.h>
 
 #include <algorithm>
@@ -76,21 +77,26 @@ Image pictureOf(VipsImagePtr image, const FormatReader& reader, FileDescriptor f
 } // namespace
 
 ImageSource::ImageSource(std::string typeIdentifier, Image image, Orientation orientation, Metadata metadata,
-                         SourceFacts facts, std::optional<FileStamp> stamp, std::int64_t heldBytes)
+                         SourceFacts facts, std::int64_t heldBytes)
     : m_typeIdentifier(std::move(typeIdentifier)), m_image(std::move(image)), m_orientation(orientation),
-      m_metadata(std::move(metadata)), m_facts(facts), m_stamp(stamp), m_heldBytes(heldBytes)
+      m_metadata(std::move(metadata)), m_facts(facts), m_heldBytes(heldBytes)
 {
 }
 
 Result<ImageSource> ImageSource::open(const std::filesystem::path& path)
-try {
+{
     auto file = openRegularFile(path);
     if (!file) return file.error();
-    const auto stamp = fileStamp(file->get());
-    const Format* const format = formatOfFile(file->get());
+    return open(std::move(*file));
+}
+
+Result<ImageSource> ImageSource::open(FileDescriptor file)
+try {
+    if (::lseek(file.get(), 0, SEEK_SET) != 0) return Error{"not a file that can be read again"};
+    const Format* const format = formatOfFile(file.get());
     if (!format) return Error{"not a readable image type"};
     allowOperations();
-    auto loaded = format->reader->load(file->get());
+    auto loaded = format->reader->load(file.get());
     if (!loaded) return loaded.error();
     VipsImage* image = loaded->get();
     if (isTooLarge(image)) {
@@ -98,7 +104,7 @@ try {
     }
     Metadata metadata;
     SourceFacts facts = factsOf(image);
-    format->reader->describe(file->get(), image, metadata, facts);
+    format->reader->describe(file.get(), image, metadata, facts);
     const Orientation orientation = vips_image_get_orientation(image);
     metadata.orientation = orientation;
     metadata.colorModel = colorModelName(image);
@@ -106,9 +112,8 @@ try {
     std::string identifier(identifierOf(*format, image));
     const auto held = format->reader->heldBytes;
     const std::int64_t heldBytes = held ? held(image) : 0;
-    return ImageSource(std::move(identifier),
-                       pictureOf(std::move(*loaded), *format->reader, std::move(*file)), orientation,
-                       std::move(metadata), facts, stamp, heldBytes);
+    return ImageSource(std::move(identifier), pictureOf(std::move(*loaded), *format->reader, std::move(file)),
+                       orientation, std::move(metadata), facts, heldBytes);
 } catch (const std::bad_alloc&) {
     return outOfMemory();
 }

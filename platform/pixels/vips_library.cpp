@@ -101,6 +101,16 @@ void startImageLibrary()
     ensureVipsReady();
 }
 
+void startWholeImageLibrary(int outOfMemoryStatus)
+{
+    static int status = 0;
+    status = outOfMemoryStatus;
+    g_log_set_handler(
+        "GLib", static_cast<GLogLevelFlags>(G_LOG_LEVEL_ERROR | G_LOG_FLAG_FATAL),
+        [](const gchar*, GLogLevelFlags, const gchar*, gpointer) { std::_Exit(status); }, nullptr);
+    ensureHeifReady();
+}
+
 void ensureHeifReady()
 {
     static const bool started = startHeif();

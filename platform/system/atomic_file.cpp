@@ -11,7 +11,6 @@
 #include <fstream>
 #include <string>
 #include <string_view>
-#include <sys/sendfile.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -22,9 +21,9 @@ namespace {
 constexpr std::string_view draftPrefix = ".lumora-";
 constexpr mode_t ownerOnly = 0600;
 
-std::filesystem::path pathOf(const FileDescriptor& file)
+std::filesystem::path pathOf(int file)
 {
-    return "/proc/self/fd/" + std::to_string(file.get());
+    return "/proc/self/fd/" + std::to_string(file);
 }
 
 // A name of its own, not one made from the target's, which may already be as long as the file system allows.
@@ -38,7 +37,7 @@ FileDescriptor openUnnamed(const std::filesystem::path& target)
     const std::filesystem::path folder = target.has_parent_path() ? target.parent_path() : ".";
     FileDescriptor file(::open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, ownerOnly));
     // Without it the file would never get a name.
-    if (file.isOpen() && ::access(pathOf(file).c_str(), F_OK) != 0) return FileDescriptor();
+    if (file.isOpen() && ::access(pathOf(file.get()).c_str(), F_OK) != 0) return FileDescriptor();
     return file;
 }
 
@@ -59,7 +58,7 @@ int renameBesides(const std::filesystem::path& from, const std::filesystem::path
 }
 
 // 0 or errno.
-int giveName(const FileDescriptor& file, const std::filesystem::path& name)
+int giveName(int file, const std::filesystem::path& name)
 {
     return ::linkat(AT_FDCWD, pathOf(file).c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0 ? 0
                                                                                                     : errno;
@@ -77,9 +76,9 @@ std::uint32_t permittedBits()
 }
 
 // Some file systems report a failed write only when a descriptor is closed.
-bool isWritten(const FileDescriptor& file)
+bool isWritten(int file)
 {
-    FileDescriptor other(::fcntl(file.get(), F_DUPFD_CLOEXEC, 0));
+    FileDescriptor other(::fcntl(file, F_DUPFD_CLOEXEC, 0));
     return other.isOpen() && other.close();
 }
 
@@ -98,14 +97,13 @@ Result<AtomicFile> AtomicFile::create(const std::filesystem::path& target, Draft
 }
 
 AtomicFile::AtomicFile(std::filesystem::path target, std::filesystem::path draft, FileDescriptor descriptor)
-    : m_target(std::move(target)), m_draft(std::move(draft)), m_descriptor(std::move(descriptor))
+    : OutputFile(std::move(descriptor), std::move(target)), m_draft(std::move(draft))
 {
 }
 
 AtomicFile::AtomicFile(AtomicFile&& other) noexcept
-    : m_target(std::move(other.m_target)), m_draft(std::exchange(other.m_draft, {})),
-      m_descriptor(std::move(other.m_descriptor)), m_permissions(other.m_permissions),
-      m_isTaken(other.m_isTaken)
+    : OutputFile(std::move(other)), m_draft(std::exchange(other.m_draft, {})),
+      m_permissions(other.m_permissions), m_isTaken(other.m_isTaken)
 {
 }
 
@@ -114,50 +112,19 @@ AtomicFile::~AtomicFile()
     if (!m_draft.empty()) ::unlink(m_draft.c_str());
 }
 
-Status AtomicFile::append(std::span<const std::byte> bytes)
-{
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(m_descriptor.get(), bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written < 0) return fileError(m_target, "written", errno);
-        bytes = bytes.subspan(static_cast<std::size_t>(written));
-    }
-    return Done{};
-}
-
-Status AtomicFile::appendFile(int descriptor)
-{
-    constexpr std::size_t atOnce = std::size_t{1} << 30U;
-    for (;;) {
-        const ssize_t sent = ::sendfile(m_descriptor.get(), descriptor, nullptr, atOnce);
-        if (sent == 0) return Done{};
-        if (sent < 0 && errno != EINTR) return fileError(m_target, "written", errno);
-    }
-}
-
 std::filesystem::path AtomicFile::draft() const
 {
-    return m_draft.empty() ? pathOf(m_descriptor) : m_draft;
-}
-
-// Shortened last: the bytes may lie in a mapping of this very file.
-Status AtomicFile::rewrite(std::span<const std::byte> bytes)
-{
-    if (::lseek(m_descriptor.get(), 0, SEEK_SET) != 0) return fileError(m_target, "written", errno);
-    if (auto status = append(bytes); !status) return status;
-    if (::ftruncate(m_descriptor.get(), static_cast<off_t>(bytes.size())) != 0)
-        return fileError(m_target, "written", errno);
-    return Done{};
+    return m_draft.empty() ? pathOf(descriptor()) : m_draft;
 }
 
 Status AtomicFile::commit(ExistingFile existing)
 {
-    if (!isWritten(m_descriptor)) return fileError(m_target, "written", errno);
+    if (!isWritten(descriptor())) return fileError(name(), "written", errno);
     // A file system without permissions has nothing to refuse.
-    static_cast<void>(::fchmod(m_descriptor.get(), m_permissions & permittedBits()));
+    static_cast<void>(::fchmod(descriptor(), m_permissions & permittedBits()));
     const int failure = takeName(existing);
     m_isTaken = existing == ExistingFile::keep && failure == EEXIST;
-    if (failure != 0) return fileError(m_target, "written", failure);
+    if (failure != 0) return fileError(name(), "written", failure);
     m_draft.clear();
     return Done{};
 }
@@ -166,14 +133,14 @@ Status AtomicFile::commit(ExistingFile existing)
 int AtomicFile::takeName(ExistingFile existing)
 {
     if (m_draft.empty()) {
-        const int refusal = giveName(m_descriptor, m_target);
+        const int refusal = giveName(descriptor(), name());
         if (refusal != EEXIST || existing == ExistingFile::keep) return refusal;
-        std::filesystem::path name = hiddenNameBeside(m_target);
-        if (const int failure = giveName(m_descriptor, name); failure != 0) return failure;
-        m_draft = std::move(name);
+        std::filesystem::path hidden = hiddenNameBeside(name());
+        if (const int failure = giveName(descriptor(), hidden); failure != 0) return failure;
+        m_draft = std::move(hidden);
     }
-    if (existing == ExistingFile::keep) return renameBesides(m_draft, m_target);
-    return std::rename(m_draft.c_str(), m_target.c_str()) == 0 ? 0 : errno;
+    if (existing == ExistingFile::keep) return renameBesides(m_draft, name());
+    return std::rename(m_draft.c_str(), name().c_str()) == 0 ? 0 : errno;
 }
 
 Status syncFile(const std::filesystem::path& path)

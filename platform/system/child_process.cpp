@@ -1,9 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// vfork rather than fork: it does not copy the page tables of a process that holds pictures. And rather than
-// posix_spawn, which cannot tie a child's life to its parent's.
 #include "system/child_process.h"
 
+#include "process_launch.h"
 #include "system/file_descriptor.h"
 
 #include <algorithm>
@@ -12,7 +11,6 @@
 #include <csignal>
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <system_error>
@@ -44,73 +42,11 @@ Result<Pipe> makePipe()
     return pipe;
 }
 
-// What the child needs, made before it exists: between its start and the program it may only call the system.
-class Launch
-{
-public:
-    Launch(const std::filesystem::path& executable, std::vector<std::string> arguments, int standardError)
-        : m_executable(executable.c_str()), m_arguments(std::move(arguments)), m_standardError(standardError)
-    {
-        m_arguments.insert(m_arguments.begin(), executable.native());
-        for (std::string& argument : m_arguments)
-            m_pointers.push_back(argument.data());
-        m_pointers.push_back(nullptr);
-    }
-
-    // The process, or errno as a negative number.
-    pid_t start()
-    {
-        sigset_t all;
-        sigfillset(&all);
-        sigset_t before;
-        // No handler of this program may run in the child, which shares its memory.
-        pthread_sigmask(SIG_SETMASK, &all, &before);
-        const pid_t parent = ::getpid();
-        const pid_t process = ::vfork();
-        const int failure = process < 0 ? errno : 0;
-        if (process == 0) becomeTheProgram(parent);
-        pthread_sigmask(SIG_SETMASK, &before, nullptr);
-        if (failure != 0) return -failure;
-        if (m_failure == 0) return process;
-        while (::waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
-        }
-        return -m_failure;
-    }
-
-private:
-    // A group of its own, the signal state of a fresh process whatever this program blocks or ignores,
-    // standard error into the pipe and everything above it closed. Does not outlive the thread that waits for
-    // it.
-    [[noreturn]] void becomeTheProgram(pid_t parent)
-    {
-        struct sigaction standard = {};
-        standard.sa_handler = SIG_DFL;
-        for (int number = 1; number < NSIG; ++number)
-            ::sigaction(number, &standard, nullptr);
-        ::setpgid(0, 0);
-        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-        if (::getppid() != parent) ::_exit(128 + SIGKILL);
-        ::dup2(m_standardError, STDERR_FILENO);
-        ::close_range(STDERR_FILENO + 1, ~0U, 0);
-        sigset_t none;
-        sigemptyset(&none);
-        ::sigprocmask(SIG_SETMASK, &none, nullptr);
-        ::execve(m_executable, m_pointers.data(), environ);
-        m_failure = errno;
-        ::_exit(127);
-    }
-
-    const char* m_executable;
-    std::vector<std::string> m_arguments;
-    std::vector<char*> m_pointers;
-    int m_standardError;
-    volatile int m_failure = 0; // written by the child
-};
-
 Result<pid_t> launch(const std::filesystem::path& executable, std::vector<std::string> arguments,
                      int standardError)
 {
-    const pid_t process = Launch(executable, std::move(arguments), standardError).start();
+    const pid_t process =
+        launchProgram(executable, std::move(arguments), {.error = standardError}, Environment::inherited);
     if (process < 0) return systemError(-process);
     return process;
 }

@@ -11,8 +11,9 @@ namespace lumora {
 Error fileError(const std::filesystem::path& path, std::string_view done, int code)
 {
     const std::string name = path.has_filename() ? path.filename().native() : path.native();
-    return {name + " could not be " + std::string(done) + ": " + std::generic_category().message(code),
-            code == ENOMEM ? Error::Cause::memory : Error::Cause::unspecified};
+    const std::string reason = std::generic_category().message(code);
+    return {name + " could not be " + std::string(done) + ": " + reason,
+            code == ENOMEM ? Error::Cause::memory : Error::Cause::unspecified, reason};
 }
 
 } // namespace lumora

@@ -3,6 +3,7 @@
 // How the outputs of one batch are kept apart.
 #include "engine/batch_names.h"
 #include "engine/output_plan.h"
+#include "formats/image_source.h"
 #include "tests/engine/optimizer_test.h"
 
 #include <gmock/gmock.h>
@@ -26,7 +27,7 @@ protected:
         std::vector<std::string> result;
         for (const auto& input : inputs) {
             const auto source = ImageSource::open(input);
-            const auto planned = ImageOptimizer::plan(input, *source, chosen, names);
+            const auto planned = ImageOptimizer::plan(input, *source->typeIdentifier(), chosen, names);
             result.push_back(planned.path.lexically_relative(m_folder.path()));
         }
         return result;

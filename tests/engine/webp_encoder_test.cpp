@@ -51,11 +51,20 @@ protected:
         return transformedImage(source->image(), settings());
     }
 
+    PpmMaker smallPicture()
+    {
+        return [image = imageOf(test::corneredPicture(8, 6))](
+                   OutputFile& file) -> Result<std::pair<std::int64_t, std::int64_t>, PpmError> {
+            const auto written = writePpm(image, file);
+            if (!written) return written.error();
+            return std::pair(image.width(), image.height());
+        };
+    }
+
     std::string failureOf(const std::filesystem::path& output, const SettingsDraft& draft = {})
     {
         try {
-            auto file =
-                encodeWebPWithCWebP(imageOf(test::corneredPicture(8, 6)), output, settings(draft), {}, {});
+            auto file = encodeWebPWithCWebP(smallPicture(), output, settings(draft), {});
             EXPECT_TRUE(file.commit());
         } catch (const ImageOptimizerError& error) {
             return error.what();
@@ -202,8 +211,7 @@ TEST_F(WebPEncoder, IsKilledWhenAskedToStop)
     installBundled("while :; do sleep 1; done");
     std::stop_source stop;
     stop.request_stop();
-    EXPECT_THROW(encodeWebPWithCWebP(imageOf(test::corneredPicture(8, 6)), m_folder / "a.webp", settings(),
-                                     {}, stop.get_token()),
+    EXPECT_THROW(encodeWebPWithCWebP(smallPicture(), m_folder / "a.webp", settings(), stop.get_token()),
                  ImageOptimizerError);
     EXPECT_TRUE(std::filesystem::is_empty(m_temporary));
 }

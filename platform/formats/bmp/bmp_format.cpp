@@ -28,7 +28,7 @@ Result<VipsImagePtr> inStorableBands(VipsImage* image)
     return VipsImagePtr(wide);
 }
 
-Status encode(const EncodeRequest& request, AtomicFile& file)
+Status encode(const EncodeRequest& request, OutputFile& file)
 {
     const auto image = inStorableBands(request.image);
     if (!image) return image.error();

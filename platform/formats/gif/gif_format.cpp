@@ -110,7 +110,7 @@ Result<Bytes> encodeDithered(VipsImage* image)
 }
 
 // Its rows are looked at more than once.
-Status encode(const EncodeRequest& request, AtomicFile& file)
+Status encode(const EncodeRequest& request, OutputFile& file)
 {
     const VipsImagePtr image(vips_image_copy_memory(request.image));
     if (!image) return takeVipsError();

@@ -119,7 +119,7 @@ void addMetadata(heif_context* context, heif_image_handle* handle, const EncodeR
 
 struct Output
 {
-    AtomicFile& file;
+    OutputFile& file;
     std::optional<Error> error;
 };
 
@@ -132,7 +132,7 @@ heif_error appendToFile(heif_context*, const void* data, size_t size, void* outp
     return {heif_error_Encoding_error, heif_suberror_Cannot_write_output_data, ""};
 }
 
-void encodeTo(const EncodeRequest& request, AtomicFile& file)
+void encodeTo(const EncodeRequest& request, OutputFile& file)
 {
     const HeifContext context(heif_context_alloc());
     Picture picture = pictureOf(request.image);
@@ -160,7 +160,26 @@ bool hasHevcEncoder()
     return heif_have_encoder_for_format(heif_compression_HEVC) != 0;
 }
 
-Status encodeHeic(const EncodeRequest& request, AtomicFile& file)
+void prepareHevcEncoder()
+{
+    constexpr int edge = 64;
+    if (!hasHevcEncoder()) return;
+    VipsImage* black = nullptr;
+    if (vips_black(&black, edge, edge, "bands", 3, nullptr) != 0) return;
+    const VipsImagePtr image(black);
+    try {
+        const HeifContext context(heif_context_alloc());
+        const Picture picture = pictureOf(black);
+        const Encoder encoder = encoderFor(context.get(), 1);
+        heif_image_handle* made = nullptr;
+        check(heif_context_encode_image(context.get(), picture.get(), encoder.get(), nullptr, &made));
+        const HeifHandle handle(made);
+    } catch (const Error&) {
+        takeVipsError();
+    }
+}
+
+Status encodeHeic(const EncodeRequest& request, OutputFile& file)
 try {
     encodeTo(request, file);
     return Done{};

@@ -93,8 +93,12 @@ void keepGroupLight(const ColorRow& own, const ColorRow& shown, float* luma)
 
 void halveRows(const float* upper, const float* lower, int halfWidth, float* half)
 {
-    for (int x = 0; x < halfWidth; ++x)
-        half[x] = (upper[2 * x] + upper[2 * x + 1] + lower[2 * x] + lower[2 * x + 1]) * 0.25F;
+    for (int x = 0; x < halfWidth; ++x) {
+        const float above = upper[0] + upper[1];
+        half[x] = (above + lower[0] + lower[1]) * 0.25F;
+        upper += 2;
+        lower += 2;
+    }
 }
 
 // Lines drawn between samples and averaged again weigh 1, 6, 1 eighths in each direction.
@@ -111,8 +115,9 @@ void doubleRow(const float* near, const float* far, int halfWidth, float* full)
 {
     const auto column = [&](int x) { return near[x] * 0.75F + far[x] * 0.25F; };
     for (int x = 0; x < halfWidth; ++x) {
-        full[2 * x] = column(x) * 0.75F + column(x - 1) * 0.25F;
-        full[2 * x + 1] = column(x) * 0.75F + column(x + 1) * 0.25F;
+        full[0] = column(x) * 0.75F + column(x - 1) * 0.25F;
+        full[1] = column(x) * 0.75F + column(x + 1) * 0.25F;
+        full += 2;
     }
 }
 

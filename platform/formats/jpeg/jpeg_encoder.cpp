@@ -23,7 +23,7 @@ Status encodeJpeg(const JpegRequest& request, const CoefficientWriter::Taker& ta
             return status;
     }
     BlockRows blocks(shape, request.codings, writer);
-    const auto status = readRows(request.image, [&](int, int count, const RowSpan& rows) -> Status {
+    auto status = readRows(request.image, [&](int, int count, const RowSpan& rows) -> Status {
         for (int y = 0; y < count; ++y)
             blocks.add(rows.first + y * rows.stride);
         return Done{};

@@ -96,7 +96,7 @@ Bytes segmentsOf(const EncodeRequest& request)
 class JpegFile
 {
 public:
-    JpegFile(AtomicFile& file, Bytes segments) : m_file(file), m_segments(std::move(segments)) {}
+    JpegFile(OutputFile& file, Bytes segments) : m_file(file), m_segments(std::move(segments)) {}
 
     Status append(std::span<const std::byte> bytes)
     {
@@ -120,7 +120,7 @@ private:
                (m_head[at + 1] == std::byte{0xE0} || m_head[at + 1] == std::byte{0xE1});
     }
 
-    AtomicFile& m_file;
+    OutputFile& m_file;
     Bytes m_segments;
     Bytes m_head;
     bool m_isPastHead = false;
@@ -173,7 +173,7 @@ Status encodeByLibrary(const EncodeRequest& request, bool hasFullChroma, JpegFil
     return isWritten ? Status(Done{}) : target.error();
 }
 
-Status encode(const EncodeRequest& request, AtomicFile& file)
+Status encode(const EncodeRequest& request, OutputFile& file)
 {
     JpegFile jpeg(file, segmentsOf(request));
     const bool hasFullChroma = request.quality >= fullChromaQuality;

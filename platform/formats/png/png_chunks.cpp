@@ -64,7 +64,7 @@ void appendChunk(Bytes& png, std::string_view type, std::string_view data)
     append(png, bigEndian(checksum(type, data)));
 }
 
-Status appendChunk(AtomicFile& png, std::string_view type, std::string_view data)
+Status appendChunk(OutputFile& png, std::string_view type, std::string_view data)
 {
     constexpr std::size_t longest = (std::size_t{1} << 31U) - 1;
     if (data.size() > longest) return Error{"more data than a chunk can hold"};

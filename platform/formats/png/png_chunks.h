@@ -29,6 +29,6 @@ std::string bigEndian(std::size_t value);
 // `type` is the four letters of the chunk.
 void appendChunk(Bytes& png, std::string_view type, std::string_view data);
 // The same into the file. Fails for more data than a chunk can hold, too.
-Status appendChunk(AtomicFile& png, std::string_view type, std::string_view data);
+Status appendChunk(OutputFile& png, std::string_view type, std::string_view data);
 
 } // namespace lumora

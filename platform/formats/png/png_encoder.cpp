@@ -81,7 +81,7 @@ Bytes headOf(const PngLayout& layout, const EncodeRequest& request)
 
 } // namespace
 
-Status encodePng(const EncodeRequest& request, AtomicFile& file)
+Status encodePng(const EncodeRequest& request, OutputFile& file)
 {
     auto layout = pngLayout(request.image, request.keepsModel);
     if (!layout) return layout.error();

@@ -7,6 +7,6 @@
 namespace lumora {
 
 // FormatWriter::encode of PNG.
-Status encodePng(const EncodeRequest& request, AtomicFile& file);
+Status encodePng(const EncodeRequest& request, OutputFile& file);
 
 } // namespace lumora

@@ -68,7 +68,7 @@ Result<Bytes> smallestBlackAndWhite(VipsImage* image)
     return writing->size() <= picture->size() ? writing : picture;
 }
 
-Status writeRows(VipsImage* image, AtomicFile& file)
+Status writeRows(VipsImage* image, OutputFile& file)
 {
     const std::unique_ptr<VipsTarget, VipsUnref> target(vips_target_new_to_descriptor(file.descriptor()));
     if (!target ||
@@ -79,7 +79,7 @@ Status writeRows(VipsImage* image, AtomicFile& file)
 }
 
 // Several looks at the pixels, which take at most a byte each.
-Status writeGray(VipsImage* image, AtomicFile& file)
+Status writeGray(VipsImage* image, OutputFile& file)
 {
     const VipsImagePtr held(vips_image_copy_memory(image));
     if (!held) return takeVipsError();
@@ -88,7 +88,7 @@ Status writeGray(VipsImage* image, AtomicFile& file)
     return bytes ? file.append(*bytes) : Status(bytes.error());
 }
 
-Status encode(const EncodeRequest& request, AtomicFile& file)
+Status encode(const EncodeRequest& request, OutputFile& file)
 {
     const VipsImagePtr image = withResolution(request.image, resolutionOf(request.metadata));
     if (!image) return takeVipsError();

@@ -8,7 +8,6 @@
 #include "system/private_folder.h"
 #include "system/regular_file.h"
 #include "system/utf8.h"
-#include "webp/ppm_writer.h"
 #include "webp/webp_size.h"
 
 #include <cstdlib>
@@ -64,16 +63,31 @@ Result<Done, CwebpError> run(const std::filesystem::path& encoder, const std::ve
     return Done{};
 }
 
+using PictureSize = std::pair<std::int64_t, std::int64_t>;
+
+Result<PictureSize, CwebpError> writeTo(const std::filesystem::path& ppm, const PpmMaker& make)
+{
+    auto file = AtomicFile::create(ppm);
+    if (!file) return CwebpError{Step::writingPpm, ppm, file.error().description};
+    auto size = make(*file);
+    if (!size) {
+        const bool isDrawn = size.error().step == PpmError::Step::writing;
+        return CwebpError{isDrawn ? Step::writingPpm : Step::drawing, ppm, size.error().error.description};
+    }
+    if (const auto status = file->commit(); !status)
+        return CwebpError{Step::writingPpm, ppm, status.error().description};
+    return *size;
+}
+
 // The encoder's word that it succeeded is not enough: it does not look whether its last bytes reached the
 // disk.
-Result<AtomicFile, CwebpError> takenOver(const std::filesystem::path& webp, const Image& image,
+Result<AtomicFile, CwebpError> takenOver(const std::filesystem::path& webp, PictureSize picture,
                                          const std::filesystem::path& output)
 {
     const auto file = openRegularFile(webp);
     if (!file) return CwebpError{Step::copying, {}, file.error().description};
     const auto size = webpSize(file->get());
-    if (!size || *size != std::pair(image.width(), image.height()))
-        return CwebpError{Step::encoding, {}, "cwebp did not write a whole file"};
+    if (!size || *size != picture) return CwebpError{Step::encoding, {}, "cwebp did not write a whole file"};
     auto copy = AtomicFile::create(output);
     if (!copy) return CwebpError{Step::copying, {}, copy.error().description};
     if (const auto copied = copy->appendFile(file->get()); !copied)
@@ -93,7 +107,7 @@ std::optional<std::filesystem::path> findCwebp(const std::filesystem::path& bund
     return std::nullopt;
 }
 
-Result<AtomicFile, CwebpError> encodeWithCwebp(const std::filesystem::path& encoder, const Image& image,
+Result<AtomicFile, CwebpError> encodeWithCwebp(const std::filesystem::path& encoder, const PpmMaker& makePpm,
                                                const std::filesystem::path& output,
                                                std::vector<std::string> options, const std::stop_token& stop)
 {
@@ -101,10 +115,11 @@ Result<AtomicFile, CwebpError> encodeWithCwebp(const std::filesystem::path& enco
     if (!folder) return CwebpError{Step::writingPpm, temporaryDirectory(), folder.error().description};
     const TemporaryFile ppm(**folder, "ppm");
     const TemporaryFile webp(**folder, "webp");
-    if (const auto status = writePpm(image, ppm.path()); !status) return status.error();
+    const auto size = writeTo(ppm.path(), makePpm);
+    if (!size) return size.error();
     options.insert(options.end(), {ppm.path().string(), "-o", webp.path().string()});
     if (const auto status = run(encoder, options, webp.path(), stop); !status) return status.error();
-    return takenOver(webp.path(), image, output);
+    return takenOver(webp.path(), *size, output);
 }
 
 } // namespace lumora

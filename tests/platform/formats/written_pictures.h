@@ -7,6 +7,7 @@
 #include "formats/image_source.h"
 #include "pixels/decoding.h"
 #include "pixels/drawing.h"
+#include "system/atomic_file.h"
 #include "tests/support/sample_images.h"
 #include "tests/support/temporary_directory.h"
 
@@ -50,12 +51,14 @@ protected:
                                   const Metadata& metadata = {})
     {
         auto file = m_folder / ("out" + std::to_string(++m_count));
-        auto destination = ImageDestination::create(file, type);
+        auto output = AtomicFile::create(file);
+        EXPECT_TRUE(output);
+        auto destination = ImageDestination::create(*output, type);
         EXPECT_TRUE(destination);
         destination->addImage(image, {metadata, quality});
-        auto whole = destination->finalize();
-        EXPECT_TRUE(whole) << whole.error().description;
-        EXPECT_TRUE(whole && whole->commit());
+        const auto status = destination->finalize();
+        EXPECT_TRUE(status) << status.error().description;
+        EXPECT_TRUE(status && output->commit());
         return file;
     }
 

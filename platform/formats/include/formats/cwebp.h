@@ -5,14 +5,17 @@
 #pragma once
 
 #include "formats/cwebp_error.h"
-#include "pixels/image.h"
+#include "formats/ppm_writer.h"
 #include "system/atomic_file.h"
 #include "system/result.h"
 
+#include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <stop_token>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace lumora {
@@ -21,10 +24,14 @@ namespace lumora {
 // bundle. Looked up anew at each call.
 std::optional<std::filesystem::path> findCwebp(const std::filesystem::path& bundle);
 
+// Writes the picture into the file for the encoder, and tells its width and height in pixels.
+using PpmMaker = std::function<Result<std::pair<std::int64_t, std::int64_t>, PpmError>(OutputFile& file)>;
+
 // Encodes the file that is to be at the path; it is whole, but still has to be given its name. `options` are
 // the encoder's arguments but for the two files, which are put behind them. Blocks its thread until the
-// encoder ends, without a time limit; a stop kills it. Leaves no temporary file on any way out.
-Result<AtomicFile, CwebpError> encodeWithCwebp(const std::filesystem::path& encoder, const Image& image,
+// encoder ends, without a time limit; a stop kills it. Leaves no temporary file on any way out; what
+// `makePpm` throws passes.
+Result<AtomicFile, CwebpError> encodeWithCwebp(const std::filesystem::path& encoder, const PpmMaker& makePpm,
                                                const std::filesystem::path& output,
                                                std::vector<std::string> options, const std::stop_token& stop);
 

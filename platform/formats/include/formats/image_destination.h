@@ -1,14 +1,13 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// An image file being written, under a hidden name until it is whole. Use from one thread.
+// An image file being written. Use from one thread.
 #pragma once
 
 #include "metadata/metadata.h"
 #include "pixels/image.h"
-#include "system/atomic_file.h"
+#include "system/output_file.h"
 #include "system/result.h"
 
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -33,9 +32,8 @@ public:
     // them.
     static std::vector<std::string> writableTypeIdentifiers();
 
-    // Fails when the type is not writable or the file's folder cannot take a new file.
-    static Result<ImageDestination> create(const std::filesystem::path& path,
-                                           std::string_view typeIdentifier);
+    // Fails when the type is not writable. The file, which is empty, must outlive the destination.
+    static Result<ImageDestination> create(OutputFile& file, std::string_view typeIdentifier);
 
     ImageDestination(ImageDestination&&) noexcept;
     ImageDestination& operator=(ImageDestination&&) noexcept;
@@ -44,8 +42,8 @@ public:
     // The one upright picture of the file, whose rows are taken by finalize().
     void addImage(const Image& image, const DestinationProperties& properties);
 
-    // Encodes and writes the file, whole, which still has to be given its name. The last call.
-    Result<AtomicFile> finalize();
+    // Encodes and writes the whole file. The last call.
+    Status finalize();
 
 private:
     struct State;

@@ -9,7 +9,7 @@
 #include "formats/source_facts.h"
 #include "metadata/metadata.h"
 #include "pixels/image.h"
-#include "system/regular_file.h"
+#include "system/file_descriptor.h"
 #include "system/result.h"
 
 #include <cstdint>
@@ -26,6 +26,8 @@ public:
     // Fails when the file cannot be opened, is of no readable type, or its header is damaged or over the
     // limit.
     static Result<ImageSource> open(const std::filesystem::path& path);
+    // The same for a file that is open for reading; its position does not matter.
+    static Result<ImageSource> open(FileDescriptor file);
 
     // As sniffed from the content, never from the name.
     const std::optional<std::string>& typeIdentifier() const { return m_typeIdentifier; }
@@ -37,19 +39,16 @@ public:
     const SourceFacts& facts() const { return m_facts; }
     // About how many bytes decoding takes besides a few rows.
     std::int64_t heldBytes() const { return m_heldBytes; }
-    // The file as it was when it was opened.
-    const std::optional<FileStamp>& stamp() const { return m_stamp; }
 
 private:
     ImageSource(std::string typeIdentifier, Image image, Orientation orientation, Metadata metadata,
-                SourceFacts facts, std::optional<FileStamp> stamp, std::int64_t heldBytes);
+                SourceFacts facts, std::int64_t heldBytes);
 
     std::optional<std::string> m_typeIdentifier;
     Image m_image;
     Orientation m_orientation;
     Metadata m_metadata;
     SourceFacts m_facts;
-    std::optional<FileStamp> m_stamp;
     std::int64_t m_heldBytes;
 };
 

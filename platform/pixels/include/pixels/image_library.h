@@ -10,4 +10,8 @@ namespace lumora {
 // cannot start.
 void startImageLibrary();
 
+// Starts it with all that it otherwise loads when such a picture is met, for a process that will not be able to
+// open files. Where its small objects find no memory, which ends the process, the exit status is this one.
+void startWholeImageLibrary(int outOfMemoryStatus);
+
 } // namespace lumora

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "system/file_descriptor.h"
+#include "system/output_file.h"
 #include "system/result.h"
 
 #include <cstddef>
@@ -24,7 +25,7 @@ enum class Draft { unnamedWherePossible, named };
 // commit(). Nobody else can read the file before. Survives the end of the program, not of the machine:
 // nothing is forced to the disk unless it is asked for, which would cost more than the encode of a small
 // image. Use from one thread.
-class AtomicFile
+class AtomicFile : public OutputFile
 {
 public:
     // Fails when the target's folder cannot take a new file.
@@ -35,16 +36,6 @@ public:
     AtomicFile& operator=(AtomicFile&&) noexcept = delete;
     // Discards what was not committed.
     ~AtomicFile();
-
-    // One system call or more for each call: hand over whole strips, not single pixels.
-    Status append(std::span<const std::byte> bytes);
-    // What another file holds from its position on.
-    Status appendFile(int descriptor);
-    // Everything that the file is to hold, instead of what it holds.
-    Status rewrite(std::span<const std::byte> bytes);
-
-    // For encoders that go back to places that they have written. Open for reading too; stays this object's.
-    int descriptor() const { return m_descriptor.get(); }
 
     // Opens the file as it is until commit().
     std::filesystem::path draft() const;
@@ -63,9 +54,7 @@ private:
     AtomicFile(std::filesystem::path target, std::filesystem::path draft, FileDescriptor descriptor);
     int takeName(ExistingFile existing);
 
-    std::filesystem::path m_target;
     std::filesystem::path m_draft; // empty without a name to discard
-    FileDescriptor m_descriptor;
     std::uint32_t m_permissions = 0666;
     bool m_isTaken = false;
 };

@@ -22,6 +22,8 @@ struct Error
 
     std::string description;
     Cause cause = Cause::unspecified;
+    // Of the system, where the failure is its own: "No space left on device".
+    std::string reason = std::string();
 };
 
 // What std::bad_alloc is called where it may not pass.

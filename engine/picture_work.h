@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What is done with the pixels of one file, which come from strangers and go through decoders that know much
+// and may be wrong. Descriptors only, no names: the work may be done in a process that has neither a file
+// system nor a future. One file at a time, one thread.
+#pragma once
+
+#include "records/optimizer_settings.h"
+#include "system/result.h"
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace lumora::ImageOptimizer {
+
+struct WorkError
+{
+    enum class Kind {
+        unreadable, // the input
+        memory,
+        drawing,    // the output cannot be drawn
+        writing,    // the output
+        stopped,    // by order
+        notStarted, // nobody is there to do it
+    };
+
+    Kind kind;
+    std::string reason = {}; // of the system, for people; may be empty
+};
+
+template <class T>
+using WorkResult = Result<T, WorkError>;
+
+struct PictureHead
+{
+    std::string typeIdentifier; // as sniffed from the content
+    std::int64_t memoryNeed;    // bytes, of everything that is to come
+};
+
+// Width and height in pixels, upright.
+using PictureSize = std::pair<std::int64_t, std::int64_t>;
+
+class PictureWork
+{
+public:
+    PictureWork() = default;
+    virtual ~PictureWork() = default;
+    PictureWork(const PictureWork&) = delete;
+    PictureWork& operator=(const PictureWork&) = delete;
+
+    // Looks at the head of a file that is open for reading. Comes before all others; may come again.
+    virtual WorkResult<PictureHead> open(int file, const OptimizerSettings& settings) = 0;
+
+    // Decodes everything and keeps the picture for the encoder, where that takes little, or nothing of it.
+    // Whether it is kept; open() must come again if not.
+    virtual WorkResult<bool> proveReadable() = 0;
+
+    // Writes the whole output into an empty file that is open for reading and writing. Tells what size it
+    // has.
+    virtual WorkResult<PictureSize> encode(int output, const std::string& typeIdentifier) = 0;
+    // The same as the external encoder's input.
+    virtual WorkResult<PictureSize> writePpm(int output) = 0;
+
+    // After a failure of anybody: the input's part in it. Fails as proveReadable() does, or with `stopped`.
+    virtual WorkResult<Done> findDamage() = 0;
+
+    // What of the input could not come along into the whole output, in clauses for its row.
+    virtual std::vector<std::string> losses(int output, const std::string& typeIdentifier) = 0;
+
+    // Whether a file decodes to its last row, and to the picture that was encoded. Gives up the input.
+    virtual bool isWhole(int output) = 0;
+
+    // Gives up everything.
+    virtual void close() = 0;
+};
+
+} // namespace lumora::ImageOptimizer

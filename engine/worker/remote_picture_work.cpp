@@ -1,0 +1,176 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/worker/remote_picture_work.h"
+
+#include "engine/worker/worker_exit.h"
+#include "formats/format.h"
+#include "system/message_channel.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <poll.h>
+#include <utility>
+
+namespace lumora::ImageOptimizer {
+namespace {
+
+using Kind = WorkError::Kind;
+using namespace std::chrono_literals;
+
+// Whether something came, or the channel ended, within a second.
+bool hasNews(int channel)
+{
+    constexpr int second = 1000;
+    pollfd event{channel, POLLIN, 0};
+    const int count = ::poll(&event, 1, second);
+    return count > 0 || (count < 0 && errno != EINTR);
+}
+
+} // namespace
+
+RemotePictureWork::RemotePictureWork(WorkerProcesses& processes, std::stop_token stop)
+    : m_processes(processes), m_stop(std::move(stop))
+{
+}
+
+RemotePictureWork::~RemotePictureWork()
+{
+    close();
+}
+
+WorkResult<PictureHead> RemotePictureWork::open(int file, const OptimizerSettings& settings)
+{
+    m_file = file;
+    m_opening = {.action = WorkerAction::open, .settings = PixelSettings::of(settings)};
+    auto reply = askToOpen();
+    if (!reply) return reply.error();
+    return std::move(reply->head);
+}
+
+WorkResult<WorkerReply> RemotePictureWork::askToOpen()
+{
+    if (!m_process) {
+        auto process = m_processes.take();
+        if (!process) return WorkError{Kind::notStarted, process.error().description};
+        m_process = std::move(*process);
+    }
+    limit(0);
+    auto reply = ask(m_opening, m_file, Kind::unreadable);
+    if (!reply) return reply;
+    // Content has one of the types of the table, whatever the worker says.
+    if (!formatWithIdentifier(reply->head.typeIdentifier)) return endOfWorker(Kind::unreadable);
+    limit(reply->head.memoryNeed);
+    return reply;
+}
+
+WorkResult<bool> RemotePictureWork::proveReadable()
+{
+    const auto reply = ask({.action = WorkerAction::proveReadable}, -1, Kind::unreadable);
+    if (!reply) return reply.error();
+    return reply->answer;
+}
+
+WorkResult<PictureSize> RemotePictureWork::encode(int output, const std::string& typeIdentifier)
+{
+    const auto reply =
+        ask({.action = WorkerAction::encode, .typeIdentifier = typeIdentifier}, output, Kind::writing);
+    if (!reply) return reply.error();
+    return reply->size;
+}
+
+WorkResult<PictureSize> RemotePictureWork::writePpm(int output)
+{
+    const auto reply = ask({.action = WorkerAction::writePpm}, output, Kind::writing);
+    if (!reply) return reply.error();
+    return reply->size;
+}
+
+WorkResult<Done> RemotePictureWork::findDamage()
+{
+    // A worker that died of the encoder leaves the question open; one that dies again died of the input.
+    if (!m_process) {
+        const auto opened = askToOpen();
+        if (!opened) return opened.error();
+    }
+    const auto reply = ask({.action = WorkerAction::findDamage}, -1, Kind::unreadable);
+    if (!reply) return reply.error();
+    return Done{};
+}
+
+std::vector<std::string> RemotePictureWork::losses(int output, const std::string& typeIdentifier)
+{
+    auto reply =
+        ask({.action = WorkerAction::losses, .typeIdentifier = typeIdentifier}, output, Kind::writing);
+    return reply ? std::move(reply->losses) : std::vector<std::string>();
+}
+
+bool RemotePictureWork::isWhole(int output)
+{
+    const auto reply = ask({.action = WorkerAction::isWhole}, output, Kind::writing);
+    return reply && reply->answer;
+}
+
+void RemotePictureWork::close()
+{
+    if (!m_process) return;
+    const auto reply = ask({.action = WorkerAction::close}, -1, Kind::stopped);
+    if (reply) m_processes.giveBack(std::move(m_process));
+    m_process.reset();
+}
+
+WorkResult<WorkerReply> RemotePictureWork::ask(const WorkerRequest& request, int file, WorkError::Kind lost)
+{
+    if (!m_process) return WorkError{lost};
+    std::optional<WorkerReply> got;
+    {
+        const std::stop_callback stopped(m_stop, [this] { m_process->kill(); });
+        if (sendMessage(m_process->channel(), messageOf(request), file)) got = reply();
+    }
+    if (!got) return endOfWorker(lost);
+    if (got->error) return *got->error;
+    return std::move(*got);
+}
+
+// Absent when none is to be had any more.
+std::optional<WorkerReply> RemotePictureWork::reply()
+{
+    auto lastTime = 0ms;
+    auto lastProgress = std::chrono::steady_clock::now();
+    while (!hasNews(m_process->channel())) {
+        const auto now = std::chrono::steady_clock::now();
+        const auto usage = m_process->usage();
+        if (!usage) return std::nullopt;
+        if (usage->processorTime > lastTime) {
+            lastTime = usage->processorTime;
+            lastProgress = now;
+        }
+        if (now - lastProgress > m_processes.limits().silence) return std::nullopt;
+    }
+    std::array<std::byte, WorkerReply::bytes> message{};
+    FileDescriptor none;
+    if (!receiveMessage(m_process->channel(), message, none)) return std::nullopt;
+    return replyIn(message);
+}
+
+WorkError RemotePictureWork::endOfWorker(WorkError::Kind lost)
+{
+    const int status = m_process->end();
+    m_process.reset();
+    if (m_stop.stop_requested()) return {Kind::stopped};
+    return {status == outOfMemoryExit ? Kind::memory : lost};
+}
+
+// For the file, beside what the worker took before. An estimate of its need may be half of the truth.
+void RemotePictureWork::limit(std::int64_t need)
+{
+    const auto usage = m_process->usage();
+    if (!usage) return;
+    const WorkerLimits& limits = m_processes.limits();
+    constexpr std::int64_t megabyte = 1'000'000;
+    m_process->limitMemory(usage->virtualBytes + limits.openingBytes + 2 * need);
+    m_process->limitProcessorTime(std::chrono::ceil<std::chrono::seconds>(usage->processorTime) +
+                                  limits.processorTime + limits.processorTimeAMegabyte * (need / megabyte));
+}
+
+} // namespace lumora::ImageOptimizer

@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The work on the pixels of one file, done by a worker process. What becomes of the worker is seen here and
+// told as the outcome of the call.
+#pragma once
+
+#include "engine/picture_work.h"
+#include "engine/worker/worker_messages.h"
+#include "engine/worker/worker_processes.h"
+
+#include <memory>
+#include <optional>
+#include <stop_token>
+
+namespace lumora::ImageOptimizer {
+
+class RemotePictureWork : public PictureWork
+{
+public:
+    RemotePictureWork(WorkerProcesses& processes, std::stop_token stop);
+    ~RemotePictureWork() override;
+
+    WorkResult<PictureHead> open(int file, const OptimizerSettings& settings) override;
+    WorkResult<bool> proveReadable() override;
+    WorkResult<PictureSize> encode(int output, const std::string& typeIdentifier) override;
+    WorkResult<PictureSize> writePpm(int output) override;
+    WorkResult<Done> findDamage() override;
+    std::vector<std::string> losses(int output, const std::string& typeIdentifier) override;
+    bool isWhole(int output) override;
+    void close() override;
+
+private:
+    // What the worker answers; `lost` is what its end means.
+    WorkResult<WorkerReply> ask(const WorkerRequest& request, int file, WorkError::Kind lost);
+    WorkResult<WorkerReply> askToOpen();
+    std::optional<WorkerReply> reply();
+    WorkError endOfWorker(WorkError::Kind lost);
+    void limit(std::int64_t need);
+
+    WorkerProcesses& m_processes;
+    std::stop_token m_stop;
+    std::unique_ptr<ServantProcess> m_process;
+    int m_file = -1;
+    WorkerRequest m_opening;
+};
+
+} // namespace lumora::ImageOptimizer

@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/worker/worker_processes.h"
+
+#include "engine/worker/remote_picture_work.h"
+#include "system/file_services.h"
+
+#include <cstdlib>
+#include <utility>
+
+namespace lumora::ImageOptimizer {
+
+std::optional<std::filesystem::path> findWorker(const std::filesystem::path& bundle)
+{
+    const char* const preferred = std::getenv("LUMORA_WORKER_PATH");
+    if (preferred && isExecutableFile(preferred)) return std::filesystem::absolute(preferred);
+    std::filesystem::path bundled = bundle / "Contents" / "MacOS" / "lumora-worker";
+    if (isExecutableFile(bundled)) return bundled;
+    return std::nullopt;
+}
+
+WorkerProcesses::WorkerProcesses(std::filesystem::path executable, const WorkerLimits& limits)
+    : m_executable(std::move(executable)), m_limits(limits)
+{
+}
+
+WorkerProcesses::~WorkerProcesses() = default;
+
+std::unique_ptr<PictureWork> WorkerProcesses::work(std::stop_token stop)
+{
+    return std::make_unique<RemotePictureWork>(*this, std::move(stop));
+}
+
+Result<std::unique_ptr<ServantProcess>> WorkerProcesses::take()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        if (!m_idle.empty()) {
+            auto process = std::move(m_idle.back());
+            m_idle.pop_back();
+            return process;
+        }
+    }
+    auto started = ServantProcess::start(m_executable);
+    if (!started) return started.error();
+    return std::make_unique<ServantProcess>(std::move(*started));
+}
+
+void WorkerProcesses::giveBack(std::unique_ptr<ServantProcess> process)
+{
+    const auto usage = process->usage();
+    if (!usage || usage->residentBytes > m_limits.keptBytes) return;
+    const std::lock_guard lock(m_mutex);
+    m_idle.push_back(std::move(process));
+}
+
+} // namespace lumora::ImageOptimizer

@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The workers of a batch: processes that do pixels only, one for each file that is in work, reused from file
+// to file. A worker that crashes, hangs or grows is replaced. Thread-safe.
+#pragma once
+
+#include "engine/picture_work.h"
+#include "system/servant_process.h"
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <stop_token>
+#include <vector>
+
+namespace lumora::ImageOptimizer {
+
+// The worker's program: what LUMORA_WORKER_PATH names when that is executable, else
+// Contents/MacOS/lumora-worker of the bundle. Looked up anew at each call.
+std::optional<std::filesystem::path> findWorker(const std::filesystem::path& bundle);
+
+// What one file may take of its worker.
+struct WorkerLimits
+{
+    std::chrono::seconds processorTime{120};
+    std::chrono::seconds processorTimeAMegabyte{2}; // of the memory that the file needs, in addition
+    // Without an answer and without any processor time: not slow but stuck.
+    std::chrono::seconds silence{120};
+    std::int64_t openingBytes = std::int64_t{768} << 20U; // before it is known what the file needs
+    std::int64_t keptBytes = std::int64_t{256} << 20U;    // beyond them, a worker is not used again
+};
+
+class WorkerProcesses
+{
+public:
+    explicit WorkerProcesses(std::filesystem::path executable, const WorkerLimits& limits = {});
+    // After every work that it gave out.
+    ~WorkerProcesses();
+    WorkerProcesses(const WorkerProcesses&) = delete;
+    WorkerProcesses& operator=(const WorkerProcesses&) = delete;
+
+    // The work on one file, in a process from its first call on. A stop ends that process at once, and the
+    // call that waits for it with WorkError::Kind::stopped. Outlived by this object and by the thread.
+    std::unique_ptr<PictureWork> work(std::stop_token stop);
+
+    const WorkerLimits& limits() const { return m_limits; }
+
+    // An idle one, or a new one.
+    Result<std::unique_ptr<ServantProcess>> take();
+    // For further use.
+    void giveBack(std::unique_ptr<ServantProcess> process);
+
+private:
+    const std::filesystem::path m_executable;
+    const WorkerLimits m_limits;
+    std::mutex m_mutex;
+    std::vector<std::unique_ptr<ServantProcess>> m_idle; // guarded by m_mutex
+};
+
+} // namespace lumora::ImageOptimizer

@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "formats/codec_preparation.h"
+
+#include "format_io.h"
+#include "heif/heic_encoder.h"
+#include "pixels/image_library.h"
+
+namespace lumora {
+
+void prepareAllCodecs(int outOfMemoryStatus)
+{
+    startWholeImageLibrary(outOfMemoryStatus);
+    allowOperations();
+    prepareHevcEncoder();
+}
+
+} // namespace lumora
