@@ -4,8 +4,10 @@
 #include "encoded_bytes.h"
 #include "exif_colors.h"
 #include "format_io.h"
+#include "jpeg/jpeg_encoder.h"
 #include "jpeg/jpeg_gain_map.h"
 #include "jpeg/jpeg_loader.h"
+#include "jpeg/quality_coding.h"
 #include "metadata/jpeg_segments.h"
 #include "metadata/reading.h"
 #include "metadata/remarks.h"
@@ -158,11 +160,10 @@ std::int64_t decodingBytes(VipsImage* image)
     return wholePicture(image, 2);
 }
 
-Status encode(const EncodeRequest& request, OutputFile& file)
+// Ink has no differences of colours, and what is not coded whole the library codes by itself.
+Status encodeByLibrary(const EncodeRequest& request, bool hasFullChroma, JpegFile& jpeg)
 {
-    JpegFile jpeg(file, segmentsOf(request));
     CodecTarget target([&jpeg](std::span<const std::byte> bytes) { return jpeg.append(bytes); });
-    const bool hasFullChroma = request.quality >= fullChromaQuality;
     const gboolean isWhole = isCodedWhole(request.image, hasFullChroma) ? TRUE : FALSE;
     const bool isWritten =
         vips_jpegsave_target(request.image, target.get(), "Q", request.quality, "optimize_coding", isWhole,
@@ -170,6 +171,19 @@ Status encode(const EncodeRequest& request, OutputFile& file)
                              hasFullChroma ? VIPS_FOREIGN_SUBSAMPLE_OFF : VIPS_FOREIGN_SUBSAMPLE_ON,
                              nullptr) == 0;
     return isWritten ? Status(Done{}) : target.error();
+}
+
+Status encode(const EncodeRequest& request, OutputFile& file)
+{
+    JpegFile jpeg(file, segmentsOf(request));
+    const bool hasFullChroma = request.quality >= fullChromaQuality;
+    const bool isInk = vips_image_get_bands(request.image) == 4;
+    if (isInk || !isCodedWhole(request.image, hasFullChroma))
+        return encodeByLibrary(request, hasFullChroma, jpeg);
+    return encodeJpeg({request.image,
+                       codingsOf(vips_image_get_bands(request.image), request.quality, hasFullChroma),
+                       hasFullChroma, blobOf(request.image, VIPS_META_ICC_NAME)},
+                      [&jpeg](std::span<const std::byte> bytes) { return jpeg.append(bytes); });
 }
 
 Result<VipsImagePtr> load(int descriptor)
