@@ -3,14 +3,14 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Installs what is missing, then builds and tests Lumora in stages.
 #   ./test.sh          every stage
-#   ./test.sh STAGE…   only these: scripts lint build tests differential desktop package asan tsan fuzz
+#   ./test.sh STAGE…   only these: scripts lint build tests differential desktop stress package asan tsan fuzz
 set -eu
 
 root=$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")
 cd -- "$root"
 
 # name:minutes, in order. A stage that takes longer is ended and counts as failed.
-stages=(scripts:2 lint:10 build:25 tests:15 differential:15 desktop:5 package:3 asan:25 tsan:15 fuzz:15)
+stages=(scripts:2 lint:10 build:25 tests:15 differential:15 desktop:5 stress:8 package:3 asan:25 tsan:15 fuzz:15)
 
 stage_scripts() {
     find . -path ./build -prune -o \( -name '*.sh' -o -path ./.ci/run \) -print0 | xargs -0 shellcheck
@@ -42,6 +42,11 @@ stage_differential() {
 # Starts the X servers, window managers, buses, trays and file managers that it needs.
 stage_desktop() {
     tests/app/desktop/run.sh "$root/build/release/Lumora/Contents/MacOS"
+}
+
+# The short form of the proofs that nothing is lost.
+stage_stress() {
+    tests/stress/run.sh --short
 }
 
 stage_package() {

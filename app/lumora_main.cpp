@@ -22,6 +22,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <iostream>
 
 namespace lumora::LumoraMain {
@@ -163,7 +164,13 @@ int main(int argc, char** argv)
     }
     // The toolkit's own options are not offered: they would take names away from files.
     int onlyProgram = std::min(argc, 1);
-    return run(onlyProgram, argv, arguments.request);
+    try {
+        return run(onlyProgram, argv, arguments.request);
+    } catch (const std::exception& error) {
+        // Without a descriptor or memory to begin with.
+        complain(std::string("cannot start: ") + error.what());
+        return 1;
+    }
 }
 
 } // namespace lumora::LumoraMain

@@ -16,6 +16,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <exception>
 #include <iostream>
 #include <system_error>
 
@@ -96,7 +97,13 @@ int runProgram(const std::vector<std::string>& arguments)
     case Action::optimize:
         break;
     }
-    return optimize(line);
+    try {
+        return optimize(line);
+    } catch (const std::exception& error) {
+        // Without a descriptor or memory to begin with.
+        Console({STDOUT_FILENO, STDERR_FILENO}, false).complain(std::string("cannot start: ") + error.what());
+        return 1;
+    }
 }
 
 } // namespace lumora::cli

@@ -3,6 +3,7 @@
 #include "cli/version_text.h"
 
 #include "formats/library_versions.h"
+#include "system/confinement.h"
 
 #include <QtGlobal>
 
@@ -14,6 +15,7 @@ std::string versionText()
     for (const auto& [name, version] : imageLibraryVersions())
         text += name + " " + version + "\n";
     text += std::string("Qt ") + qVersion() + "\n";
+    text += "Workers: " + confinementOffered().description() + "\n";
     return text;
 }
 

@@ -6,10 +6,12 @@
 #include "engine/output_path.h"
 #include "formats/format.h"
 #include "system/file_services.h"
+#include "system/only_copy.h"
 #include "system/paths.h"
 #include "system/regular_file.h"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <utility>
@@ -77,10 +79,14 @@ public:
     void forEachShared(Report report) const
     {
         for (const auto& [id, names] : m_names) {
+            if (names.size() < 2) continue;
+            std::unordered_map<std::string, std::size_t> roads;
+            for (const auto* name : names)
+                ++roads[resolved(*name)];
             for (const auto* name : names) {
-                for (const auto* other : names) {
-                    if (other != name && resolved(*other) == m_places.of(*name)) report(*name);
-                }
+                const std::string place = m_places.of(*name);
+                const std::size_t own = resolved(*name) == place ? 1 : 0;
+                if (roads[place] > own) report(*name);
             }
         }
     }
@@ -100,6 +106,11 @@ std::optional<std::string> typeOf(const std::filesystem::path& input, const Opti
     return std::string(format->identifier);
 }
 
+std::size_t numberOf(const std::filesystem::path& input, const std::filesystem::path& output)
+{
+    return std::hash<std::string>()(input.native() + '\0' + output.native());
+}
+
 } // namespace
 
 BatchNames::BatchNames(const std::vector<std::filesystem::path>& inputs, const OptimizerSettings& settings,
@@ -114,14 +125,18 @@ BatchNames::BatchNames(const std::vector<std::filesystem::path>& inputs, const O
         known.add(input);
     }
     std::unordered_set<std::string> taken;
-    const auto take = [&](const std::filesystem::path& output) {
-        return !known.isOneOf(output) && taken.insert(places.of(output)).second;
+    const auto take = [&](const std::filesystem::path& input, const std::filesystem::path& output) {
+        const bool isFree = !known.isOneOf(output) &&
+                            (settings.warnBeforeOverwrite || !isOnlyCopyOfAnother(output, input)) &&
+                            taken.insert(places.of(output)).second;
+        if (isFree) m_decided.insert(numberOf(input, output));
+        return isFree;
     };
     std::vector<std::pair<const std::filesystem::path*, std::filesystem::path>> unnamed;
     for (const auto& input : inputs) {
         if (stop.stop_requested()) return;
         std::filesystem::path output = outputPath(input, typeOf(input, settings), settings);
-        if (!take(output)) unnamed.emplace_back(&input, std::move(output));
+        if (!take(input, output)) unnamed.emplace_back(&input, std::move(output));
     }
     // Nobody could foresee a name that was made up here, so that no stranger's file may stand under it unless
     // its owner is asked.
@@ -134,9 +149,10 @@ BatchNames::BatchNames(const std::vector<std::filesystem::path>& inputs, const O
         int& number = lastNumbers.try_emplace(places.of(output), 1).first->second;
         do {
             ++number;
-        } while (isOccupied(numbered(output, number)) || !take(numbered(output, number)));
+        } while (isOccupied(numbered(output, number)) || !take(*input, numbered(output, number)));
         m_otherOutputs.emplace(input->native(), numbered(output, number));
     }
+    m_isOfBatch = true;
     known.forEachShared([&](const std::filesystem::path& input) { m_alsoOthers.insert(input.native()); });
 }
 
@@ -144,6 +160,11 @@ const std::filesystem::path* BatchNames::otherOutputOf(const std::filesystem::pa
 {
     const auto found = m_otherOutputs.find(input.native());
     return found == m_otherOutputs.end() ? nullptr : &found->second;
+}
+
+bool BatchNames::isDecided(const std::filesystem::path& input, const std::filesystem::path& output) const
+{
+    return !m_isOfBatch || m_decided.contains(numberOf(input, output));
 }
 
 bool BatchNames::isAlsoAnother(const std::filesystem::path& input) const

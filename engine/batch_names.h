@@ -24,8 +24,8 @@ public:
 
     // Of several outputs with one name, the first input's keeps it; each further one, and each whose name is
     // that of an input, gets the lowest number from 2 on that is no other's of the batch and, where existing
-    // files are replaced without a question, under which nothing stands. Asks the disk about every input; a
-    // stop leaves the rest as by itself.
+    // files are replaced without a question, under which nothing stands. So does one whose name has what is
+    // left of another picture. Asks the disk about every input; a stop leaves the rest as by itself.
     BatchNames(const std::vector<std::filesystem::path>& inputs, const OptimizerSettings& settings,
                const std::stop_token& stop = {});
 
@@ -33,12 +33,18 @@ public:
     // as in the batch.
     const std::filesystem::path* otherOutputOf(const std::filesystem::path& input) const;
 
+    // Whether `output` is what was decided for the input. It is not when the input, or what links lead to,
+    // was exchanged meanwhile: then the path may be any other's. By itself, a file may go anywhere.
+    bool isDecided(const std::filesystem::path& input, const std::filesystem::path& output) const;
+
     // Whether another input of the batch is the same file under a further name, for which it has to stay.
     bool isAlsoAnother(const std::filesystem::path& input) const;
 
 private:
     std::unordered_map<std::string, std::filesystem::path> m_otherOutputs;
     std::unordered_set<std::string> m_alsoOthers;
+    std::unordered_set<std::size_t> m_decided; // a number for each pair: the paths take ten times the memory
+    bool m_isOfBatch = false;
 };
 
 } // namespace lumora::ImageOptimizer

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/image_optimizer.h"
 
+#include "engine/batch_outputs.h"
 #include "engine/file_attributes.h"
 #include "engine/opened_picture.h"
 #include "engine/output_path.h"
@@ -10,6 +11,7 @@
 #include "records/errors.h"
 #include "system/byte_count_text.h"
 #include "system/file_services.h"
+#include "system/only_copy.h"
 
 #include <exception>
 #include <new>
@@ -37,7 +39,7 @@ try {
     throw;
 }
 
-// What the answer allows. A file that nobody was asked about because it was not there yet is kept.
+// What the answer allows. A file that was not there yet is kept for now.
 ExistingFile permissionFor(const Job& job, const OutputPlan& output, OpenedPicture& picture)
 {
     if (output.isTaken && job.settings.warnBeforeOverwrite) {
@@ -45,7 +47,7 @@ ExistingFile permissionFor(const Job& job, const OutputPlan& output, OpenedPictu
         if (!mayReplace(job, output)) throw ImageOptimizerError::overwriteDeclined();
         picture.openAgain();
     }
-    return output.isTaken || !job.settings.warnBeforeOverwrite ? ExistingFile::replace : ExistingFile::keep;
+    return output.isTaken ? ExistingFile::replace : ExistingFile::keep;
 }
 
 AtomicFile encodeWithPlatform(OpenedPicture& picture, const OutputPlan& output)
@@ -79,22 +81,33 @@ try {
 }
 
 // Where something else is given up for the output, nobody's word is enough.
-void checkWhole(const Job& job, const OutputPlan& output, OpenedPicture& picture, const AtomicFile& encoded)
+void checkWhole(const OutputPlan& output, OpenedPicture& picture, const AtomicFile& encoded)
 {
-    if ((output.isTaken || job.settings.moveOriginalToTrash) && !picture.isWhole(encoded))
+    if (!picture.isWhole(encoded))
         throw ImageOptimizerError::cannotFinalize(output.path, "the new file cannot be read");
 }
 
-// Only now does an older output give way, to a whole new one. Who may not see the original may not see the
-// output.
-void putInPlace(const Job& job, const OutputPlan& output, AtomicFile& encoded, ExistingFile permission)
+// Only now does an older output give way, to a whole new one; one that nobody knew of does as at the start.
+// Who may not see the original may not see the output.
+void putInPlace(const Job& job, const OutputPlan& output, OpenedPicture& picture, AtomicFile& encoded,
+                ExistingFile permission)
 {
+    // What is left of another picture goes only where its owner says so.
+    if (!job.settings.warnBeforeOverwrite && isOnlyCopyOfAnother(output.path, job.input))
+        throw ImageOptimizerError::overwriteDeclined();
     if (const auto bits = filePermissions(job.input)) encoded.setPermissions(*bits);
-    auto placed = encoded.commit(permission);
+    const auto place = [&](ExistingFile existing) {
+        const auto& outputs = job.services.outputs;
+        return outputs ? outputs->place(encoded, output.path, existing) : encoded.commit(existing);
+    };
+    auto placed = place(permission);
     if (!placed && encoded.isTaken()) {
+        checkWhole(output, picture, encoded);
+        picture.close();
         if (!mayReplace(job, output)) throw ImageOptimizerError::overwriteDeclined();
-        placed = encoded.commit(ExistingFile::replace);
+        placed = place(ExistingFile::replace);
     }
+    if (!placed && encoded.isTaken()) throw ImageOptimizerError::overwriteDeclined();
     if (!placed) throw PlatformError(placed.error().description);
 }
 
@@ -104,9 +117,12 @@ bool disposeOfOriginal(const Job& job, const std::optional<FileStamp>& read,
                        const std::filesystem::path& output)
 {
     if (!job.settings.moveOriginalToTrash || isSameFile(job.input, output)) return true;
-    if (job.services.names->isAlsoAnother(job.input)) return false;
-    if (!syncFile(output) || !read || fileStamp(job.input) != read) return false;
-    return static_cast<bool>(job.services.moveToTrash(job.input));
+    if (job.services.names->isAlsoAnother(job.input) || !read) return false;
+    markAsOnlyCopy(output, *read);
+    const bool isDisposedOf =
+        syncFile(output) && fileStamp(job.input) == read && job.services.moveToTrash(job.input);
+    if (!isDisposedOf) unmarkAsOnlyCopy(output);
+    return isDisposedOf;
 }
 
 std::string messageFor(std::int64_t saved, bool isOriginalDisposedOf, const std::vector<std::string>& losses)
@@ -131,9 +147,9 @@ try {
     AtomicFile encoded = encode(job, planned, picture);
 
     const auto losses = picture.losses(encoded, planned.typeIdentifier);
-    checkWhole(job, planned, picture, encoded);
+    if (planned.isTaken || settings.moveOriginalToTrash) checkWhole(planned, picture, encoded);
+    putInPlace(job, planned, picture, encoded, permission);
     picture.close();
-    putInPlace(job, planned, encoded, permission);
     const std::filesystem::path& output = planned.path;
 
     if (settings.preserveModificationTime) preserveModificationDate(input, output);

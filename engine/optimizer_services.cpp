@@ -13,6 +13,7 @@ OptimizerServices OptimizerServices::system()
         .moveToTrash = [](const std::filesystem::path& path) { return lumora::moveToTrash(path); },
         .stop = {},
         .names = std::make_shared<ImageOptimizer::BatchNames>(),
+        .outputs = nullptr,
         .pixels = nullptr,
         .memory = nullptr,
     };

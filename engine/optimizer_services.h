@@ -6,6 +6,7 @@
 #pragma once
 
 #include "engine/batch_names.h"
+#include "engine/batch_outputs.h"
 #include "engine/picture_work.h"
 #include "system/result.h"
 
@@ -30,6 +31,8 @@ struct OptimizerServices
     std::stop_token stop;
     // The outputs of the batch that the file belongs to.
     std::shared_ptr<const ImageOptimizer::BatchNames> names = std::make_shared<ImageOptimizer::BatchNames>();
+    // What the batch has written so far; null for a file by itself.
+    std::shared_ptr<ImageOptimizer::BatchOutputs> outputs = nullptr;
     // Who works on the pixels of a file, until the stop; called once a file. Null: this process does.
     std::function<std::unique_ptr<ImageOptimizer::PictureWork>(std::stop_token)> pixels;
     // What large files share out among all that run at once; null where nothing else runs.

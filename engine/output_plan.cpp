@@ -25,6 +25,7 @@ OutputPlan plan(const std::filesystem::path& input, const std::string& sourceTyp
 {
     const std::filesystem::path* const other = names.otherOutputOf(input);
     std::filesystem::path path = other ? *other : outputPath(input, sourceType, settings);
+    if (!names.isDecided(input, path)) throw ImageOptimizerError::unreadableImage();
     if (const auto status = checkReplaceable(path); !status) throw PlatformError(status.error().description);
     const bool isTaken = fileExists(path);
     return {std::move(path), isTaken, outputType(sourceType, settings)};

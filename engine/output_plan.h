@@ -19,8 +19,9 @@ struct OutputPlan
     std::string typeIdentifier; // to encode to
 };
 
-// `sourceType` is the identifier of the input's content. Throws missingDestinationFolder, unsupportedFormat
-// when nothing here writes the type, or a PlatformError when a folder stands at the path.
+// `sourceType` is the identifier of the input's content. Throws missingDestinationFolder, unreadableImage
+// when it is not the file that its batch has found, unsupportedFormat when nothing here writes the type, or a
+// PlatformError when a folder stands at the path.
 OutputPlan plan(const std::filesystem::path& input, const std::string& sourceType,
                 const OptimizerSettings& settings, const BatchNames& names);
 

@@ -5,9 +5,11 @@
 #include "model/main_thread_queue.h"
 #include "records/errors.h"
 #include "system/freed_memory.h"
+#include "system/private_folder.h"
 
 #include <exception>
 #include <new>
+#include <system_error>
 #include <utility>
 
 namespace lumora {
@@ -34,8 +36,8 @@ Batch::~Batch()
 
 void Batch::expand(std::vector<std::filesystem::path> inputs, std::function<void(Expansion)> done)
 {
-    m_expansion = std::jthread([&context = m_context, inputs = std::move(inputs),
-                                done = std::move(done)](const std::stop_token& stop) {
+    const auto work = [&context = m_context, inputs = std::move(inputs),
+                       done = std::move(done)](const std::stop_token& stop) {
         auto expansion = std::make_shared<Expansion>();
         expansion->files = context.services.expand(inputs, stop);
         expansion->folders = uniqueParentFolders(expansion->files);
@@ -43,7 +45,12 @@ void Batch::expand(std::vector<std::filesystem::path> inputs, std::function<void
         expansion->names =
             std::make_shared<ImageOptimizer::BatchNames>(expansion->files, context.settings, stop);
         context.mainThread.post([done, expansion] { done(std::move(*expansion)); });
-    });
+    };
+    try {
+        m_expansion = std::jthread(work);
+    } catch (const std::system_error&) {
+        work({}); // the system has no thread to give
+    }
 }
 
 void Batch::start(Expansion expansion, int workers, std::function<void(ProcessingResult)> finished)
@@ -52,6 +59,7 @@ void Batch::start(Expansion expansion, int workers, std::function<void(Processin
     m_names = std::move(expansion.names);
     m_finished = std::move(finished);
     m_workerCount = workers;
+    if (auto folder = PrivateFolder::shared()) m_folder = std::move(*folder);
     m_workers = std::make_unique<WorkerPool>(workers);
     for (int i = 0; i < workers; ++i)
         handOutNext();
@@ -86,6 +94,7 @@ ProcessingResult Batch::optimize(const std::filesystem::path& file) const
     OptimizerServices services = m_context.services.optimizerServices;
     services.stop = m_stop.get_token();
     services.names = m_names;
+    services.outputs = m_outputs;
     services.memory = &m_memory;
     if (m_processes)
         services.pixels = [this](std::stop_token stop) { return m_processes->work(std::move(stop)); };

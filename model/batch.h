@@ -21,6 +21,7 @@
 namespace lumora {
 
 class MainThreadQueue;
+class PrivateFolder;
 
 // What the workers of a batch need, shared with them.
 struct BatchContext
@@ -83,6 +84,9 @@ private:
     std::function<void(ProcessingResult)> m_finished;
     std::vector<std::filesystem::path> m_files; // those before m_next are moved from
     std::shared_ptr<const ImageOptimizer::BatchNames> m_names;
+    const std::shared_ptr<ImageOptimizer::BatchOutputs> m_outputs =
+        std::make_shared<ImageOptimizer::BatchOutputs>();
+    std::shared_ptr<const PrivateFolder> m_folder; // made once for the whole batch; each file does without
     std::size_t m_next = 0;
     int m_inFlight = 0;
     int m_workerCount = 0;

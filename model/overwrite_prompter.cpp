@@ -4,6 +4,8 @@
 
 #include "model/main_thread_queue.h"
 
+#include <QThread>
+
 #include <condition_variable>
 #include <mutex>
 #include <optional>
@@ -45,6 +47,8 @@ OverwritePrompter::OverwritePrompter(Ask ask, MainThreadQueue& mainThread)
 bool OverwritePrompter::confirm(const std::filesystem::path& output, const std::stop_token& stop)
 {
     if (!m_ask) return false;
+    // A batch that got no thread works on this one, which must not wait for itself.
+    if (QThread::currentThread() == m_mainThread.thread()) return m_ask(output);
     const auto question = std::make_shared<Question>(output, stop);
     m_mainThread.post([this, question] {
         m_waiting.push_back(question);

@@ -31,7 +31,8 @@ void passOn(int signalNumber)
 
 TerminationSignals::TerminationSignals(QObject* parent) : QObject(parent)
 {
-    if (pipe2(m_pipe, O_CLOEXEC | O_NONBLOCK) != 0) qFatal("Cannot make a pipe.");
+    // Without one they end the program as they end any: nothing is lost by that.
+    if (pipe2(m_pipe, O_CLOEXEC | O_NONBLOCK) != 0) return;
     writeEnd = m_pipe[1];
     for (const int signalNumber : {SIGINT, SIGTERM, SIGHUP})
         watch(signalNumber);

@@ -34,7 +34,7 @@ private:
     void watch(int signalNumber);
     void readPipe();
 
-    int m_pipe[2];
+    int m_pipe[2] = {-1, -1};
     std::vector<Former> m_former;
 };
 

@@ -2,14 +2,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/worker_pool.h"
 
+#include <system_error>
 #include <utility>
 
 namespace lumora {
 
 WorkerPool::WorkerPool(int workers)
 {
-    for (int i = 0; i < workers; ++i) {
-        m_threads.emplace_back([this](const std::stop_token& stop) { work(stop); });
+    try {
+        for (int i = 0; i < workers; ++i)
+            m_threads.emplace_back([this](const std::stop_token& stop) { work(stop); });
+    } catch (const std::system_error&) {
+        // The system has no more threads for us; those that there are do the work.
     }
 }
 
@@ -21,6 +25,7 @@ WorkerPool::~WorkerPool()
 
 void WorkerPool::run(std::function<void()> task)
 {
+    if (m_threads.empty()) return task();
     {
         const std::lock_guard lock(m_mutex);
         m_tasks.push_back(std::move(task));

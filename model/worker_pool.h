@@ -23,7 +23,8 @@ public:
     WorkerPool(const WorkerPool&) = delete;
     WorkerPool& operator=(const WorkerPool&) = delete;
 
-    // Tasks start in the order given. They must not throw.
+    // Tasks start in the order given. They must not throw. Where the system refused even one thread, the
+    // caller does them.
     void run(std::function<void()> task);
 
 private:

@@ -55,12 +55,12 @@ WorkResult<WorkerReply> RemotePictureWork::askToOpen()
         if (!process) return WorkError{Kind::notStarted, process.error().description};
         m_process = std::move(*process);
     }
-    limit(m_processes.limits().openingBytes);
+    limit(0);
     auto reply = ask(m_opening, m_file, Kind::unreadable);
     if (!reply) return reply;
     // Content has one of the types of the table, whatever the worker says.
     if (!formatWithIdentifier(reply->head.typeIdentifier)) return endOfWorker(Kind::unreadable);
-    limit(m_processes.limits().openingBytes + 2 * reply->head.memoryNeed);
+    limit(reply->head.memoryNeed);
     return reply;
 }
 
@@ -161,16 +161,16 @@ WorkError RemotePictureWork::endOfWorker(WorkError::Kind lost)
     return {status == outOfMemoryExit ? Kind::memory : lost};
 }
 
-// Of memory and time for the file, beside what the worker had before.
-void RemotePictureWork::limit(std::int64_t bytes)
+// For the file, beside what the worker took before. An estimate of its need may be half of the truth.
+void RemotePictureWork::limit(std::int64_t need)
 {
     const auto usage = m_process->usage();
     if (!usage) return;
     const WorkerLimits& limits = m_processes.limits();
     constexpr std::int64_t megabyte = 1'000'000;
-    m_process->limitMemory(usage->virtualBytes + bytes);
+    m_process->limitMemory(usage->virtualBytes + limits.openingBytes + 2 * need);
     m_process->limitProcessorTime(std::chrono::ceil<std::chrono::seconds>(usage->processorTime) +
-                                  limits.processorTime + limits.processorTimeAMegabyte * (bytes / megabyte));
+                                  limits.processorTime + limits.processorTimeAMegabyte * (need / megabyte));
 }
 
 } // namespace lumora::ImageOptimizer

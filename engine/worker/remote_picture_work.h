@@ -35,7 +35,7 @@ private:
     WorkResult<WorkerReply> askToOpen();
     std::optional<WorkerReply> reply();
     WorkError endOfWorker(WorkError::Kind lost);
-    void limit(std::int64_t bytes);
+    void limit(std::int64_t need);
 
     WorkerProcesses& m_processes;
     std::stop_token m_stop;

@@ -31,8 +31,9 @@ struct FormatReader
     // on the image how its components were stored, where they no longer tell, and colours that are told in
     // numbers.
     void (*describe)(int descriptor, _VipsImage* image, Metadata& metadata, SourceFacts& facts);
-    // The identifier that the decoder knows better than the first bytes do. May be null.
-    std::string_view (*refinedIdentifier)(_VipsImage* image) = nullptr;
+    // The format that a file is of by a deeper look than at its first bytes; null when that knows no better.
+    // May be null.
+    const Format* (*lookedInto)(int descriptor) = nullptr;
     // The picture at 1/divisor (2, 4, 8) of its size, rounded up, as its codec can compute it from the lower
     // frequencies alone. Otherwise like `load`. May be null.
     Result<VipsImagePtr> (*loadReduced)(int divisor, int descriptor) = nullptr;

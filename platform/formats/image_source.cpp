@@ -54,13 +54,6 @@ SourceFacts factsOf(VipsImage* image)
     return facts;
 }
 
-std::string_view identifierOf(const Format& format, VipsImage* image)
-{
-    const auto refine = format.reader->refinedIdentifier;
-    const std::string_view refined = refine ? refine(image) : std::string_view();
-    return refined.empty() ? format.identifier : refined;
-}
-
 Image pictureOf(VipsImagePtr image, const FormatReader& reader, FileDescriptor file)
 {
     Image picture(image.release(), 1, ImageState::pending);
@@ -109,11 +102,11 @@ try {
     metadata.orientation = orientation;
     metadata.colorModel = colorModelName(image);
     metadata.profileName = profileDescription(attachedProfile(image));
-    std::string identifier(identifierOf(*format, image));
     const auto held = format->reader->heldBytes;
     const std::int64_t heldBytes = held ? held(image) : 0;
-    return ImageSource(std::move(identifier), pictureOf(std::move(*loaded), *format->reader, std::move(file)),
-                       orientation, std::move(metadata), facts, heldBytes);
+    return ImageSource(std::string(format->identifier),
+                       pictureOf(std::move(*loaded), *format->reader, std::move(file)), orientation,
+                       std::move(metadata), facts, heldBytes);
 } catch (const std::bad_alloc&) {
     return outOfMemory();
 }

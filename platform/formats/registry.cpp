@@ -46,7 +46,10 @@ const Format* formatOfFile(int descriptor)
     std::array<std::byte, sniffLength> head{};
     const ssize_t count = pread(descriptor, head.data(), head.size(), 0);
     if (count <= 0) return nullptr;
-    return formatOfContent(std::span(head).first(static_cast<std::size_t>(count)));
+    const Format* const claimed = formatOfContent(std::span(head).first(static_cast<std::size_t>(count)));
+    if (!claimed || !claimed->reader->lookedInto) return claimed;
+    const Format* const found = claimed->reader->lookedInto(descriptor);
+    return found ? found : claimed;
 }
 
 const Format* formatOfFile(const std::filesystem::path& path)

@@ -18,7 +18,6 @@
 namespace lumora {
 namespace {
 
-constexpr std::string_view draftPrefix = ".lumora-";
 constexpr mode_t ownerOnly = 0600;
 
 std::filesystem::path pathOf(int file)
@@ -29,7 +28,7 @@ std::filesystem::path pathOf(int file)
 // A name of its own, not one made from the target's, which may already be as long as the file system allows.
 std::filesystem::path hiddenNameBeside(const std::filesystem::path& target)
 {
-    return target.parent_path() / (std::string(draftPrefix) + Uuid::random().toString());
+    return target.parent_path() / (std::string(DraftNote::prefix) + Uuid::random().toString());
 }
 
 FileDescriptor openUnnamed(const std::filesystem::path& target)
@@ -91,9 +90,12 @@ Result<AtomicFile> AtomicFile::create(const std::filesystem::path& target, Draft
             return AtomicFile(target, {}, std::move(unnamed));
     }
     std::filesystem::path name = hiddenNameBeside(target);
+    DraftNote note(name);
     FileDescriptor file(::open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ownerOnly));
     if (!file.isOpen()) return fileError(target, "written", errno);
-    return AtomicFile(target, std::move(name), std::move(file));
+    AtomicFile draftFile(target, std::move(name), std::move(file));
+    draftFile.m_note = std::move(note);
+    return draftFile;
 }
 
 AtomicFile::AtomicFile(std::filesystem::path target, std::filesystem::path draft, FileDescriptor descriptor)
@@ -103,7 +105,7 @@ AtomicFile::AtomicFile(std::filesystem::path target, std::filesystem::path draft
 
 AtomicFile::AtomicFile(AtomicFile&& other) noexcept
     : OutputFile(std::move(other)), m_draft(std::exchange(other.m_draft, {})),
-      m_permissions(other.m_permissions), m_isTaken(other.m_isTaken)
+      m_note(std::move(other.m_note)), m_permissions(other.m_permissions), m_isTaken(other.m_isTaken)
 {
 }
 
@@ -126,6 +128,7 @@ Status AtomicFile::commit(ExistingFile existing)
     m_isTaken = existing == ExistingFile::keep && failure == EEXIST;
     if (failure != 0) return fileError(name(), "written", failure);
     m_draft.clear();
+    m_note = {};
     return Done{};
 }
 
@@ -136,7 +139,11 @@ int AtomicFile::takeName(ExistingFile existing)
         const int refusal = giveName(descriptor(), name());
         if (refusal != EEXIST || existing == ExistingFile::keep) return refusal;
         std::filesystem::path hidden = hiddenNameBeside(name());
-        if (const int failure = giveName(descriptor(), hidden); failure != 0) return failure;
+        m_note = DraftNote(hidden);
+        if (const int failure = giveName(descriptor(), hidden); failure != 0) {
+            m_note = {};
+            return failure;
+        }
         m_draft = std::move(hidden);
     }
     if (existing == ExistingFile::keep) return renameBesides(m_draft, name());
@@ -159,7 +166,7 @@ void removeStaleDrafts(const std::filesystem::path& folder)
     for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error)) {
         std::error_code unknown;
-        if (!entry->path().filename().native().starts_with(draftPrefix)) continue;
+        if (!entry->path().filename().native().starts_with(DraftNote::prefix)) continue;
         if (!std::filesystem::is_regular_file(entry->symlink_status(unknown))) continue;
         if (entry->last_write_time(unknown) < oldest && !unknown)
             std::filesystem::remove(entry->path(), unknown);

@@ -3,6 +3,7 @@
 #include "system/private_folder.h"
 
 #include "file_errors.h"
+#include "system/draft_note.h"
 #include "system/file_services.h"
 
 #include <fcntl.h>
@@ -64,6 +65,7 @@ Result<std::shared_ptr<const PrivateFolder>> PrivateFolder::make()
             return std::shared_ptr<const PrivateFolder>(
                 new PrivateFolder(std::move(path), std::move(folder)));
         }
+        ::rmdir(path.c_str());
     }
     return fileError(temporaryDirectory(), "used", EAGAIN);
 }
@@ -87,8 +89,9 @@ void removeAbandonedFolders()
         if (!entry->path().filename().native().starts_with(prefix)) continue;
         const FileDescriptor folder = opened(entry->path());
         std::error_code ignored;
-        if (folder.isOpen() && stands(folder) && isLocked(folder))
-            std::filesystem::remove_all(entry->path(), ignored);
+        if (!folder.isOpen() || !stands(folder) || !isLocked(folder)) continue;
+        removeNotedDrafts(entry->path());
+        std::filesystem::remove_all(entry->path(), ignored);
     }
 }
 

@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <string>
 
 namespace lumora {
@@ -48,8 +47,6 @@ bool beginsHeif(std::string_view head)
     return hasBrand(head, std::array{"mif1"sv, "msf1"sv});
 }
 
-constexpr const char* codecField = "heif-compression";
-
 Result<VipsImagePtr> load(int descriptor)
 {
     ensureHeifReady();
@@ -59,12 +56,8 @@ Result<VipsImagePtr> load(int descriptor)
 void describe(int descriptor, VipsImage* image, Metadata& metadata, SourceFacts& facts)
 {
     const HeifExtras extras = heifExtras(descriptor);
-    const HeifItems items = heifItems(descriptor);
     readAttachedMetadata(image, metadata);
     metadata.xmp = extras.xmp;
-    // The image library takes the brand's word for the codec.
-    if (const auto codec = items.codec(); !codec.empty())
-        vips_image_set_string(image, codecField, codec.c_str());
     if (extras.colors && attachedProfile(image).empty()) attachColors(image, *extras.colors);
 
     int bits = 0; // as stored, which the image library widens
@@ -74,17 +67,16 @@ void describe(int descriptor, VipsImage* image, Metadata& metadata, SourceFacts&
     const auto isGainMap = [](const std::string& type) {
         return type.find("hdrgainmap") != std::string::npos;
     };
-    facts.hasGainMap = std::ranges::any_of(extras.auxiliaryTypes, isGainMap) || items.contain("tmap");
+    facts.hasGainMap =
+        std::ranges::any_of(extras.auxiliaryTypes, isGainMap) || heifItems(descriptor).contain("tmap");
 }
 
 // The brands only claim what the picture is coded with.
-std::string_view refinedIdentifier(VipsImage* image)
+const Format* lookedInto(int descriptor)
 {
-    const char* codec = nullptr;
-    if (!vips_image_get_typeof(image, codecField) || vips_image_get_string(image, codecField, &codec) != 0)
-        return {};
-    if (std::strcmp(codec, "hevc") == 0) return heicFormat.identifier;
-    return std::strcmp(codec, "av1") == 0 ? avifFormat.identifier : heifFormat.identifier;
+    const std::string codec = heifItems(descriptor).codec();
+    if (codec == "hevc") return &heicFormat;
+    return codec == "av1" ? &avifFormat : nullptr;
 }
 
 // The picture in the codec's planes and as components.
@@ -101,7 +93,7 @@ std::int64_t encodingBytes(const EncodedShape& shape)
 }
 
 constexpr FormatReader reader{
-    .load = load, .describe = describe, .refinedIdentifier = refinedIdentifier, .heldBytes = decodingBytes};
+    .load = load, .describe = describe, .lookedInto = lookedInto, .heldBytes = decodingBytes};
 constexpr FormatWriter heicWriter{
     .encode = encodeHeic, .isAvailable = hasHevcEncoder, .heldBytes = encodingBytes};
 // Readers of this container refuse longer edges, our own among them.

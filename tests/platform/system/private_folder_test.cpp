@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "system/private_folder.h"
 
+#include "system/atomic_file.h"
+#include "system/draft_note.h"
 #include "tests/support/files.h"
 #include "tests/support/temporary_directory.h"
 
@@ -78,6 +80,27 @@ TEST_F(PrivateFolderTest, OfAKilledProcessIsRemovedAndThatOfALivingOneIsNot)
     EXPECT_EQ(entryCount(), 2U);
     EXPECT_TRUE(fs::exists(living->path()));
     EXPECT_TRUE(fs::exists(m_temporary / "lumora-other"));
+}
+
+TEST_F(PrivateFolderTest, LeadsToTheDraftsOfAProcessThatWasKilled)
+{
+    const fs::path pictures = m_temporary / "pictures";
+    fs::create_directory(pictures);
+    test::writeFile(pictures / "other", "not a draft");
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        const auto draft = AtomicFile::create(pictures / "a.webp", Draft::named);
+        const DraftNote misleading(pictures / "other");
+        raise(SIGKILL);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_EQ(std::distance(fs::directory_iterator(pictures), {}), 2);
+    removeAbandonedFolders();
+    EXPECT_EQ(std::distance(fs::directory_iterator(pictures), {}), 1);
+    EXPECT_TRUE(fs::exists(pictures / "other"));
+    EXPECT_EQ(entryCount(), 1U);
 }
 
 TEST_F(PrivateFolderTest, IsNotMistakenForALinkThatBearsItsName)

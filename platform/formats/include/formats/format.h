@@ -50,7 +50,8 @@ const Format* formatWithIdentifier(std::string_view identifier);
 // are enough, fewer are allowed.
 const Format* formatOfContent(std::span<const std::byte> head);
 inline constexpr std::size_t sniffLength = 64;
-// The same for a file; null also for one that cannot be read.
+// The same for a file, by more than its first bytes where these are a mere claim; null also for one that
+// cannot be read.
 const Format* formatOfFile(int descriptor);
 const Format* formatOfFile(const std::filesystem::path& path);
 

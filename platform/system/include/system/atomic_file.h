@@ -4,6 +4,7 @@
 // and the system's reason.
 #pragma once
 
+#include "system/draft_note.h"
 #include "system/file_descriptor.h"
 #include "system/output_file.h"
 #include "system/result.h"
@@ -55,6 +56,7 @@ private:
     int takeName(ExistingFile existing);
 
     std::filesystem::path m_draft; // empty without a name to discard
+    DraftNote m_note;
     std::uint32_t m_permissions = 0666;
     bool m_isTaken = false;
 };

@@ -40,6 +40,8 @@ public:
     // Our end of the socket.
     int channel() const { return m_channel.get(); }
 
+    pid_t number() const { return m_process; }
+
     // At once. Any thread, as long as the object lives.
     void kill() const;
     // Kills it and waits for its end: its exit status, 128 + the signal's number after a signal. It had ended

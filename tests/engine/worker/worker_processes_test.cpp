@@ -1,0 +1,214 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Files whose pixels are worked on in another process: the same outcome as in this one, and whatever becomes
+// of that process is the matter of one row.
+#include "engine/worker/worker_processes.h"
+
+#include "system/confinement.h"
+#include "tests/engine/optimizer_test.h"
+#include "tests/engine/worker/strange_order.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <future>
+#include <optional>
+
+namespace lumora {
+namespace {
+
+using ImageOptimizer::WorkerLimits;
+using ImageOptimizer::WorkerProcesses;
+using test::SettingsDraft;
+using test::StrangeOrder;
+using namespace std::chrono_literals;
+
+constexpr const char* unreadable = "The image could not be read.";
+
+class Workers : public test::OptimizerTest
+{
+protected:
+    void useWorkers(const std::filesystem::path& program, const WorkerLimits& limits = {})
+    {
+        m_processes.emplace(program, limits);
+        m_services.pixels = [this](std::stop_token stop) { return m_processes->work(std::move(stop)); };
+    }
+
+    std::filesystem::path strangePhoto(StrangeOrder order, const std::string& name = "strange.jpg")
+    {
+        const auto file = photo(name);
+        test::writeText(file, test::readBytes(file) + test::orderText(order));
+        return file;
+    }
+
+    // One worker, which the next file finds idle.
+    pid_t idleWorker()
+    {
+        auto process = m_processes->take();
+        EXPECT_TRUE(process);
+        const pid_t number = (*process)->number();
+        m_processes->giveBack(std::move(*process));
+        return number;
+    }
+
+    std::optional<WorkerProcesses> m_processes;
+};
+
+class StrangeWorkers : public Workers
+{
+protected:
+    StrangeWorkers() { useWorkers(LUMORA_STRANGE_WORKER); }
+
+    void expectNextToWork()
+    {
+        EXPECT_TRUE(optimize(photo("next.png"), {.outputFormat = OutputFormat::jpeg}).isSuccess);
+    }
+};
+
+TEST_F(Workers, MakeTheVerySameFiles)
+{
+    const auto source = photo("a.jpg", {.profile = "p3"});
+    for (const auto format : allCases<OutputFormat>) {
+        const SettingsDraft draft{.outputFormat = format, .removeMetadata = false, .filenameSuffix = "-out"};
+        m_services.pixels = nullptr;
+        const auto here = optimize(source, draft);
+        const std::string bytes = test::readBytes(*here.outputURL);
+        useWorkers(LUMORA_WORKER);
+        const auto there = optimize(source, draft);
+        EXPECT_EQ(there.outputURL, here.outputURL) << title(format);
+        EXPECT_EQ(there.message, here.message) << title(format);
+        EXPECT_EQ(test::readBytes(*there.outputURL), bytes) << title(format);
+    }
+}
+
+TEST_F(Workers, TellOfDamageAndLossesAsThisProcessDoes)
+{
+    useWorkers(LUMORA_WORKER);
+    test::writeText(m_in / "text.jpg", "no picture");
+    EXPECT_EQ(failureOf(m_in / "text.jpg"), unreadable);
+    const auto cut = photo("cut.png");
+    test::writeText(cut, test::readBytes(cut).substr(0, 200));
+    EXPECT_EQ(failureOf(cut), unreadable);
+    const auto deep = photo("deep.png", {.sixteenBits = true});
+    EXPECT_THAT(optimize(deep, {.outputFormat = OutputFormat::jpeg}).message,
+                testing::EndsWith(". 16 bits became 8"));
+}
+
+TEST_F(Workers, AskBeforeTheyReplaceWhatIsWholeOnly)
+{
+    useWorkers(LUMORA_WORKER);
+    test::writeText(m_in / "a.jpg", "an earlier file");
+    const SettingsDraft draft{.outputFormat = OutputFormat::jpeg, .warnBeforeOverwrite = true};
+    EXPECT_TRUE(optimize(photo("a.png"), draft).isSuccess);
+    EXPECT_THAT(m_asked, testing::ElementsAre("a.jpg"));
+    test::writeText(m_in / "b.jpg", "an earlier file");
+    test::writeText(m_in / "b.png", "no picture");
+    EXPECT_EQ(failureOf(m_in / "b.png", draft), unreadable);
+    EXPECT_THAT(m_asked, testing::SizeIs(1));
+    EXPECT_EQ(test::readBytes(m_in / "b.jpg"), "an earlier file");
+}
+
+TEST_F(Workers, AreUsedAgain)
+{
+    useWorkers(LUMORA_WORKER);
+    const pid_t first = idleWorker();
+    optimize(photo("a.png"), {.outputFormat = OutputFormat::jpeg});
+    EXPECT_EQ(idleWorker(), first);
+}
+
+TEST_F(Workers, AreReplacedWhenTheyHaveGrown)
+{
+    useWorkers(LUMORA_WORKER, {.keptBytes = 0});
+    EXPECT_NE(idleWorker(), idleWorker());
+}
+
+TEST_F(Workers, ThatCannotBeStartedFailTheirFilesOnly)
+{
+    const auto file = photo("a.jpg");
+    useWorkers(m_folder / "missing");
+    EXPECT_EQ(failureOf(file), "The worker could not be started: No such file or directory");
+    EXPECT_TRUE(std::filesystem::exists(file));
+}
+
+TEST_F(Workers, AreNotGivenMoreMemoryThanTheirFileNeeds)
+{
+    useWorkers(LUMORA_WORKER, {.openingBytes = 4'000'000});
+    test::save(m_in / "large.png", test::uniformPicture(4000, 3000, {1, 2, 3}));
+    const SettingsDraft draft{.resizeMode = ResizeMode::none, .outputFormat = OutputFormat::heic};
+    EXPECT_THAT(failureOf(m_in / "large.png", draft),
+                testing::AnyOf("There is not enough memory for this image.", unreadable));
+    EXPECT_EQ(filesIn(m_in), 1U);
+}
+
+TEST_F(StrangeWorkers, DieOfOneFileOnly)
+{
+    EXPECT_EQ(failureOf(strangePhoto(StrangeOrder::dieOnOpening)), unreadable);
+    expectNextToWork();
+}
+
+TEST_F(StrangeWorkers, ThatDieOfAnEncoderBlameTheOutputAndLeaveNothing)
+{
+    const auto file = strangePhoto(StrangeOrder::dieEncoding);
+    test::writeText(m_in / "strange.png", "an earlier file");
+    EXPECT_EQ(failureOf(file, {.outputFormat = OutputFormat::png}), "Could not finish writing strange.png.");
+    EXPECT_EQ(test::readBytes(m_in / "strange.png"), "an earlier file");
+    EXPECT_EQ(filesIn(m_in), 2U);
+    expectNextToWork();
+}
+
+TEST_F(StrangeWorkers, ThatNeitherAnswerNorWorkAreGivenUp)
+{
+    useWorkers(LUMORA_STRANGE_WORKER, {.silence = 1s});
+    EXPECT_EQ(failureOf(strangePhoto(StrangeOrder::sleep)), unreadable);
+    expectNextToWork();
+}
+
+TEST_F(StrangeWorkers, ThatWorkForEverAreEnded)
+{
+    useWorkers(LUMORA_STRANGE_WORKER, {.processorTime = 1s, .processorTimeAMegabyte = 0s});
+    EXPECT_EQ(failureOf(strangePhoto(StrangeOrder::spinEncoding), {.outputFormat = OutputFormat::png}),
+              "Could not finish writing strange.png.");
+    expectNextToWork();
+}
+
+TEST_F(StrangeWorkers, ThatTalkNonsenseAreNotBelieved)
+{
+    EXPECT_EQ(failureOf(strangePhoto(StrangeOrder::talkNonsense)), unreadable);
+    expectNextToWork();
+}
+
+TEST_F(StrangeWorkers, HaveNoWayOut)
+{
+    ASSERT_TRUE(confinementOffered().hasCallFilter);
+    EXPECT_EQ(failureOf(strangePhoto(StrangeOrder::leave)), unreadable);
+    EXPECT_EQ(failureOf(strangePhoto(StrangeOrder::startProgram)), unreadable);
+    expectNextToWork();
+}
+
+TEST_F(StrangeWorkers, ThatRunShortOfMemorySaySo)
+{
+    EXPECT_EQ(failureOf(strangePhoto(StrangeOrder::runShortOfMemory)),
+              "There is not enough memory for this image.");
+    expectNextToWork();
+}
+
+TEST_F(StrangeWorkers, ThatLieAboutTheirOutputTakeNoOriginalAlong)
+{
+    const auto file = strangePhoto(StrangeOrder::lieAboutOutput);
+    EXPECT_THAT(failureOf(file, {.outputFormat = OutputFormat::png, .moveOriginalToTrash = true}),
+                testing::StartsWith("Could not finish writing strange.png"));
+    EXPECT_TRUE(std::filesystem::exists(file));
+}
+
+TEST_F(StrangeWorkers, EndAtOnceWhenTheWorkIsStopped)
+{
+    const auto file = strangePhoto(StrangeOrder::sleep);
+    std::stop_source stop;
+    m_services.stop = stop.get_token();
+    auto failure = std::async(std::launch::async, [&] { return failureOf(file); });
+    stop.request_stop();
+    EXPECT_EQ(failure.get(), "The work was stopped.");
+}
+
+} // namespace
+} // namespace lumora
