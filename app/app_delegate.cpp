@@ -3,7 +3,9 @@
 #include "app/app_delegate.h"
 
 #include "app/desktop/desktop_files.h"
+#include "app/panels/closing_message.h"
 #include "app/panels/folder_access_panel.h"
+#include "app/panels/many_files_question.h"
 #include "app/panels/quit_question.h"
 #include "app/termination.h"
 #include "ui/dropwindow/drop_window_view.h"
@@ -26,14 +28,17 @@ WindowParameters preferencesWindowParameters()
     return {QStringLiteral("Preferences"), QStringLiteral("LumoraPreferencesWindow"), {620, 840}, {620, 780}};
 }
 
+// Among the few values that no view shows: the user knows that the program goes on without a window.
+const QString toldOfClosing = QStringLiteral("toldOfClosing");
+
 } // namespace
 
 AppDelegate::AppDelegate(QDBusConnection bus)
     : m_bus(std::move(bus)), m_desktopSettings(m_bus),
       m_textScale(m_desktopSettings, QGuiApplication::platformName() == QLatin1String("xcb")),
-      m_notifications(m_bus), m_intake(m_bus), m_overwriteQuestions([this](const auto& output) {
-          return askToOverwrite(output, m_mainWindow.get(), *m_quit);
-      })
+      m_notifications(m_bus), m_intake(m_bus), m_fileChooser(m_bus),
+      m_overwriteQuestions(
+          [this](const auto& output) { return askToOverwrite(output, m_mainWindow.get(), *m_quit); })
 {
     makeProcessingModel();
     connect(&m_notifications, &DesktopNotifications::showRequested, this, &AppDelegate::showMainWindow);
@@ -59,6 +64,9 @@ void AppDelegate::makeProcessingModel()
     m_batchNotice = std::make_unique<BatchNotice>(
         *m_processingModel, [this] { return mainWindowIsWatched(); },
         [this](const QString& summary, const QString& body) { m_notifications.notify(summary, body); });
+    // Queued, after the notice and after a batch that follows at once.
+    connect(m_processingModel.get(), &ProcessingModel::isProcessingChanged, this,
+            &AppDelegate::quitWithoutWindow, Qt::QueuedConnection);
 }
 
 ProcessingServices AppDelegate::services()
@@ -66,6 +74,9 @@ ProcessingServices AppDelegate::services()
     ProcessingServices services = ProcessingServices::system();
     services.confirmOverwrite = [this](const std::filesystem::path& output) {
         return m_overwriteQuestions.confirm(output);
+    };
+    services.confirmManyFiles = [this](std::size_t files, std::size_t folders) {
+        return confirmManyFiles(files, folders, m_mainWindow.get());
     };
     services.requestSaveAccess = saveAccessRequest([this](const std::filesystem::path& folder) {
         return requestSaveAccess(folder, m_mainWindow.get());
@@ -131,25 +142,54 @@ void AppDelegate::endWhenDone()
     Termination::shared().begin();
 }
 
-// Neither a status item nor another launch, which would not find the program, could bring a window back.
-bool AppDelegate::isOutOfSightWithout(const BrandedWindow* window) const
+Closing AppDelegate::closing(const BrandedWindow* window)
 {
-    const auto isShown = [window](const BrandedWindow* other) {
+    const auto isOtherShown = [window](const BrandedWindow* other) {
         return other && other != window && other->isVisible();
     };
-    return !m_bus.isConnected() && !(m_statusItem && m_statusItem->isPresent()) &&
-           !isShown(m_mainWindow.get()) && !isShown(m_preferencesWindow.get());
+    PreferencesFile& file = m_settingsStore.settings().preferencesFile();
+    return closingOf({.isLast = !isOtherShown(m_mainWindow.get()) && !isOtherShown(m_preferencesWindow.get()),
+                      .hasStatusItem = m_statusItem && m_statusItem->isPresent(),
+                      .canBeLaunchedAgain = m_bus.isConnected(),
+                      .isProcessing = m_processingModel->isProcessing(),
+                      .quitsByPreference = m_settingsStore.settings().quitWhenClosed(),
+                      .wasTold = file.value(toldOfClosing).toBool()});
+}
+
+bool AppDelegate::mayClose(BrandedWindow* window)
+{
+    const Closing way = closing(window);
+    if (way == Closing::asksToQuit) return confirmQuit(window);
+    if (way != Closing::tells) return true;
+    const ClosingAnswer answer = tellOfClosing(window);
+    if (answer == ClosingAnswer::staysOpen) return false;
+    settings().preferencesFile().setValue(toldOfClosing, true);
+    if (answer == ClosingAnswer::quits) Termination::shared().begin();
+    return true;
+}
+
+bool AppDelegate::isWindowShown() const
+{
+    return (m_mainWindow && m_mainWindow->isVisible()) ||
+           (m_preferencesWindow && m_preferencesWindow->isVisible());
+}
+
+// The last window was closed while a batch ran.
+void AppDelegate::quitWithoutWindow()
+{
+    const bool wasOpen = m_mainWindow != nullptr;
+    if (m_processingModel->isProcessing() || isWindowShown() || !wasOpen) return;
+    if (closing(nullptr) == Closing::quits) Termination::shared().begin();
 }
 
 std::unique_ptr<BrandedWindow> AppDelegate::makeWindow(const WindowParameters& parameters, QWidget* view)
 {
     auto window = std::make_unique<BrandedWindow>(parameters, view, m_menu);
     BrandedWindow* made = window.get();
-    made->setMayClose([this, made] {
-        return !isOutOfSightWithout(made) || !m_processingModel->isProcessing() || confirmQuit(made);
-    });
+    made->setMayClose([this, made] { return mayClose(made); });
     connect(made, &BrandedWindow::closed, this, [this, made] {
-        if (isOutOfSightWithout(made)) Termination::shared().begin();
+        const Closing way = closing(made);
+        if (way == Closing::quits || way == Closing::asksToQuit) Termination::shared().begin();
     });
     return window;
 }
@@ -171,7 +211,8 @@ void AppDelegate::showMainWindow()
         };
         auto* view = new DropWindowView(
             settings(), *m_processingModel, m_statsStore, [this] { showPreferences(); },
-            FileBrowser{showInFolder, openFile}, reducesMotion);
+            FileBrowser{showInFolder, openFile}, reducesMotion,
+            [this](QWidget* parent, const ChosenFiles& chosen) { m_fileChooser.open(parent, chosen); });
         m_mainWindow = makeWindow(mainWindowParameters(), view);
         m_mainWindowHeight =
             std::make_unique<MainWindowHeight>(*m_mainWindow, *m_processingModel, reducesMotion);

@@ -13,10 +13,12 @@
 #include "app/panels/overwrite_questions.h"
 #include "app/tray/status_item.h"
 #include "app/window/branded_window.h"
+#include "app/window/closing.h"
 #include "app/window/main_window_height.h"
 #include "model/processing_model.h"
 #include "model/settings_store.h"
 #include "model/stats_store.h"
+#include "ui/intake/file_chooser.h"
 #include "ui/intake/file_intake.h"
 
 #include <QDBusConnection>
@@ -64,7 +66,10 @@ private:
     void configureMenus();
     void configureStatusItem();
     void endWhenDone();
-    bool isOutOfSightWithout(const BrandedWindow* window) const;
+    Closing closing(const BrandedWindow* window);
+    bool mayClose(BrandedWindow* window);
+    bool isWindowShown() const;
+    void quitWithoutWindow();
     std::unique_ptr<BrandedWindow> makeWindow(const WindowParameters& parameters, QWidget* view);
     bool mainWindowIsWatched() const;
 
@@ -75,6 +80,7 @@ private:
     TextScale m_textScale;
     DesktopNotifications m_notifications;
     FileIntake m_intake;
+    FileChooser m_fileChooser;
     QMenu m_menu;
     QAction* m_quit = nullptr;
     std::unique_ptr<BrandedWindow> m_mainWindow;

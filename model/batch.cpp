@@ -41,6 +41,7 @@ void Batch::expand(std::vector<std::filesystem::path> inputs, std::function<void
         auto expansion = std::make_shared<Expansion>();
         expansion->files = context.services.expand(inputs, stop);
         expansion->folders = uniqueParentFolders(expansion->files);
+        expansion->comesFromFolders = expansion->files.size() > inputs.size();
         expansion->names =
             std::make_shared<ImageOptimizer::BatchNames>(expansion->files, context.settings, stop);
         context.mainThread.post([done, expansion] { done(std::move(*expansion)); });
@@ -58,6 +59,7 @@ void Batch::start(Expansion expansion, int workers, std::function<void(Processin
     m_names = std::move(expansion.names);
     m_finished = std::move(finished);
     if (auto folder = PrivateFolder::shared()) m_folder = std::move(*folder);
+    m_workerCount = workers;
     m_workers = std::make_unique<WorkerPool>(workers);
     for (int i = 0; i < workers; ++i)
         handOutNext();
@@ -65,12 +67,19 @@ void Batch::start(Expansion expansion, int workers, std::function<void(Processin
 
 void Batch::handOutNext()
 {
-    if (m_isCancelled || m_next == m_files.size()) return;
+    if (m_isCancelled || m_isPaused || m_next == m_files.size()) return;
     ++m_inFlight;
     m_workers->run([this, file = std::move(m_files[m_next++])] {
         m_context.mainThread.post([finished = m_finished, result = optimize(file)] { finished(result); });
         returnFreedMemory();
     });
+}
+
+void Batch::setPaused(bool paused)
+{
+    m_isPaused = paused;
+    for (int free = m_workerCount - m_inFlight; free > 0; --free)
+        handOutNext();
 }
 
 void Batch::cancel()

@@ -39,6 +39,7 @@ public:
     {
         std::vector<std::filesystem::path> files;
         std::vector<std::filesystem::path> folders; // those that `files` lie in
+        bool comesFromFolders = false;              // more files than were named
         std::shared_ptr<const ImageOptimizer::BatchNames> names;
     };
 
@@ -55,12 +56,20 @@ public:
     // Hands out the first `workers` files of the expansion; `finished` comes once a file, in the order in
     // which they finish.
     void start(Expansion expansion, int workers, std::function<void(ProcessingResult)> finished);
-    // After a result: hands out the next file if there is one.
+    // After a result: hands out the next file if there is one and the batch is not paused.
     void handOutNext();
-    // No file is in flight.
-    bool isIdle() const { return m_inFlight == 0; }
+    // It was started, no file is in flight, and none will be.
+    bool isDone() const
+    {
+        return m_workers && m_inFlight == 0 && (m_isCancelled || m_next == m_files.size());
+    }
     // Counts one file as finished.
     void fileFinished() { --m_inFlight; }
+
+    // While it is paused nothing more is handed out. Only a batch that was started can be paused.
+    bool canPause() const { return m_workers && !m_isCancelled; }
+    void setPaused(bool paused);
+    bool isPaused() const { return m_isPaused; }
 
     // Nothing more is handed out and a running expansion ends early.
     void cancel();
@@ -80,6 +89,8 @@ private:
     std::shared_ptr<const PrivateFolder> m_folder; // made once for the whole batch; each file does without
     std::size_t m_next = 0;
     int m_inFlight = 0;
+    int m_workerCount = 0;
+    bool m_isPaused = false;
     bool m_isCancelled = false;
     std::stop_source m_stop;
     mutable MemoryBudget m_memory;                                // used by the workers

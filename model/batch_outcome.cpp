@@ -14,6 +14,11 @@ bool isSkipped(const ProcessingResult& result)
     return !result.isSuccess && result.message == skipped;
 }
 
+bool isFailed(const ProcessingResult& result)
+{
+    return !result.isSuccess && !isSkipped(result);
+}
+
 void BatchOutcome::add(const ProcessingResult& result)
 {
     ++(result.isSuccess ? succeeded : isSkipped(result) ? skipped : failed);

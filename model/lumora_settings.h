@@ -48,6 +48,7 @@ public:
     SettingValue<bool>            preserveModificationTime{m_file, "preserveModificationTime", defaults::preserveModificationTime};
     SettingValue<bool>            warnBeforeOverwrite{m_file, "warnBeforeOverwrite", defaults::warnBeforeOverwrite};
     SettingValue<bool>            exitWhenComplete{m_file, "exitWhenComplete", defaults::exitWhenComplete};
+    SettingValue<bool>            quitWhenClosed{m_file, "quitWhenClosed", defaults::quitWhenClosed};
     // clang-format on
 
     // The same formulas as OptimizerSettings, of the values stored now.

@@ -77,6 +77,7 @@ void ProcessingModel::cancel()
     if (m_batch) {
         m_batch->cancel();
         setStatusText(QStringLiteral("Cancelling..."));
+        if (m_batch && m_batch->isDone()) completeBatch(QStringLiteral("Done")); // it was paused
     } else if (wasWaiting) {
         completeBatch(QStringLiteral("Done"));
     }
@@ -86,6 +87,47 @@ void ProcessingModel::cancelNow()
 {
     cancel();
     if (m_batch) m_batch->stop();
+}
+
+void ProcessingModel::setPaused(bool paused)
+{
+    if (!canPause() || m_batch->isPaused() == paused) return;
+    m_batch->setPaused(paused);
+    setStatusText(progressText());
+}
+
+void ProcessingModel::clearResults()
+{
+    if (m_results.empty()) return;
+    m_results.clear();
+    Q_EMIT resultsRemoved();
+}
+
+void ProcessingModel::retry(int row)
+{
+    const ProcessingResult* wanted = &resultAt(row);
+    retryThose([wanted](const ProcessingResult& result) { return &result == wanted && !result.isSuccess; });
+}
+
+void ProcessingModel::retryFailed()
+{
+    retryThose(isFailed);
+}
+
+void ProcessingModel::retryThose(const Which& which)
+{
+    std::vector<std::filesystem::path> files;
+    std::deque<ProcessingResult> kept;
+    for (ProcessingResult& result : m_results) {
+        if (which(result))
+            files.push_back(std::move(result.sourceURL));
+        else
+            kept.push_back(std::move(result));
+    }
+    m_results.swap(kept);
+    if (files.empty()) return;
+    Q_EMIT resultsRemoved();
+    process(files);
 }
 
 void ProcessingModel::startPendingBatch()
@@ -106,6 +148,11 @@ void ProcessingModel::processExpandedBatch(Batch::Expansion expansion)
 {
     if (m_batch->isCancelled()) return completeBatch(QStringLiteral("Done"));
     if (expansion.files.empty()) return completeBatch(nothingFound());
+    if (!mayTakeSoMany(expansion)) {
+        m_wasCancelled = true;
+        setProgress(0, static_cast<int>(expansion.files.size()));
+    }
+    if (m_wasCancelled) return completeBatch(QStringLiteral("Done"));
 
     const bool writesNextToOriginals =
         m_batch->settings().destinationMode == DestinationMode::originalLocation;
@@ -115,6 +162,13 @@ void ProcessingModel::processExpandedBatch(Batch::Expansion expansion)
     if (m_batch->isCancelled()) return completeBatch(QStringLiteral("Done"));
 
     processInParallel(std::move(expansion));
+}
+
+bool ProcessingModel::mayTakeSoMany(const Batch::Expansion& expansion) const
+{
+    if (!m_services.confirmManyFiles || !expansion.comesFromFolders) return true;
+    if (expansion.files.size() < m_services.manyFiles) return true;
+    return m_services.confirmManyFiles(expansion.files.size(), expansion.folders.size());
 }
 
 int ProcessingModel::workerCount(std::size_t files) const
@@ -131,7 +185,7 @@ void ProcessingModel::processInParallel(Batch::Expansion expansion)
     setStatusText(optimizingText(files, workers));
     m_batch->start(std::move(expansion), workers,
                    [this](const ProcessingResult& result) { consume(result); });
-    if (m_batch->isIdle()) completeBatch(QStringLiteral("Done")); // cancelled by an observer of the status
+    if (m_batch->isDone()) completeBatch(QStringLiteral("Done")); // cancelled by an observer of the status
 }
 
 void ProcessingModel::consume(const ProcessingResult& result)
@@ -141,11 +195,17 @@ void ProcessingModel::consume(const ProcessingResult& result)
     Q_EMIT resultInserted();
     if (m_statsStore) m_statsStore->record(result);
     setProgress(m_completedCount + 1, m_totalCount);
-    if (!m_batch->isCancelled())
-        setStatusText(QStringLiteral("Optimized %1 of %2").arg(m_completedCount).arg(m_totalCount));
+    if (!m_batch->isCancelled()) setStatusText(progressText());
     m_batch->fileFinished(); // not before: an observer that runs an event loop must not see the batch end
     m_batch->handOutNext();
-    if (m_batch->isIdle()) completeBatch(QStringLiteral("Done"));
+    if (m_batch->isDone()) completeBatch(QStringLiteral("Done"));
+}
+
+QString ProcessingModel::progressText() const
+{
+    const QString text =
+        isPaused() ? QStringLiteral("Paused at %1 of %2") : QStringLiteral("Optimized %1 of %2");
+    return text.arg(m_completedCount).arg(m_totalCount);
 }
 
 void ProcessingModel::completeBatch(const QString& message)

@@ -61,6 +61,10 @@ public:
     // cancel(), and the files in flight fail as soon as they can, and questions
     // skip.
     void cancelNow();
+    // While a batch is paused its files in flight finish and no other begins.
+    bool canPause() const { return m_batch && m_batch->canPause(); }
+    void setPaused(bool paused);
+    bool isPaused() const { return canPause() && m_batch->isPaused(); }
     // From cancel() to the end of its batch.
     bool isCancelling() const { return m_batch && m_batch->isCancelled(); }
     // The last batch ended, or never began, because of cancel().
@@ -75,9 +79,16 @@ public:
     int completedCount() const { return m_completedCount; }
     int totalCount() const { return m_totalCount; }
 
-    // Row 0 is the newest. Rows are never removed; a reference stays valid as long as the model.
+    // Row 0 is the newest. A reference stays valid until rows are removed.
     int resultCount() const { return static_cast<int>(m_results.size()); }
     const ProcessingResult& resultAt(int row) const;
+
+    // Forgets the results so far. A running batch goes on.
+    void clearResults();
+    // Processes files without an output once more, as drops that replace their rows: that of one row, or all
+    // that failed.
+    void retry(int row);
+    void retryFailed();
 
     // Called once, when a batch completes with nothing left waiting.
     void setOnComplete(std::function<void()> onComplete);
@@ -88,12 +99,19 @@ Q_SIGNALS:
     void progressChanged();
     // One row more, at row 0.
     void resultInserted();
+    // Rows went, and those that stay may have other numbers.
+    void resultsRemoved();
 
 private:
+    using Which = std::function<bool(const ProcessingResult&)>;
+
     void startPendingBatch();
     void processExpandedBatch(Batch::Expansion expansion);
     void processInParallel(Batch::Expansion expansion);
+    bool mayTakeSoMany(const Batch::Expansion& expansion) const;
     void consume(const ProcessingResult& result);
+    QString progressText() const;
+    void retryThose(const Which& which);
     void completeBatch(const QString& message);
     int workerCount(std::size_t files) const;
     void setProcessing(bool isProcessing);

@@ -38,6 +38,10 @@ struct ProcessingServices
     std::function<bool(const std::filesystem::path&)> confirmOverwrite;
     // Asked on the main thread before a batch writes next to its originals.
     SaveAccessRequest requestSaveAccess;
+    // Asked on the main thread, where it may run a modal dialog, before anything is written for folders in
+    // which so many images were found; false ends the batch. Empty: nobody is asked.
+    std::function<bool(std::size_t files, std::size_t folders)> confirmManyFiles;
+    std::size_t manyFiles = 1000;
     int activeProcessorCount = 1;
     // Bytes that large files may take at once, asked now and then on workers.
     std::function<std::int64_t()> memoryToShare = [] { return std::int64_t{0}; };

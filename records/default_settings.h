@@ -24,5 +24,6 @@ inline constexpr bool moveOriginalToTrash = false;
 inline constexpr bool preserveModificationTime = true;
 inline constexpr bool warnBeforeOverwrite = false;
 inline constexpr bool exitWhenComplete = false;
+inline constexpr bool quitWhenClosed = false;
 
 } // namespace lumora::defaults

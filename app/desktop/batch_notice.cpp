@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/desktop/batch_notice.h"
 
+#include "model/batch_pace.h"
 #include "model/processing_model.h"
-#include "model/result_text.h"
 
 #include <QLocale>
 
@@ -28,9 +28,12 @@ QString bodyText(const ResultTotals& totals)
 } // namespace
 
 BatchNotice::BatchNotice(const ProcessingModel& model, std::function<bool()> isWatched, Notify notify,
-                         QObject* parent)
-    : QObject(parent), m_model(model), m_isWatched(std::move(isWatched)), m_notify(std::move(notify))
+                         Now now, QObject* parent)
+    : QObject(parent), m_model(model), m_isWatched(std::move(isWatched)), m_notify(std::move(notify)),
+      m_now(std::move(now))
 {
+    connect(&model, &ProcessingModel::resultInserted, this, [this] { m_totals.add(m_model.resultAt(0)); });
+    connect(&model, &ProcessingModel::isProcessingChanged, this, &BatchNotice::processingChanged);
     // Queued: a batch that follows at once has started by then, and its results join the same message.
     connect(&model, &ProcessingModel::isProcessingChanged, this, &BatchNotice::update, Qt::QueuedConnection);
 }
@@ -39,22 +42,34 @@ void BatchNotice::expect()
 {
     if (m_isExpected) return;
     m_isExpected = true;
-    m_countBefore = m_model.resultCount();
+    m_totals = {};
+}
+
+void BatchNotice::processingChanged()
+{
+    if (!m_model.isProcessing() || m_started) return;
+    m_started = m_now();
+    if (!m_isExpected) m_totals = {};
+}
+
+bool BatchNotice::tookLong() const
+{
+    return m_started && m_now() - *m_started > BatchPace::longBatch;
 }
 
 void BatchNotice::update()
 {
-    if (!m_isExpected || m_model.isProcessing()) return;
+    if (m_model.isProcessing()) return;
+    const bool isDue = m_isExpected || tookLong();
+    m_started.reset();
+    if (!isDue) return;
     m_isExpected = false;
     if (!m_isWatched()) announce();
 }
 
 void BatchNotice::announce()
 {
-    ResultTotals totals;
-    for (int row = 0; row < m_model.resultCount() - m_countBefore; ++row)
-        totals.add(m_model.resultAt(row));
-    if (totals.files > 0) m_notify(summaryText(totals), bodyText(totals));
+    if (m_totals.files > 0) m_notify(summaryText(m_totals), bodyText(m_totals));
 }
 
 } // namespace lumora

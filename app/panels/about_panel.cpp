@@ -9,6 +9,7 @@
 #include "ui/theme/button_styles.h"
 #include "ui/theme/fonts.h"
 #include "ui/theme/surfaces.h"
+#include "ui/theme/tidewell_theme.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -29,12 +30,15 @@ QString librariesText()
     return lines.join(QLatin1Char('\n'));
 }
 
-QLabel* label(const QString& text, fonts::TextStyle style, QWidget* parent)
+QLabel* label(const QString& text, const QFont& font, const QColor& colour, QWidget* parent)
 {
     auto* line = new QLabel(text, parent);
+    QPalette shades = line->palette();
+    shades.setColor(QPalette::WindowText, colour);
+    line->setPalette(shades);
     line->setTextFormat(Qt::PlainText);
     line->setAlignment(Qt::AlignCenter);
-    line->setFont(fonts::font(style));
+    line->setFont(font);
     line->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     return line;
 }
@@ -52,12 +56,18 @@ AboutPanel::AboutPanel(QWidget* parent) : QDialog(parent)
     icon->setAlignment(Qt::AlignCenter);
     icon->setPixmap(QApplication::windowIcon().pixmap(iconSide));
     layout->addWidget(icon);
-    layout->addWidget(label(QStringLiteral("Lumora"), fonts::TextStyle::title2, this));
-    layout->addWidget(label(PreferencesView::appVersionText(mainBundlePath()), fonts::TextStyle::body, this));
+    using fonts::TextStyle;
+    layout->addWidget(label(QStringLiteral("Lumora"), fonts::font(TextStyle::title2, QFont::Bold),
+                            TidewellTheme::cream(), this));
+    layout->addWidget(label(PreferencesView::appVersionText(mainBundlePath()), fonts::font(TextStyle::body),
+                            TidewellTheme::creamMuted(), this));
+    layout->addSpacing(8);
     layout->addWidget(label(QStringLiteral("Optimizes images on this computer.\n\u00A9 2026 Tidewell\n"
                                            "Licence: GPL-3.0-or-later"),
-                            fonts::TextStyle::body, this));
-    layout->addWidget(label(librariesText(), fonts::TextStyle::caption, this));
+                            fonts::font(TextStyle::body), TidewellTheme::cream(), this));
+    layout->addSpacing(8);
+    layout->addWidget(
+        label(librariesText(), fonts::font(TextStyle::caption), TidewellTheme::creamMuted(), this));
     auto* close = new StyledButton(copperStyle, QString(), QStringLiteral("Close"), this);
     connect(close, &QAbstractButton::clicked, this, &QDialog::reject);
     layout->addSpacing(8);

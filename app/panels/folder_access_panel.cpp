@@ -3,6 +3,7 @@
 #include "app/panels/folder_access_panel.h"
 
 #include "model/folder_access.h"
+#include "ui/intake/files_and_folders_dialog.h"
 
 #include <QFile>
 #include <QFileDialog>
@@ -17,6 +18,7 @@ std::optional<std::filesystem::path> requestSaveAccess(const std::filesystem::pa
     panel.setLabelText(QFileDialog::Accept, QStringLiteral("Allow Save Access"));
     panel.setFileMode(QFileDialog::Directory);
     panel.setOptions(QFileDialog::ShowDirsOnly | QFileDialog::ReadOnly);
+    makeRoomy(panel);
     panel.setDirectory(QFile::decodeName(QByteArray::fromStdString(folder.native())));
     if (panel.exec() != QDialog::Accepted || panel.selectedFiles().isEmpty()) return std::nullopt;
     return QFile::encodeName(panel.selectedFiles().constFirst()).toStdString();

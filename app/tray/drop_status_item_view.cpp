@@ -8,17 +8,19 @@
 #include "ui/controls/links.h"
 #include "ui/intake/file_intake.h"
 #include "ui/intake/offered_files.h"
+#include "ui/theme/fonts.h"
 #include "ui/theme/tidewell_theme.h"
 
 #include <QDragEnterEvent>
 #include <QMenu>
 #include <QPainter>
 
+#include <algorithm>
+
 namespace lumora {
 namespace {
 
 constexpr QSize itemSize(30, 22);
-constexpr int symbolSide = 18;
 constexpr int highlightInset = 2;
 
 } // namespace
@@ -36,9 +38,10 @@ std::unique_ptr<QMenu> makeStatusMenu(const StatusItemActions& actions)
     return menu;
 }
 
-Symbol statusSymbol()
+// No text stands beside it, so it does not grow with the texts.
+Symbol statusSymbol(int side)
 {
-    return {QStringLiteral("photo.on.rectangle.angled"), symbolSide * 0.8};
+    return {QStringLiteral("photo.on.rectangle.angled"), side * 0.8 / fonts::textScale()};
 }
 
 DropStatusItemView::DropStatusItemView(StatusItemActions actions, FileIntake& intake)
@@ -71,8 +74,9 @@ void DropStatusItemView::paintEvent(QPaintEvent*)
         const QRect inner = rect().adjusted(highlightInset, highlightInset, -highlightInset, -highlightInset);
         painter.fillRect(inner, QColor::fromRgbF(0.788F, 0.576F, 0.451F, 0.32F));
     }
-    const QRectF symbol((width() - symbolSide) / 2.0, (height() - symbolSide) / 2.0, symbolSide, symbolSide);
-    statusSymbol().paint(painter, symbol, m_symbolColor);
+    // A tray gives what height it has, in pixels of the screen: at scale 2 often half the wanted one.
+    const int side = std::min({statusSymbolSide, width() - 2, height() - 2});
+    statusSymbol(side).paint(painter, rect(), m_symbolColor);
 }
 
 void DropStatusItemView::mousePressEvent(QMouseEvent* event)

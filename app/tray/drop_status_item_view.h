@@ -30,8 +30,9 @@ struct StatusItemActions
 // "Open Drop Window", "Preferences...", "Tidewell Website", a separator, "Quit Lumora".
 std::unique_ptr<QMenu> makeStatusMenu(const StatusItemActions& actions);
 
-// The icon of a status item of any kind.
-Symbol statusSymbol();
+// The icon of a status item of any kind, in a square of this side.
+inline constexpr int statusSymbolSide = 18;
+Symbol statusSymbol(int side = statusSymbolSide);
 
 class DropStatusItemView : public QWidget
 {

@@ -42,6 +42,8 @@ MainWindowHeight::MainWindowHeight(QWidget& window, const ProcessingModel& model
             [this](const QVariant& height) { setHeight(height.toInt()); });
     connect(&model, &ProcessingModel::resultInserted, this,
             [this, &model] { resizeFor(model.resultCount()); });
+    connect(&model, &ProcessingModel::resultsRemoved, this,
+            [this, &model] { resizeFor(model.resultCount()); });
     m_settled.setSingleShot(true);
     m_settled.setInterval(settleMilliseconds);
     connect(&m_settled, &QTimer::timeout, this, &MainWindowHeight::grow);

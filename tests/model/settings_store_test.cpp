@@ -53,6 +53,7 @@ TEST_F(SettingsStoreTest, FirstLaunchReadsTheDefaultsAndWritesNothing)
     EXPECT_TRUE(settings.preserveModificationTime);
     EXPECT_FALSE(settings.warnBeforeOverwrite);
     EXPECT_FALSE(store.settings().exitWhenComplete());
+    EXPECT_FALSE(store.settings().quitWhenClosed());
     EXPECT_FALSE(fs::exists(m_file));
 }
 

@@ -80,9 +80,9 @@ TEST_F(Accessibility, TabWalksTheDropWindowInReadingOrder)
     const auto view = objects.makeView();
     open(*view);
     EXPECT_EQ(walkByTab(*view),
-              words({"WebP Lossy", "2560px", "Quality 82", "Remove metadata, metadata removal on",
-                     "sRGB, color optimization on", "Preferences", "Choose images",
-                     "Crafted with care by Tidewell", "Buy me a coffee"}));
+              words({"Next to the originals, originals kept", "WebP Lossy", "2560px", "Quality 82",
+                     "Remove metadata, metadata removal on", "sRGB, color optimization on", "Preferences",
+                     "Choose images", "Crafted with care by Tidewell", "Buy me a coffee"}));
 }
 
 TEST_F(Accessibility, TabReachesTheCancelControlAndTheResultsWhereTheyShow)
@@ -91,7 +91,8 @@ TEST_F(Accessibility, TabReachesTheCancelControlAndTheResultsWhereTheyShow)
     objects.runUntil(2, 4);
     open(*view);
     const QStringList names = walkByTab(*view);
-    EXPECT_EQ(names.mid(6, 3), words({"Choose images", "Cancel", "Results"}));
+    EXPECT_EQ(names.mid(7, 6), words({"Choose images", "Batch menu", "Cancel", "Sort by, Newest",
+                                      "Clear results", "Results"}));
 }
 
 TEST_F(Accessibility, TabWalksThePreferencesFromTopToBottom)
@@ -105,7 +106,8 @@ TEST_F(Accessibility, TabWalksThePreferencesFromTopToBottom)
                      "Remove color management information", "Remove personal information and metadata",
                      "Destination", "Choose Folder...", "Prefix", "Suffix", "Move original to Trash",
                      "Preserve file modification time", "Show warning before overwrite",
-                     "Exit when optimization complete", "Reset Lifetime Stats"}));
+                     "Exit when optimization complete", "Quit when the last window is closed",
+                     "Reset Lifetime Stats"}));
 }
 
 TEST_F(Accessibility, EveryControlOfTheDropWindowIsNamedAndExplained)

@@ -37,6 +37,20 @@ StyledLabel* line(TextStyle style, const QString& text, const QColor& colour)
     return label;
 }
 
+// All of it, in as many lines as it takes.
+StyledLabel* paragraph(TextStyle style, const QString& text, const QColor& colour)
+{
+    const QFont font = fonts::shapedFor(text, fonts::font(style));
+    const int width = fonts::scaled(textWidth);
+    auto* label = new StyledLabel(
+        text, [style, text] { return fonts::shapedFor(text, fonts::font(style)); }, colour);
+    label->setWordWrap(true);
+    const QRect lines =
+        QFontMetrics(font).boundingRect(QRect(0, 0, width, QWIDGETSIZE_MAX), Qt::TextWordWrap, text);
+    label->setFixedSize(width, lines.height());
+    return label;
+}
+
 } // namespace
 
 MessageDialog::MessageDialog(const QString& text, const QString& informativeText, QWidget* parent)
@@ -51,7 +65,7 @@ MessageDialog::MessageDialog(const QString& text, const QString& informativeText
 
     m_texts->setSpacing(4);
     m_texts->addWidget(line(TextStyle::headline, text, TidewellTheme::cream()));
-    m_texts->addWidget(line(TextStyle::body, informativeText, TidewellTheme::creamMuted()));
+    m_texts->addWidget(paragraph(TextStyle::body, informativeText, TidewellTheme::creamMuted()));
     auto* message = new QHBoxLayout;
     message->setSpacing(16);
     const Symbol sign{QStringLiteral("exclamationmark.triangle.fill"), 30};

@@ -5,6 +5,7 @@
 #include "model/processing_model.h"
 #include "ui/controls/styled_button.h"
 #include "ui/controls/styled_label.h"
+#include "ui/dropwindow/destination_hint.h"
 #include "ui/dropwindow/drop_window_footer.h"
 #include "ui/dropwindow/drop_window_heights.h"
 #include "ui/dropzone/drop_zone.h"
@@ -21,6 +22,7 @@
 #include "ui/theme/tidewell_theme.h"
 
 #include <QClipboard>
+#include <QDragEnterEvent>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -55,6 +57,7 @@ DropWindowView::DropWindowView(LumoraSettings& settings, ProcessingModel& proces
 {
     setMinimumSize(720, 320);
     setFocusPolicy(Qt::ClickFocus);
+    setAcceptDrops(true);
     connect(m_zone, &DropZone::dropped, this,
             [this](const QMimeData& items) { m_intake->load(items, m_process); });
     connect(m_zone, &QAbstractButton::clicked, this, [this, choose = std::move(chooseFiles)] {
@@ -74,11 +77,18 @@ QWidget* DropWindowView::makeHeader(LumoraSettings& settings, std::function<void
     preferences->setToolTip(QStringLiteral("Preferences"));
     preferences->setAccessibleName(QStringLiteral("Preferences"));
     preferences->setAccessibleDescription(QStringLiteral("Opens the preferences window"));
+    auto* hint = new DestinationHint(settings);
+    connect(hint, &QAbstractButton::clicked, this, openPreferences);
     connect(preferences, &QAbstractButton::clicked, this, std::move(openPreferences));
 
+    auto* titleAndHint = new QHBoxLayout;
+    titleAndHint->setSpacing(8);
+    titleAndHint->addWidget(new StyledLabel(QStringLiteral("Lumora"), titleFont, TidewellTheme::cream()));
+    titleAndHint->addWidget(hint, 0, Qt::AlignBottom);
+    titleAndHint->addStretch(1);
     auto* titleAndChips = new QVBoxLayout;
     titleAndChips->setSpacing(4);
-    titleAndChips->addWidget(new StyledLabel(QStringLiteral("Lumora"), titleFont, TidewellTheme::cream()));
+    titleAndChips->addLayout(titleAndHint);
     titleAndChips->addWidget(new SettingsChipGroup(settings));
 
     auto* header = new QWidget(this);
@@ -109,6 +119,34 @@ void DropWindowView::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
     if (!window()->focusWidget()) setFocus();
+}
+
+// A row that is let go beside the zone was not meant for it.
+void DropWindowView::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (event->source() || !offersFiles(*event->mimeData())) return;
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    m_zone->setTargeted(true);
+}
+
+void DropWindowView::dragMoveEvent(QDragMoveEvent* event)
+{
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+}
+
+void DropWindowView::dragLeaveEvent(QDragLeaveEvent*)
+{
+    m_zone->setTargeted(false);
+}
+
+void DropWindowView::dropEvent(QDropEvent* event)
+{
+    m_zone->setTargeted(false);
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    m_intake->load(*event->mimeData(), m_process);
 }
 
 // What no control took, such as the zone that lets go of a press.

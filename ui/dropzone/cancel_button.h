@@ -3,11 +3,11 @@
 // The small cross that cancels a running batch.
 #pragma once
 
-#include <QAbstractButton>
+#include "ui/dropzone/zone_button.h"
 
 namespace lumora {
 
-class CancelButton : public QAbstractButton
+class CancelButton : public ZoneButton
 {
     Q_OBJECT
 
@@ -16,12 +16,6 @@ public:
 
     // The next press ends the files in work as well.
     void setEndsAtOnce(bool atOnce);
-
-    QSize sizeHint() const override;
-
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
 };
 
 } // namespace lumora

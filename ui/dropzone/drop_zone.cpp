@@ -3,7 +3,7 @@
 #include "ui/dropzone/drop_zone.h"
 
 #include "model/processing_model.h"
-#include "ui/dropzone/cancel_button.h"
+#include "ui/dropzone/batch_controls.h"
 #include "ui/dropzone/drop_zone_picture.h"
 #include "ui/intake/offered_files.h"
 
@@ -15,14 +15,14 @@
 namespace lumora {
 namespace {
 
-constexpr int cancelMargin = 8;
+constexpr int controlsMargin = 8;
 constexpr int turnMilliseconds = 4000;
 
 } // namespace
 
 DropZone::DropZone(ProcessingModel& processing, std::function<bool()> reducesMotion, QWidget* parent)
     : QAbstractButton(parent), m_processing(processing), m_reducesMotion(std::move(reducesMotion)),
-      m_cancel(new CancelButton(this))
+      m_controls(new BatchControls(processing, this))
 {
     setAcceptDrops(true);
     setFocusPolicy(Qt::TabFocus);
@@ -30,15 +30,18 @@ DropZone::DropZone(ProcessingModel& processing, std::function<bool()> reducesMot
     setCursor(Qt::PointingHandCursor);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setAccessibleName(QStringLiteral("Choose images"));
+    setToolTip(QStringLiteral("Click to choose images or folders"));
     m_turning.setStartValue(0.0);
     m_turning.setEndValue(360.0);
     m_turning.setDuration(turnMilliseconds);
     m_turning.setLoopCount(-1);
     connect(&m_turning, &QVariantAnimation::valueChanged, this, [this] { update(); });
-    connect(m_cancel, &QAbstractButton::clicked, this, &DropZone::cancel);
     connect(&processing, &ProcessingModel::isProcessingChanged, this, &DropZone::refresh);
     connect(&processing, &ProcessingModel::statusTextChanged, this, &DropZone::refresh);
-    connect(&processing, &ProcessingModel::progressChanged, this, [this] { update(); });
+    connect(&processing, &ProcessingModel::progressChanged, this, &DropZone::followPace);
+    m_clock.setInterval(std::chrono::seconds(1));
+    connect(&m_clock, &QTimer::timeout, this, [this] { update(); });
+    followPace();
     refresh();
 }
 
@@ -66,11 +69,29 @@ QSize DropZone::minimumSizeHint() const
 
 void DropZone::refresh()
 {
-    m_cancel->setVisible(m_processing.isProcessing());
-    m_cancel->setEndsAtOnce(m_processing.isCancelling());
-    setAccessibleDescription(m_processing.statusText() + QStringLiteral(". ") + secondLine());
+    const QString left = timeLeft();
+    setAccessibleDescription(m_processing.statusText() + QStringLiteral(". ") +
+                             (left.isEmpty() ? left : left + QStringLiteral(". ")) + secondLine());
+    m_pace.setPaused(m_processing.isPaused(), BatchPace::Clock::now());
     turnIfAsked();
     update();
+}
+
+void DropZone::followPace()
+{
+    const int completed = m_processing.completedCount();
+    const int total = m_processing.totalCount();
+    const BatchPace::Time now = BatchPace::Clock::now();
+    if (completed == 0 || total != m_pace.total()) m_pace = BatchPace(completed, total, now);
+    m_pace.progressed(completed, now);
+    update();
+}
+
+QString DropZone::timeLeft() const
+{
+    if (!m_processing.isProcessing() || m_processing.isCancelling()) return {};
+    const auto left = m_pace.timeLeft(BatchPace::Clock::now());
+    return left ? timeLeftText(*left) : QString();
 }
 
 // What became of a batch that had other than successes stands before the hint until the next one.
@@ -88,13 +109,15 @@ bool DropZone::isBusy() const
 
 void DropZone::cancel()
 {
-    if (m_processing.isCancelling()) return m_processing.cancelNow();
-    m_processing.cancel();
+    m_controls->cancel();
 }
 
 void DropZone::turnIfAsked()
 {
-    const bool turns = m_processing.isProcessing() && isVisible() && !m_reducesMotion();
+    const bool works = m_processing.isProcessing() && isVisible();
+    if (works && !m_clock.isActive()) m_clock.start();
+    if (!works) m_clock.stop();
+    const bool turns = works && !m_processing.isPaused() && !m_reducesMotion();
     if (turns == isTurning()) return;
     if (turns) {
         m_turning.start();
@@ -109,7 +132,7 @@ bool DropZone::event(QEvent* event)
     const QEvent::Type type = event->type();
     if (type == QEvent::Show || type == QEvent::Hide) turnIfAsked();
     if (type == QEvent::ApplicationFontChange) updateGeometry();
-    if (type == QEvent::ApplicationFontChange || type == QEvent::LayoutDirectionChange) placeCancel();
+    if (type == QEvent::ApplicationFontChange || type == QEvent::LayoutDirectionChange) placeControls();
     return done;
 }
 
@@ -155,14 +178,14 @@ void DropZone::keyPressEvent(QKeyEvent* event)
 void DropZone::resizeEvent(QResizeEvent* event)
 {
     QAbstractButton::resizeEvent(event);
-    placeCancel();
+    placeControls();
 }
 
-void DropZone::placeCancel()
+void DropZone::placeControls()
 {
-    const QSize size = m_cancel->sizeHint();
-    const QRect corner(width() - size.width() - cancelMargin, cancelMargin, size.width(), size.height());
-    m_cancel->setGeometry(style()->visualRect(layoutDirection(), rect(), corner));
+    const QSize size = m_controls->sizeHint();
+    const QRect corner(width() - size.width() - controlsMargin, controlsMargin, size.width(), size.height());
+    m_controls->place(style()->visualRect(layoutDirection(), rect(), corner));
 }
 
 void DropZone::paintEvent(QPaintEvent*)
@@ -175,6 +198,7 @@ void DropZone::paintEvent(QPaintEvent*)
     picture.status = m_processing.statusText();
     picture.secondLine = secondLine();
     if (m_processing.isProcessing()) picture.progress = progress();
+    picture.timeLeft = timeLeft();
     picture.targeted = m_isTargeted;
     picture.hovered = underMouse();
     picture.pressed = isDown();

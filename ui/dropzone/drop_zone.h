@@ -1,10 +1,13 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The dashed field that takes files: dropped on it, or chosen after a click, Space or Return. Shows what the
-// processing model does; while a batch runs, also how far it is and a control that cancels it.
+// processing model does; while a batch runs, also how far it is, how long it will take, and its controls.
 #pragma once
 
+#include "model/batch_pace.h"
+
 #include <QAbstractButton>
+#include <QTimer>
 #include <QVariantAnimation>
 
 #include <functional>
@@ -13,7 +16,7 @@ class QMimeData;
 
 namespace lumora {
 
-class CancelButton;
+class BatchControls;
 class ProcessingModel;
 
 class DropZone : public QAbstractButton
@@ -34,6 +37,8 @@ public:
     // A batch runs, which cancel() ends after the files in work, and at once when it is called again.
     bool isBusy() const;
     void cancel();
+    // A drag that the zone, or the window around it, would take hovers.
+    void setTargeted(bool targeted);
     // The done part of the running batch, 0 to 1.
     double progress() const;
 
@@ -57,13 +62,16 @@ private:
     void refresh();
     void turnIfAsked();
     QString secondLine() const;
-    void placeCancel();
-    void setTargeted(bool targeted);
+    QString timeLeft() const;
+    void followPace();
+    void placeControls();
 
     ProcessingModel& m_processing;
     const std::function<bool()> m_reducesMotion;
-    CancelButton* m_cancel;
+    BatchControls* m_controls;
     QVariantAnimation m_turning;
+    BatchPace m_pace;
+    QTimer m_clock; // what is said of the time left gets old
     bool m_isTargeted = false;
 };
 

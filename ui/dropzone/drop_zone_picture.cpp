@@ -24,6 +24,7 @@ constexpr int usualSpacing = 14;
 constexpr int leastSpacing = 4;
 constexpr int leastPadding = 8;
 constexpr double progressHeight = 3;
+constexpr int timePadding = 10;
 
 int iconHeight()
 {
@@ -53,6 +54,7 @@ void DropZonePicture::paint(QPainter& painter) const
     paintField(painter);
     paintContent(painter);
     if (progress) paintProgress(painter);
+    if (!timeLeft.isEmpty()) paintTimeLeft(painter);
     if (focused)
         paintFocusRing(painter, QRectF(area).adjusted(3, 3, -3, -3), cornerRadius - 3,
                        TidewellTheme::copperBright());
@@ -63,11 +65,12 @@ void DropZonePicture::paintField(QPainter& painter) const
     using namespace TidewellTheme;
     const QColor fill = targeted ? withOpacity(copper(), 0.2) : withOpacity(leatherRaised(), 0.9);
     paintRounded(painter, area, cornerRadius, fill, Qt::transparent);
-    if (hovered && !targeted)
-        paintRounded(painter, area, cornerRadius, withOpacity(cream(), pressed ? 0.06 : 0.03),
+    const bool invites = hovered && !targeted;
+    if (invites)
+        paintRounded(painter, area, cornerRadius, withOpacity(cream(), pressed ? 0.1 : 0.05),
                      Qt::transparent);
-    QPen dashes(targeted ? copperBright() : withOpacity(cream(), 0.18), dashedLineWidth, Qt::CustomDashLine,
-                Qt::FlatCap);
+    QPen dashes(targeted ? copperBright() : withOpacity(cream(), invites ? 0.5 : 0.18), dashedLineWidth,
+                Qt::CustomDashLine, Qt::FlatCap);
     // In units of the line's width: 8 on, 6 off.
     dashes.setDashPattern({8 / dashedLineWidth, 6 / dashedLineWidth});
     painter.setPen(dashes);
@@ -87,6 +90,22 @@ void DropZonePicture::paintProgress(QPainter& painter) const
     if (direction == Qt::RightToLeft) line.moveRight(area.right() + 1);
     painter.fillRect(line, TidewellTheme::copperBright());
     painter.restore();
+}
+
+void DropZonePicture::paintTimeLeft(QPainter& painter) const
+{
+    painter.setFont(fonts::font(TextStyle::caption));
+    const int height = fonts::lineHeight(TextStyle::caption);
+    const int width = painter.fontMetrics().horizontalAdvance(timeLeft);
+    QRect line(area.right() + 1 - timePadding - width, area.bottom() + 1 - timePadding - height, width,
+               height);
+    const QFontMetrics hintMetrics(fonts::font(TextStyle::subheadline));
+    const int middle = area.center().x() + hintMetrics.horizontalAdvance(secondLine) / 2;
+    const bool isLow = area.height() < leastHeight() + 2 * (height + leastPadding);
+    if (isLow && line.left() < middle + timePadding) return;
+    if (direction == Qt::RightToLeft) line.moveLeft(area.left() + timePadding);
+    painter.setPen(TidewellTheme::creamMuted());
+    painter.drawText(line, Qt::AlignCenter | Qt::TextDontClip | Qt::TextSingleLine, timeLeft);
 }
 
 void DropZonePicture::paintContent(QPainter& painter) const

@@ -24,6 +24,7 @@ struct DropZonePicture
     QString status;
     QString secondLine = hint();
     std::optional<double> progress; // the done part, 0 to 1
+    QString timeLeft;               // at the end of the line of progress, where there is room
     bool targeted = false;
     bool hovered = false;
     bool pressed = false;
@@ -38,6 +39,7 @@ struct DropZonePicture
 private:
     void paintField(QPainter& painter) const;
     void paintProgress(QPainter& painter) const;
+    void paintTimeLeft(QPainter& painter) const;
     void paintContent(QPainter& painter) const;
     void paintLine(QPainter& painter, int top, fonts::TextStyle style, const QString& text) const;
     void paintIcon(QPainter& painter, const QRectF& place) const;

@@ -3,12 +3,16 @@
 #include "ui/intake/files_and_folders_dialog.h"
 
 #include "formats/format.h"
+#include "ui/theme/fonts.h"
 
 #include <QAbstractItemView>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QStandardPaths>
+#include <QTreeView>
 
 namespace lumora {
 namespace {
@@ -23,6 +27,13 @@ QString imageFilter()
     return QStringLiteral("Images and folders (%1)").arg(patterns.join(u' '));
 }
 
+// A folder that is not there would be offered as a name to open.
+QString firstFolder()
+{
+    const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    return QFileInfo(pictures).isDir() ? pictures : QDir::homePath();
+}
+
 QAbstractItemView* entries(const QFileDialog& dialog)
 {
     return dialog.findChild<QAbstractItemView*>(QStringLiteral("listView"));
@@ -30,13 +41,25 @@ QAbstractItemView* entries(const QFileDialog& dialog)
 
 } // namespace
 
+void makeRoomy(QFileDialog& panel)
+{
+    const auto* details = panel.findChild<QTreeView*>(QStringLiteral("treeView"));
+    if (!details) return;
+    panel.resize(840, 520);
+    QHeaderView& columns = *details->header();
+    columns.setSectionResizeMode(0, QHeaderView::Stretch);
+    const int widths[] = {80, 130, 170}; // of size, type and date
+    for (int i = 0; i < 3; ++i)
+        columns.resizeSection(i + 1, fonts::scaled(widths[i]));
+}
+
 FilesAndFoldersDialog::FilesAndFoldersDialog(QWidget* parent)
-    : QFileDialog(parent, QStringLiteral("Choose Images or Folders"),
-                  QStandardPaths::writableLocation(QStandardPaths::PicturesLocation), imageFilter())
+    : QFileDialog(parent, QStringLiteral("Choose Images or Folders"), firstFolder(), imageFilter())
 {
     setOption(DontUseNativeDialog);
     setOption(HideNameFilterDetails);
     setFileMode(ExistingFiles);
+    makeRoomy(*this);
     if (QAbstractItemView* view = entries(*this)) {
         connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
                 &FilesAndFoldersDialog::nameSelection);
@@ -82,9 +105,10 @@ void FilesAndFoldersDialog::accept()
     Q_EMIT filesSelected(files);
 }
 
-void chooseFilesAndFolders(QWidget* parent, ChosenFiles chosen)
+namespace {
+
+void openFor(QFileDialog* dialog, QWidget* parent, ChosenFiles chosen)
 {
-    auto* dialog = new FilesAndFoldersDialog(parent);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(dialog, &QFileDialog::filesSelected, parent,
                      [chosen = std::move(chosen)](const QStringList& files) {
@@ -94,6 +118,23 @@ void chooseFilesAndFolders(QWidget* parent, ChosenFiles chosen)
                          chosen(std::move(paths));
                      });
     dialog->open();
+}
+
+} // namespace
+
+void chooseFilesAndFolders(QWidget* parent, ChosenFiles chosen)
+{
+    openFor(new FilesAndFoldersDialog(parent), parent, std::move(chosen));
+}
+
+void choosePlatformFiles(QWidget* parent, bool folders, ChosenFiles chosen)
+{
+    auto* dialog =
+        new QFileDialog(parent, folders ? QStringLiteral("Choose Folders") : QStringLiteral("Choose Images"),
+                        firstFolder(), imageFilter());
+    dialog->setFileMode(folders ? QFileDialog::Directory : QFileDialog::ExistingFiles);
+    dialog->setOption(QFileDialog::ShowDirsOnly, folders);
+    openFor(dialog, parent, std::move(chosen));
 }
 
 } // namespace lumora

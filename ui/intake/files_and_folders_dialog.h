@@ -25,9 +25,15 @@ private:
     bool enterTypedFolder();
 };
 
+// Gives a panel that the toolkit draws itself room for its columns; the desktop's own stays as it is.
+void makeRoomy(QFileDialog& panel);
+
 using ChosenFiles = std::function<void(std::vector<std::filesystem::path>)>;
 
 // Opens the panel above `parent` and returns at once; nothing is called where the user cancels.
 void chooseFilesAndFolders(QWidget* parent, ChosenFiles chosen);
+
+// The same with the platform theme's panel, which takes either files or folders.
+void choosePlatformFiles(QWidget* parent, bool folders, ChosenFiles chosen);
 
 } // namespace lumora

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/results/results_list.h"
 
+#include "model/processing_model.h"
+#include "ui/results/results_controls.h"
 #include "ui/results/results_list_model.h"
 #include "ui/results/results_list_view.h"
 #include "ui/results/results_summary.h"
@@ -20,16 +22,20 @@ constexpr double cornerRadius = 8;
 
 } // namespace
 
-ResultsList::ResultsList(const ProcessingModel& processing, FileBrowser fileBrowser, QWidget* parent)
-    : QWidget(parent), m_model(new ResultsListModel(processing, this)),
+ResultsList::ResultsList(ProcessingModel& processing, FileBrowser fileBrowser, QWidget* parent)
+    : QWidget(parent), m_processing(processing), m_model(new ResultsListModel(processing, this)),
       m_summary(new ResultsSummary(processing)), m_view(new ResultsListView(*m_model, std::move(fileBrowser)))
 {
     auto* stack = new QVBoxLayout(this);
     stack->setContentsMargins(0, 0, 0, 0);
     stack->setSpacing(spacing);
     stack->addWidget(m_summary);
+    m_summary->addTrailing(new ResultsControls(*m_model));
     stack->addWidget(m_view);
-    connect(m_model, &QAbstractItemModel::rowsInserted, this, &ResultsList::refresh);
+    // After the rows' model, which heard of it first; a result that is filtered out counts too.
+    connect(&processing, &ProcessingModel::resultInserted, this, &ResultsList::refresh);
+    connect(m_model, &QAbstractItemModel::modelReset, this, &ResultsList::refresh);
+    connect(m_model, &QAbstractItemModel::modelReset, m_view, &QAbstractItemView::scrollToTop);
     refresh();
 }
 
@@ -42,7 +48,7 @@ void ResultsList::refresh()
 {
     m_view->setMaximumHeight(m_view->listHeight());
     m_view->updateGeometry();
-    const bool empty = m_model->rowCount() == 0;
+    const bool empty = m_processing.resultCount() == 0;
     if (isHidden() != empty) setVisible(!empty);
     updateGeometry();
 }

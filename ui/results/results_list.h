@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The outcome of the files so far: totals above up to eight rows, beyond which the rows scroll. Hidden while
-// there is no result.
+// The outcome of the files so far: totals, and what can be done with the list, above up to eight rows, beyond
+// which the rows scroll. Hidden while there is no result.
 #pragma once
 
 #include "ui/results/file_browser.h"
@@ -21,7 +21,7 @@ class ResultsList : public QWidget
 
 public:
     // The model must outlive the list.
-    ResultsList(const ProcessingModel& processing, FileBrowser fileBrowser, QWidget* parent = nullptr);
+    ResultsList(ProcessingModel& processing, FileBrowser fileBrowser, QWidget* parent = nullptr);
 
     // The totals and one row.
     QSize minimumSizeHint() const override;
@@ -33,6 +33,7 @@ protected:
 private:
     void refresh();
 
+    const ProcessingModel& m_processing;
     ResultsListModel* m_model;
     ResultsSummary* m_summary;
     ResultsListView* m_view;

@@ -12,6 +12,8 @@
 #include <QLocale>
 #include <QMimeData>
 
+#include <utility>
+
 namespace lumora {
 namespace {
 
@@ -41,7 +43,7 @@ ResultsListModel::Outcome outcome(const ProcessingResult& result)
 // What the icon says to the eye comes first.
 QString spokenOutcome(const ProcessingResult& result)
 {
-    const QString message = QString::fromStdString(result.message);
+    QString message = QString::fromStdString(result.message);
     if (isSkipped(result)) return message;
     if (!result.isSuccess) return QStringLiteral("Failed: %1").arg(message);
     return QStringLiteral("Succeeded: %1, %2").arg(message, metricsLine(result));
@@ -49,21 +51,44 @@ QString spokenOutcome(const ProcessingResult& result)
 
 } // namespace
 
-ResultsListModel::ResultsListModel(const ProcessingModel& processing, QObject* parent)
-    : QAbstractListModel(parent), m_processing(processing), m_rowCount(processing.resultCount())
+ResultsListModel::ResultsListModel(ProcessingModel& processing, QObject* parent)
+    : QAbstractListModel(parent), m_processing(processing), m_arrangement(processing)
 {
     connect(&processing, &ProcessingModel::resultInserted, this, &ResultsListModel::insertNewest);
+    connect(&processing, &ProcessingModel::resultsRemoved, this, &ResultsListModel::readAll);
+    readAll();
 }
 
 const ProcessingResult& ResultsListModel::result(const QModelIndex& index) const
 {
-    // While views hear of a coming row, the processing model has it already.
-    return m_processing.resultAt(index.row() + m_processing.resultCount() - m_rowCount);
+    return m_arrangement.at(index.row());
 }
 
 int ResultsListModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : m_rowCount;
+    return parent.isValid() ? 0 : m_arrangement.rowCount();
+}
+
+void ResultsListModel::arrange(ResultsOrder order, bool failuresOnly)
+{
+    beginResetModel();
+    m_arrangement.arrange(order, failuresOnly);
+    endResetModel();
+}
+
+void ResultsListModel::retry(const QModelIndex& index)
+{
+    if (index.isValid()) m_processing.retry(m_arrangement.modelRow(index.row()));
+}
+
+void ResultsListModel::retryFailed()
+{
+    m_processing.retryFailed();
+}
+
+void ResultsListModel::clear()
+{
+    m_processing.clearResults();
 }
 
 QVariant ResultsListModel::data(const QModelIndex& index, int role) const
@@ -121,9 +146,30 @@ QMimeData* ResultsListModel::mimeData(const QModelIndexList& indexes) const
 
 void ResultsListModel::insertNewest()
 {
-    beginInsertRows({}, 0, 0);
-    ++m_rowCount;
-    endInsertRows();
+    // While views hear of a coming row, the processing model has it already and the arrangement has not.
+    if (const std::optional<int> row = m_arrangement.placeOfNewest()) {
+        beginInsertRows({}, *row, *row);
+        m_arrangement.insertNewest(*row);
+        endInsertRows();
+    } else {
+        m_arrangement.leaveOutNewest();
+    }
+    if (isFailed(m_processing.resultAt(0))) setFailureCount(m_failureCount + 1);
+}
+
+void ResultsListModel::readAll()
+{
+    int failures = 0;
+    for (int row = 0; row < m_processing.resultCount(); ++row)
+        failures += isFailed(m_processing.resultAt(row)) ? 1 : 0;
+    setFailureCount(failures);
+    // Without failures there would be no way out of a list of them alone.
+    arrange(order(), showsFailuresOnly() && failures > 0);
+}
+
+void ResultsListModel::setFailureCount(int count)
+{
+    if (std::exchange(m_failureCount, count) != count) Q_EMIT failureCountChanged();
 }
 
 } // namespace lumora

@@ -1,8 +1,10 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The results of a processing model as rows, newest first. Holds no copy of them: a new result is one
-// inserted row, whatever the length. Main thread.
+// The results of a processing model as rows: newest first, or arranged otherwise. Holds no copy of them: a
+// new result is one inserted row, whatever the length. Main thread.
 #pragma once
+
+#include "ui/results/results_arrangement.h"
 
 #include <QAbstractListModel>
 
@@ -27,7 +29,18 @@ public:
     };
 
     // The processing model must outlive this one.
-    explicit ResultsListModel(const ProcessingModel& processing, QObject* parent = nullptr);
+    explicit ResultsListModel(ProcessingModel& processing, QObject* parent = nullptr);
+
+    // All rows anew; the view begins at its top.
+    void arrange(ResultsOrder order, bool failuresOnly);
+    ResultsOrder order() const { return m_arrangement.order(); }
+    bool showsFailuresOnly() const { return m_arrangement.showsFailuresOnly(); }
+    int failureCount() const { return m_failureCount; }
+
+    // What the processing model does with its results.
+    void retry(const QModelIndex& index);
+    void retryFailed();
+    void clear();
 
     // The record itself, for its byte paths; valid until the next result arrives.
     const ProcessingResult& result(const QModelIndex& index) const;
@@ -39,11 +52,17 @@ public:
     QStringList mimeTypes() const override;
     QMimeData* mimeData(const QModelIndexList& indexes) const override;
 
+Q_SIGNALS:
+    void failureCountChanged();
+
 private:
     void insertNewest();
+    void readAll();
+    void setFailureCount(int count);
 
-    const ProcessingModel& m_processing;
-    int m_rowCount;
+    ProcessingModel& m_processing;
+    ResultsArrangement m_arrangement;
+    int m_failureCount = 0;
 };
 
 } // namespace lumora

@@ -168,6 +168,7 @@ QMenu* ResultsListView::makeContextMenu(const QModelIndex& index)
     add(QStringLiteral("Show in Finder"), result.outputURL.has_value(), [this, row] { showInFolder(row); });
     add(QStringLiteral("Open"), result.outputURL && m_fileBrowser.open,
         [this, row] { m_fileBrowser.open(*m_results.result(row).outputURL); });
+    if (!result.isSuccess) add(QStringLiteral("Try Again"), true, [this, row] { m_results.retry(row); });
     menu->addSeparator();
     add(QStringLiteral("Copy Path"), true,
         [this, row] { copyText(pathText(shownPath(m_results.result(row)))); });

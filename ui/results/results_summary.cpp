@@ -87,9 +87,21 @@ ResultsSummary::ResultsSummary(const ProcessingModel& processing, QWidget* paren
     row->addStretch();
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     setAccessibleName(QStringLiteral("Batch totals"));
-    for (int i = 0; i < processing.resultCount(); ++i)
-        m_totals.add(processing.resultAt(i));
     connect(&processing, &ProcessingModel::resultInserted, this, &ResultsSummary::addNewest);
+    connect(&processing, &ProcessingModel::resultsRemoved, this, &ResultsSummary::addAll);
+    addAll();
+}
+
+void ResultsSummary::addTrailing(QWidget* controls)
+{
+    layout()->addWidget(controls);
+}
+
+void ResultsSummary::addAll()
+{
+    m_totals = {};
+    for (int i = 0; i < m_processing.resultCount(); ++i)
+        m_totals.add(m_processing.resultAt(i));
     refresh();
 }
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The bar of totals above the rows. Each arriving result is added to the figures; the list is never read
-// again.
+// The bar of totals above the rows. Each arriving result is added to the figures; the list is read again only
+// where results were removed.
 #pragma once
 
 #include "model/result_text.h"
@@ -39,10 +39,14 @@ public:
     // The model must outlive the bar.
     explicit ResultsSummary(const ProcessingModel& processing, QWidget* parent = nullptr);
 
+    // Behind the figures, at the other end of the bar.
+    void addTrailing(QWidget* controls);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void addAll();
     void addNewest();
     void refresh();
 

@@ -6,6 +6,7 @@
 #include "model/lumora_settings.h"
 #include "system/bundle.h"
 #include "ui/controls/styled_label.h"
+#include "ui/intake/files_and_folders_dialog.h"
 #include "ui/settings/preference_section.h"
 #include "ui/settings/reset_question.h"
 #include "ui/settings/settings_sections.h"
@@ -14,6 +15,7 @@
 #include "ui/theme/tidewell_theme.h"
 
 #include <QComboBox>
+#include <QDir>
 #include <QEvent>
 #include <QFile>
 #include <QFileDialog>
@@ -29,9 +31,12 @@ constexpr int topPadding = 42;
 
 std::optional<std::filesystem::path> askForFolder(QWidget* parent)
 {
-    const QString folder = QFileDialog::getExistingDirectory(parent, QStringLiteral("Choose Folder"));
-    if (folder.isEmpty()) return std::nullopt;
-    return std::filesystem::path(QFile::encodeName(folder).toStdString());
+    QFileDialog panel(parent, QStringLiteral("Choose Folder"), QDir::homePath());
+    panel.setFileMode(QFileDialog::Directory);
+    panel.setOption(QFileDialog::ShowDirsOnly);
+    makeRoomy(panel);
+    if (panel.exec() != QDialog::Accepted || panel.selectedFiles().isEmpty()) return std::nullopt;
+    return std::filesystem::path(QFile::encodeName(panel.selectedFiles().constFirst()).toStdString());
 }
 
 } // namespace

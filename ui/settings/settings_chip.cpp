@@ -2,52 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/settings/settings_chip.h"
 
-#include "ui/theme/fonts.h"
-#include "ui/theme/surfaces.h"
-#include "ui/theme/symbols.h"
-#include "ui/theme/tidewell_theme.h"
-
-#include <QEvent>
-#include <QFontMetrics>
-#include <QPainter>
-#include <QStyle>
-
 namespace lumora {
-namespace {
-
-constexpr int spacing = 4;
-constexpr QMargins padding{7, 4, 7, 4};
-constexpr double lineHeight = 14;
-
-QFont chipFont()
-{
-    return fonts::systemFont(11, QFont::DemiBold);
-}
-
-Symbol chipSymbol(const QString& name)
-{
-    return {name, 10, QFont::DemiBold};
-}
-
-} // namespace
-
-SettingsChip::SettingsChip(const QString& helpText, QWidget* parent) : QPushButton(parent)
-{
-    setToolTip(helpText);
-    setAccessibleDescription(helpText);
-    setAutoDefault(true);
-    setFocusPolicy(Qt::TabFocus);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    setAttribute(Qt::WA_Hover);
-}
-
-void SettingsChip::display(const QString& systemName, const QString& text)
-{
-    m_systemName = systemName;
-    setText(text);
-    updateGeometry();
-    update();
-}
 
 void SettingsChip::displayState(const QString& what, bool on)
 {
@@ -55,40 +10,6 @@ void SettingsChip::displayState(const QString& what, bool on)
     setChecked(on);
     setAccessibleName(text() + QStringLiteral(", ") + what +
                       (on ? QStringLiteral(" on") : QStringLiteral(" off")));
-}
-
-QSize SettingsChip::sizeHint() const
-{
-    const int width =
-        chipSymbol(m_systemName).extent() + spacing + QFontMetrics(chipFont()).horizontalAdvance(text());
-    return QSize(width, fonts::scaled(lineHeight)).grownBy(padding);
-}
-
-bool SettingsChip::event(QEvent* event)
-{
-    if (event->type() == QEvent::ApplicationFontChange) updateGeometry();
-    return QPushButton::event(event);
-}
-
-void SettingsChip::paintEvent(QPaintEvent*)
-{
-    using namespace TidewellTheme;
-    QPainter painter(this);
-    const double depth = isDown() ? 0.24 : underMouse() ? 0.16 : 0.1;
-    paintCapsule(painter, rect(), withOpacity(cream(), depth), withOpacity(cream(), 0.14));
-    const QRect label = rect().marginsRemoved(padding);
-    const Symbol symbol = chipSymbol(m_systemName);
-    const auto place = [&](int left, int width) {
-        return style()->visualRect(layoutDirection(), rect(),
-                                   QRect(left, label.top(), width, label.height()));
-    };
-    symbol.paint(painter, place(label.left(), symbol.extent()), cream());
-    const int textLeft = label.left() + symbol.extent() + spacing;
-    painter.setFont(chipFont());
-    painter.setPen(cream());
-    painter.drawText(place(textLeft, label.right() + 1 - textLeft), Qt::AlignCenter | Qt::TextSingleLine,
-                     text());
-    if (hasFocus()) paintFocusRing(painter, rect(), rect().height() / 2.0, copperBright());
 }
 
 } // namespace lumora

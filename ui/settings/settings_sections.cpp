@@ -3,8 +3,10 @@
 #include "ui/settings/settings_sections.h"
 
 #include "model/stats_store.h"
+#include "ui/controls/elided_label.h"
 #include "ui/controls/styled_button.h"
 #include "ui/controls/styled_label.h"
+#include "ui/settings/destination_text.h"
 #include "ui/settings/pixel_field.h"
 #include "ui/settings/preference_section.h"
 #include "ui/settings/setting_controls.h"
@@ -78,6 +80,19 @@ FormRow* makeMaximumRow(LumoraSettings& settings)
     return row;
 }
 
+ElidedLabel* makeFolderLabel(LumoraSettings& settings)
+{
+    auto* folder = new ElidedLabel([] { return fonts::systemFont(13, QFont::Normal); });
+    followSettings(settings, {settings.destinationMode.key(), settings.destinationFolderBookmark.key()},
+                   folder, [&settings, folder] {
+                       const bool isLacking = lacksDestinationFolder(settings);
+                       const bool isUsed = settings.destinationMode() == DestinationMode::selectedFolder;
+                       folder->display(isUsed ? chosenFolderText(settings) : QString(),
+                                       isLacking ? TidewellTheme::copperStrong() : TidewellTheme::ink());
+                   });
+    return folder;
+}
+
 template <class Enum>
 FormRow* makePickerRow(LumoraSettings& settings, SettingValue<Enum>& setting, const char* label,
                        const char* help)
@@ -124,7 +139,7 @@ PreferenceSection* makeDestinationSection(LumoraSettings& settings, std::functio
     followSettings(settings, {settings.destinationMode.key()}, choose, [&settings, choose] {
         choose->setEnabled(settings.destinationMode() == DestinationMode::selectedFolder);
     });
-    section->add(new FormRow(QStringLiteral("Folder"), choose));
+    section->add(new FormRow(QStringLiteral("Folder"), rowOf({choose, makeFolderLabel(settings)})));
 
     const auto field = [&](SettingValue<QString>& setting, const char* name, const char* help) {
         return withHelp(makeNameField(settings, setting, QString::fromLatin1(name)), help);
@@ -147,7 +162,9 @@ PreferenceSection* makeMiscellaneousSection(LumoraSettings& settings)
          {settings.warnBeforeOverwrite, "Show warning before overwrite",
           "Asks before an existing file is replaced"},
          {settings.exitWhenComplete, "Exit when optimization complete",
-          "Quits after the files that were opened with the application or dropped on its icon"}});
+          "Quits after the files that were opened with the application or dropped on its icon"},
+         {settings.quitWhenClosed, "Quit when the last window is closed",
+          "Otherwise the application goes on, and launching it again brings its window back"}});
 }
 
 PreferenceSection* makeLifetimeStatsSection(StatsStore& stats, std::function<bool()> confirm)

@@ -86,6 +86,15 @@ void paintButton(QPainter& painter, const QStyleOptionButton& option)
     painter.restore();
 }
 
+void paintToolButton(QPainter& painter, const QStyleOption& option)
+{
+    const bool lifted = has(option, QStyle::State_Enabled) && has(option, QStyle::State_MouseOver);
+    const bool pressed = has(option, QStyle::State_On) || has(option, QStyle::State_Sunken);
+    const double depth = pressed ? 0.24 : lifted ? 0.12 : 0;
+    paintRounded(painter, option.rect, fieldRadius, withOpacity(cream(), depth), Qt::transparent);
+    if (has(option, QStyle::State_HasFocus)) paintFocus(painter, option, fieldRadius);
+}
+
 void paintCheckBox(QPainter& painter, const QStyleOption& option)
 {
     painter.save();

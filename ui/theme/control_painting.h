@@ -20,6 +20,8 @@ namespace lumora::controls {
 void paintField(QPainter& painter, const QStyleOption& option);
 // A stock button, as the file panels have them, in the quiet look.
 void paintButton(QPainter& painter, const QStyleOptionButton& option);
+// A tool above the list of a file panel, on the window's ground.
+void paintToolButton(QPainter& painter, const QStyleOption& option);
 void paintCheckBox(QPainter& painter, const QStyleOption& option);
 void paintPicker(QPainter& painter, const QStyleOptionComboBox& option);
 void paintSlider(QPainter& painter, const QStyleOptionSlider& option, const QRect& handle);

@@ -6,6 +6,7 @@
 #include "ui/theme/fonts.h"
 #include "ui/theme/layout_bleed.h"
 #include "ui/theme/scroll_bar.h"
+#include "ui/theme/style_icons.h"
 #include "ui/theme/surfaces.h"
 #include "ui/theme/theme_palette.h"
 #include "ui/theme/tidewell_theme.h"
@@ -103,6 +104,12 @@ int LumoraStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWi
     }
 }
 
+QIcon LumoraStyle::standardIcon(StandardPixmap kind, const QStyleOption* option, const QWidget* widget) const
+{
+    if (std::optional<QIcon> icon = styleIcon(kind)) return std::move(*icon);
+    return QProxyStyle::standardIcon(kind, option, widget);
+}
+
 QSize LumoraStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                                     const QWidget* widget) const
 {
@@ -160,6 +167,8 @@ void LumoraStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
         if (const auto* button = as<QStyleOptionButton>(option))
             return controls::paintButton(*painter, *button);
         break;
+    case PE_PanelButtonTool:
+        return controls::paintToolButton(*painter, *option);
     case PE_FrameFocusRect:
         return controls::paintFocus(*painter, *option, 5);
     case PE_PanelMenu:

@@ -8,6 +8,7 @@
 #include "tests/app/wait_for.h"
 #include "tests/support/temporary_directory.h"
 #include "ui/intake/file_intake.h"
+#include "ui/theme/fonts.h"
 
 #include <QApplication>
 #include <QDropEvent>
@@ -201,6 +202,35 @@ TEST_F(DropStatusItemViewTest, ItIsThirtyWideAndSaysItsName)
 {
     EXPECT_EQ(m_view->sizeHint().width(), 30);
     EXPECT_EQ(m_view->toolTip(), QStringLiteral("Lumora"));
+}
+
+TEST_F(DropStatusItemViewTest, ShowsItsWholeSymbolHoweverLowTheTrayIs)
+{
+    m_view->setSymbolColor(Qt::red);
+    for (const double textScale : {1.0, 1.5}) {
+        fonts::install(*qApp, textScale);
+        for (const int height : {22, 16, 12}) {
+            m_view->setMinimumSize(0, 0);
+            m_view->resize(30, height);
+            QImage image(m_view->size() * 2, QImage::Format_ARGB32_Premultiplied);
+            image.setDevicePixelRatio(2);
+            image.fill(Qt::transparent);
+            m_view->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+            int top = image.height();
+            int bottom = -1;
+            for (int y = 0; y < image.height(); ++y) {
+                for (int x = 0; x < image.width(); ++x) {
+                    if (qAlpha(image.pixel(x, y)) < 64) continue;
+                    top = std::min(top, y);
+                    bottom = std::max(bottom, y);
+                }
+            }
+            EXPECT_GE(top, 2) << height;
+            EXPECT_LE(bottom, image.height() - 3) << height;
+            EXPECT_GT(bottom - top, height / 2) << height;
+        }
+    }
+    fonts::install(*qApp, 1);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/dropwindow/drop_window_view.h"
 
+#include "tests/support/files.h"
 #include "tests/ui/open_drop_window.h"
 #include "ui/controls/link_button.h"
 #include "ui/controls/styled_button.h"
@@ -16,7 +17,9 @@
 #include "ui/theme/tidewell_logo_mark.h"
 
 #include <QApplication>
+#include <QDragEnterEvent>
 #include <QLabel>
+#include <QMimeData>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -142,15 +145,15 @@ TEST_F(DropWindow, OpensThePreferences)
 TEST_F(DropWindow, ShowsProgressAndCancelOnlyWhileABatchRuns)
 {
     auto& cancel = part<CancelButton>();
-    EXPECT_TRUE(cancel.isHidden());
+    EXPECT_FALSE(cancel.isVisible());
     objects.runUntil(1, 4);
-    EXPECT_FALSE(cancel.isHidden());
+    EXPECT_TRUE(cancel.isVisible());
     EXPECT_DOUBLE_EQ(zone().progress(), 0.25);
     QTest::keyClick(&cancel, Qt::Key_Return);
     objects.letWorkersGo();
     EXPECT_TRUE(waitForStatus("Done"));
     EXPECT_LT(objects.model.resultCount(), 4);
-    EXPECT_TRUE(cancel.isHidden());
+    EXPECT_FALSE(cancel.isVisible());
 }
 
 TEST_F(DropWindow, TurnsItsIconOnlyWhereMotionIsWelcome)
@@ -168,9 +171,10 @@ TEST_F(DropWindow, TurnsItsIconOnlyWhereMotionIsWelcome)
 TEST_F(DropWindow, HasCancelAtTheTrailingCornerOfTheZoneInEitherDirection)
 {
     const auto& cancel = part<CancelButton>();
-    EXPECT_EQ(cancel.geometry(), QRect(zone().width() - 8 - 24, 8, 24, 24));
+    const auto place = [&] { return QRect(cancel.mapTo(&zone(), QPoint()), cancel.size()); };
+    EXPECT_EQ(place(), QRect(zone().width() - 8 - 24, 8, 24, 24));
     view->setLayoutDirection(Qt::RightToLeft);
-    EXPECT_EQ(cancel.geometry(), QRect(8, 8, 24, 24));
+    EXPECT_EQ(place(), QRect(8, 8, 24, 24));
 }
 
 TEST_F(DropWindow, GrowsWithTheDesktopsTextScaleWhileItShowsAndKeepsItsFooter)
@@ -186,6 +190,46 @@ TEST_F(DropWindow, GrowsWithTheDesktopsTextScaleWhileItShowsAndKeepsItsFooter)
     EXPECT_EQ(placeOf(part<DropWindowFooter>()).bottom(), 700 - 22 - 1);
     fonts::install(*qApp, 1);
     EXPECT_TRUE(waitFor([&] { return part<LifetimeStatsStrip>().height() == strip; }));
+}
+
+// As the toolkit finds the widget that is asked about a drag at this place.
+QWidget* takerOfDrops(QWidget& window, const QPoint& place)
+{
+    QWidget* widget = window.childAt(place);
+    while (widget && !widget->acceptDrops())
+        widget = widget->parentWidget();
+    return widget;
+}
+
+TEST_F(DropWindow, TakesDropsOnResultsHeaderAndFooterAndShowsThemOnItsZone)
+{
+    objects.addSuccess("/photos/a.jpg", 2000, 1000, "Optimized");
+    view->resize(820, 516);
+    QCoreApplication::processEvents();
+    const std::filesystem::path file = objects.folder / "dropped.png";
+    test::writeFile(file, "x");
+    QMimeData files;
+    files.setData(QStringLiteral("text/uri-list"), QByteArray::fromStdString("file://" + file.string()));
+    for (const QPoint& place :
+         {placeOf(part<ResultsListView>()).center(), placeOf(part<SettingsChip>()).center(),
+          placeOf(part<LifetimeStatsStrip>()).center()}) {
+        ASSERT_EQ(takerOfDrops(*view, place), view.get());
+        QDragEnterEvent enter(place, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(view.get(), &enter);
+        EXPECT_TRUE(enter.isAccepted());
+        EXPECT_TRUE(zone().isTargeted());
+        QDragLeaveEvent leave;
+        QCoreApplication::sendEvent(view.get(), &leave);
+        EXPECT_FALSE(zone().isTargeted());
+    }
+    const auto before = objects.expanded.size();
+    QDragEnterEvent enter(QPoint(20, 20), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(view.get(), &enter);
+    QDropEvent drop(QPointF(20, 20), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(view.get(), &drop);
+    ASSERT_TRUE(waitFor([&] { return objects.expanded.size() == before + 1; }));
+    EXPECT_EQ(objects.expanded.back(), std::vector<std::filesystem::path>{file});
+    EXPECT_FALSE(zone().isTargeted());
 }
 
 TEST(DropWindowFooter, ShowsTheCompactLinkOnlyWhereTheFullOneDoesNotFit)

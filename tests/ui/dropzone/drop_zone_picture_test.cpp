@@ -88,6 +88,48 @@ TEST(DropZonePicture, HasItsIconOnTheMiddleAxis)
     EXPECT_NEAR(left, image.width() - 1 - right, 1);
 }
 
+TEST(DropZonePicture, InvitesAClickUnderThePointer)
+{
+    DropZonePicture picture;
+    const QImage plain = paint(picture, 170);
+    picture.hovered = true;
+    const QImage hovered = paint(picture, 170);
+    int brightest = 0;
+    int brightestPlain = 0;
+    for (int x = 100; x < 200; ++x) {
+        brightest = std::max(brightest, qRed(hovered.pixel(x, 0)));
+        brightestPlain = std::max(brightestPlain, qRed(plain.pixel(x, 0)));
+    }
+    EXPECT_GT(brightest, brightestPlain + 40);
+    EXPECT_GT(qRed(hovered.pixel(10, 85)), qRed(plain.pixel(10, 85)));
+}
+
+TEST(DropZonePicture, SaysTheTimeLeftAtTheEndOfItsProgressAndNeverOverItsHint)
+{
+    const auto drawnIn = [](const QImage& image, const QRect& area) {
+        for (int y = area.top(); y <= area.bottom(); ++y) {
+            for (int x = area.left(); x <= area.right(); ++x) {
+                if (image.pixel(x, y) != image.pixel(10, image.height() / 2)) return true;
+            }
+        }
+        return false;
+    };
+    DropZonePicture picture;
+    picture.timeLeft = QStringLiteral("About 3 minutes left");
+    const QRect end(380, 140, 105, 24);
+    const QRect start(15, 140, 105, 24);
+    EXPECT_TRUE(drawnIn(paint(picture, 170), end));
+    EXPECT_FALSE(drawnIn(paint(picture, 170), start));
+    picture.direction = Qt::RightToLeft;
+    EXPECT_FALSE(drawnIn(paint(picture, 170), end));
+    EXPECT_TRUE(drawnIn(paint(picture, 170), start));
+    picture.secondLine = QStringLiteral("w").repeated(60);
+    DropZonePicture without = picture;
+    without.timeLeft.clear();
+    const int low = DropZonePicture::leastHeight();
+    EXPECT_EQ(paint(picture, low), paint(without, low));
+}
+
 TEST(DropZonePicture, DrawsItsProgressFromTheLeadingEdge)
 {
     DropZonePicture picture;

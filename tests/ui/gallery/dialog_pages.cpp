@@ -29,9 +29,15 @@ void questionPage(const Gallery& gallery, const QString& name, Qt::LayoutDirecti
     question.addDetail(QStringLiteral("In /home/user/Pictures/Holidays"));
     question.addButton(copperStyle, QStringLiteral("Replace"));
     question.addButton(quietStyle, QStringLiteral("Skip"));
-    question.addLeadingButton(quietStyle, QStringLiteral("Cancel Batch"));
-    question.addControl(new QCheckBox(QStringLiteral("Do the same for the remaining files")));
+    auto* cancel = question.addLeadingButton(quietStyle, QStringLiteral("Cancel Batch"));
+    auto* forRemaining = new QCheckBox(QStringLiteral("Do the same for the remaining files"));
+    question.addControl(forRemaining);
     gallery.save(question, name);
+    if (direction == Qt::RightToLeft) return;
+    cancel->setFocus();
+    gallery.save(question, name + QStringLiteral("-focus-quiet"));
+    forRemaining->setFocus();
+    gallery.save(question, name + QStringLiteral("-focus-check-box"));
 }
 
 void questionPages(const Gallery& gallery)
@@ -41,6 +47,8 @@ void questionPages(const Gallery& gallery)
                  QStringLiteral("beach.webp"));
     questionPage(gallery, QStringLiteral("question-long-name"), Qt::LeftToRight,
                  QStringLiteral("Donaudampfschifffahrtsgesellschaftskapitän").repeated(3));
+    questionPage(gallery, QStringLiteral("question-arabic"), Qt::RightToLeft,
+                 QStringLiteral("صورة البحر في الصيف.webp"));
 }
 
 } // namespace

@@ -27,9 +27,11 @@ private:
 };
 
 void dropWindowPages(const Gallery& gallery);
+void zonePages(const Gallery& gallery);
 void symbolPages(const Gallery& gallery);
 void settingsPages(const Gallery& gallery);
 void menuPages(const Gallery& gallery);
 void dialogPages(const Gallery& gallery);
+void windowPages(const Gallery& gallery);
 
 } // namespace lumora::gallery

@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QIcon>
 #include <QLocale>
 #include <QTextStream>
 #include <QWidget>
@@ -45,14 +46,17 @@ int main(int argc, char** argv)
     QLocale::setDefault(QLocale::c());
     QApplication::setFont(QFont(QStringLiteral("Inter")));
     QApplication::setStyle(new lumora::LumoraStyle);
+    QApplication::setWindowIcon(QIcon(QStringLiteral(LUMORA_APPLICATION_ICON)));
     lumora::fonts::install(application, 1);
     for (const double scale : {1.0, 2.0}) {
         const lumora::gallery::Gallery gallery(QString::fromLocal8Bit(argv[1]), scale);
         lumora::gallery::dropWindowPages(gallery);
+        lumora::gallery::zonePages(gallery);
         lumora::gallery::symbolPages(gallery);
         lumora::gallery::settingsPages(gallery);
         lumora::gallery::menuPages(gallery);
         lumora::gallery::dialogPages(gallery);
+        lumora::gallery::windowPages(gallery);
     }
     return 0;
 }

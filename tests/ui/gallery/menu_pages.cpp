@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/ui/drop_window_objects.h"
 #include "tests/ui/gallery/gallery.h"
+#include "ui/dropzone/batch_controls.h"
+#include "ui/results/results_controls.h"
 #include "ui/results/results_list_view.h"
 #include "ui/settings/preferences_view.h"
 #include "ui/settings/settings_chips.h"
@@ -47,6 +49,15 @@ void rowMenus(const Gallery& gallery, test::DropWindowObjects& objects)
     save(gallery, *list->makeContextMenu(list->model()->index(1, 0)), 0, "menu-row");
 }
 
+void batchMenus(const Gallery& gallery)
+{
+    test::DropWindowObjects objects;
+    objects.runUntil(1, 4);
+    const auto view = objects.makeView();
+    save(gallery, *view->findChild<BatchControls*>()->makeMenu(), 0, "menu-batch");
+    save(gallery, *view->findChild<ResultsControls*>()->findChild<QMenu*>(), 2, "menu-sort");
+}
+
 void fieldMenu(const Gallery& gallery, test::DropWindowObjects& objects)
 {
     PreferencesView view(objects.settings, objects.stats);
@@ -72,6 +83,7 @@ void menuPages(const Gallery& gallery)
 {
     test::DropWindowObjects objects;
     rowMenus(gallery, objects);
+    batchMenus(gallery);
     fieldMenu(gallery, objects);
     pickerMenus(gallery, objects);
     chipMenus(gallery, objects.settings);

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "model/folder_bookmark.h"
 #include "tests/ui/gallery/gallery.h"
 #include "tests/ui/model_objects.h"
 #include "ui/controls/link_button.h"
@@ -14,9 +15,11 @@
 #include "ui/theme/tidewell_logo_mark.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QPainter>
 #include <QScrollBar>
+#include <QSlider>
 #include <QVBoxLayout>
 
 namespace lumora::gallery {
@@ -105,9 +108,22 @@ void preferencesPages(const Gallery& gallery)
     objects.settings.filenamePrefix.set(QStringLiteral("web-"));
     objects.settings.outputFormat.set(OutputFormat::png);
     objects.settings.resizeMode.set(ResizeMode::none);
+    save("preferences-no-folder", usual, [](auto&) {});
+    const auto folder = objects.folder / "Donaudampfschifffahrtsgesellschaft/Sommerfahrten 2026/Web";
+    std::filesystem::create_directories(folder);
+    objects.settings.destinationFolderBookmark.set(*folderBookmark(folder));
     save("preferences-lossless", QSize(620, 1040), [](PreferencesView& view) {
         view.show();
         view.findChildren<QComboBox*>().at(0)->setFocus();
+    });
+    save("preferences-focus", QSize(620, 1040), [](PreferencesView& view) {
+        view.show();
+        view.findChildren<QCheckBox*>().at(1)->setFocus();
+    });
+    save("preferences-focus-slider", QSize(620, 400), [&objects](PreferencesView& view) {
+        objects.settings.outputFormat.set(OutputFormat::webp);
+        view.show();
+        view.findChild<QSlider*>()->setFocus();
     });
     save("preferences-right-to-left", QSize(760, 1040),
          [](PreferencesView& view) { view.setLayoutDirection(Qt::RightToLeft); });

@@ -117,6 +117,13 @@ TEST_F(FilesAndFolders, EntersAFolderThatIsTyped)
     EXPECT_TRUE(m_dialog.isVisible());
 }
 
+TEST(FilesAndFoldersAtFirst, OffersNoFolderThatIsNotThereAsAName)
+{
+    const FilesAndFoldersDialog dialog;
+    EXPECT_EQ(dialog.findChild<QLineEdit*>()->text(), QString());
+    EXPECT_TRUE(dialog.directory().exists());
+}
+
 // Opens the panel as the drop window does; what it answers is kept.
 class ChooseFilesAndFolders : public testing::Test
 {

@@ -3,6 +3,7 @@
 #include "model/folder_bookmark.h"
 #include "tests/app/wait_for.h"
 #include "tests/ui/model_objects.h"
+#include "ui/controls/elided_label.h"
 #include "ui/controls/styled_button.h"
 #include "ui/controls/styled_label.h"
 #include "ui/settings/pixel_field.h"
@@ -100,7 +101,8 @@ TEST_F(Preferences, ShowEverySectionRowAndTextInOrder)
               QStringList({words("Optimize color for sharing"), words("Remove color management information"),
                            words("Remove personal information and metadata"), words("Move original to Trash"),
                            words("Preserve file modification time"), words("Show warning before overwrite"),
-                           words("Exit when optimization complete")}));
+                           words("Exit when optimization complete"),
+                           words("Quit when the last window is closed")}));
 }
 
 TEST_F(Preferences, AskForTheirSizeAndPlaceTheirCards)
@@ -166,6 +168,7 @@ TEST_F(Preferences, EveryToggleWritesItsOwnSetting)
         {"Preserve file modification time", &m_settings.preserveModificationTime},
         {"Show warning before overwrite", &m_settings.warnBeforeOverwrite},
         {"Exit when optimization complete", &m_settings.exitWhenComplete},
+        {"Quit when the last window is closed", &m_settings.quitWhenClosed},
     };
     for (const auto& [label, setting] : toggles) {
         const bool before = (*setting)();
@@ -261,6 +264,19 @@ TEST_F(Preferences, FolderButtonWorksOnlyForASelectedFolder)
     m_chosen = m_objects.folder.path();
     choose->click();
     EXPECT_EQ(resolveFolderBookmark(m_settings.destinationFolderBookmark()), m_objects.folder.path());
+}
+
+TEST_F(Preferences, ShowTheChosenFolderOrThatThereIsNone)
+{
+    const auto* folder = m_view.findChild<ElidedLabel*>();
+    EXPECT_EQ(folder->text(), QString());
+    m_settings.destinationMode.set(DestinationMode::selectedFolder);
+    EXPECT_EQ(folder->text(), words("No folder chosen yet"));
+    m_chosen = m_objects.folder.path();
+    m_view.chooseDestinationFolder();
+    EXPECT_EQ(folder->text().toStdString(), m_objects.folder.path().string());
+    m_settings.destinationMode.set(DestinationMode::originalLocation);
+    EXPECT_EQ(folder->text(), QString());
 }
 
 TEST_F(Preferences, ACancelledOrVanishedFolderChangesNothing)

@@ -135,6 +135,33 @@ TEST(TidewellTheme, TheKeyboardsPlaceShinesOnLeatherAndIsDarkOnCards)
     expectColour("on a card", ring(TidewellTheme::ink()), 0x8E533F);
 }
 
+// The colour of the icon's most opaque pixel.
+QColor inkOf(const QIcon& icon, QIcon::Mode mode = QIcon::Normal)
+{
+    const QImage image = icon.pixmap(QSize(16, 16), mode).toImage();
+    QRgb most = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            if (qAlpha(image.pixel(x, y)) > qAlpha(most)) most = image.pixel(x, y);
+    }
+    return QColor::fromRgb(most);
+}
+
+TEST(TidewellTheme, FilePanelsOfTheToolkitHaveItsIcons)
+{
+    for (const QStyle::StandardPixmap tool :
+         {QStyle::SP_FileDialogBack, QStyle::SP_ArrowBack, QStyle::SP_ArrowForward,
+          QStyle::SP_FileDialogToParent, QStyle::SP_FileDialogNewFolder, QStyle::SP_FileDialogListView,
+          QStyle::SP_FileDialogDetailedView})
+        expectColour("tool", inkOf(QApplication::style()->standardIcon(tool)), 0xF7EFE6);
+    for (const QStyle::StandardPixmap entry :
+         {QStyle::SP_DirIcon, QStyle::SP_FileIcon, QStyle::SP_ComputerIcon, QStyle::SP_DriveHDIcon}) {
+        const QIcon icon = QApplication::style()->standardIcon(entry);
+        expectColour("entry", inkOf(icon), 0x744334);
+        expectColour("chosen entry", inkOf(icon, QIcon::Selected), 0xF7EFE6);
+    }
+}
+
 TEST(TidewellTheme, StockControlsTakeItsColoursInPlaceOfTheDesktops)
 {
     const QPalette palette = QApplication::palette();

@@ -22,3 +22,9 @@ select_all
 drag_entry_to_window 1
 wait_for_output "$folder/a é#%.png" "$folder/b.png"
 wait_for "all results" window_size_is 820x748
+
+# The results take files too.
+rm "$folder"/*.webp
+wait_for "the list" is_still "$files"
+drag_entry_to 2 "$(window_middle_x)" $(($(window_top) + 560))
+wait_for_output "$folder/b.png"

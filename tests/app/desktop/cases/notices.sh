@@ -8,6 +8,7 @@ dbus-monitor --session "interface='org.freedesktop.Notifications'" "interface='c
 is_told() { grep -q -- "$1" "$HOME/told"; }
 wait_for "the monitor" is_told NameAcquired
 
+setting toldOfClosing true
 start_lumora "$HOME/pictures/1.png"
 wait_for_main_window
 wait_for "the result" window_size_is 820x516

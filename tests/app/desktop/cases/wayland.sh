@@ -35,6 +35,7 @@ for corner in "1279 1499" "0 0"; do
     sleep 0.15
 done
 
+setting toldOfClosing true
 start_lumora
 wait_for "the drop window" lumora_stands
 read -r x y width height < <(place_of position Lumora)

@@ -3,6 +3,7 @@
 # shellcheck shell=bash disable=SC2154 # session.sh assigns them
 # The window opens small, grows downwards with the results and comes back with them after it was closed.
 picture "$HOME"/pictures/{1,2,3,4,5,6,7,8,9}.png
+setting toldOfClosing true
 start_lumora
 wait_for_main_window
 expect "the size at the start" "$(window_size)" 820x360
