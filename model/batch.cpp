@@ -58,6 +58,7 @@ void Batch::start(Expansion expansion, int workers, std::function<void(Processin
     m_files = std::move(expansion.files);
     m_names = std::move(expansion.names);
     m_finished = std::move(finished);
+    m_workerCount = workers;
     if (auto folder = PrivateFolder::shared()) m_folder = std::move(*folder);
     m_workerCount = workers;
     m_workers = std::make_unique<WorkerPool>(workers);

@@ -45,7 +45,7 @@ class Watch(threading.Thread):
         folder = Path(f'/proc/{self.process.pid}')
         fields = (folder / 'stat').read_text().rpartition(')')[2].split()
         ticks = sum(int(field) for field in fields[11:15])  # those of the children that ended, too
-        children = (folder / f'task/{self.process.pid}/children').read_text().split()
+        children = [child for task in folder.glob('task/*/children') for child in task.read_text().split()]
         return {'memory': sum(memory_of(process) for process in (self.process.pid, *children)),
                 'descriptors': len(os.listdir(folder / 'fd')), 'threads': len(os.listdir(folder / 'task')),
                 'children': len(children), 'seconds': ticks / os.sysconf('SC_CLK_TCK'),
