@@ -9,7 +9,7 @@
 #include "cli/printable.h"
 #include "engine/opened_picture.h"
 #include "engine/output_plan.h"
-#include "engine/worker/worker_processes.h"
+#include "engine/worker/remote_picture_work.h"
 #include "records/errors.h"
 #include "system/bundle.h"
 #include "system/file_services.h"
@@ -79,7 +79,9 @@ int dryRun(const CommandLine& line, Console& console)
     std::optional<ImageOptimizer::WorkerProcesses> workers;
     if (const auto program = ImageOptimizer::findWorker(mainBundlePath())) {
         workers.emplace(*program);
-        services.pixels = [&workers](std::stop_token stop) { return workers->work(std::move(stop)); };
+        services.pixels = [&workers](std::stop_token stop) {
+            return std::make_unique<ImageOptimizer::RemotePictureWork>(*workers, std::move(stop));
+        };
     }
     for (const auto& path : paths) {
         const ProcessingResult result = foreseen(path, line, services);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/batch.h"
 
+#include "engine/worker/remote_picture_work.h"
 #include "model/main_thread_queue.h"
 #include "records/errors.h"
 #include "system/freed_memory.h"
@@ -98,7 +99,9 @@ ProcessingResult Batch::optimize(const std::filesystem::path& file) const
     services.outputs = m_outputs;
     services.memory = &m_memory;
     if (m_processes)
-        services.pixels = [this](std::stop_token stop) { return m_processes->work(std::move(stop)); };
+        services.pixels = [this](std::stop_token stop) {
+            return std::make_unique<ImageOptimizer::RemotePictureWork>(*m_processes, std::move(stop));
+        };
     services.confirmOverwrite = [this](const std::filesystem::path& output) {
         return m_context.prompter.confirm(output, m_stop.get_token());
     };

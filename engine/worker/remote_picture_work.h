@@ -17,6 +17,8 @@ namespace lumora::ImageOptimizer {
 class RemotePictureWork : public PictureWork
 {
 public:
+    // In a process from its first call on. A stop ends that process at once, and the call that waits for it
+    // with WorkError::Kind::stopped. Outlived by the processes and by the thread.
     RemotePictureWork(WorkerProcesses& processes, std::stop_token stop);
     ~RemotePictureWork() override;
 

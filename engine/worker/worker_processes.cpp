@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/worker/worker_processes.h"
 
-#include "engine/worker/remote_picture_work.h"
 #include "system/file_services.h"
 
 #include <cstdlib>
@@ -25,11 +24,6 @@ WorkerProcesses::WorkerProcesses(std::filesystem::path executable, const WorkerL
 }
 
 WorkerProcesses::~WorkerProcesses() = default;
-
-std::unique_ptr<PictureWork> WorkerProcesses::work(std::stop_token stop)
-{
-    return std::make_unique<RemotePictureWork>(*this, std::move(stop));
-}
 
 Result<std::unique_ptr<ServantProcess>> WorkerProcesses::take()
 {

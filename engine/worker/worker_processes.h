@@ -4,7 +4,6 @@
 // to file. A worker that crashes, hangs or grows is replaced. Thread-safe.
 #pragma once
 
-#include "engine/picture_work.h"
 #include "system/servant_process.h"
 
 #include <chrono>
@@ -13,7 +12,6 @@
 #include <memory>
 #include <mutex>
 #include <optional>
-#include <stop_token>
 #include <vector>
 
 namespace lumora::ImageOptimizer {
@@ -37,14 +35,10 @@ class WorkerProcesses
 {
 public:
     explicit WorkerProcesses(std::filesystem::path executable, const WorkerLimits& limits = {});
-    // After every work that it gave out.
+    // After every work that it is lent to.
     ~WorkerProcesses();
     WorkerProcesses(const WorkerProcesses&) = delete;
     WorkerProcesses& operator=(const WorkerProcesses&) = delete;
-
-    // The work on one file, in a process from its first call on. A stop ends that process at once, and the
-    // call that waits for it with WorkError::Kind::stopped. Outlived by this object and by the thread.
-    std::unique_ptr<PictureWork> work(std::stop_token stop);
 
     const WorkerLimits& limits() const { return m_limits; }
 

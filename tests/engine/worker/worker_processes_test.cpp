@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Files whose pixels are worked on in another process: the same outcome as in this one, and whatever becomes
 // of that process is the matter of one row.
-#include "engine/worker/worker_processes.h"
+#include "engine/worker/remote_picture_work.h"
 
 #include "system/confinement.h"
 #include "tests/engine/optimizer_test.h"
@@ -31,7 +31,9 @@ protected:
     void useWorkers(const std::filesystem::path& program, const WorkerLimits& limits = {})
     {
         m_processes.emplace(program, limits);
-        m_services.pixels = [this](std::stop_token stop) { return m_processes->work(std::move(stop)); };
+        m_services.pixels = [this](std::stop_token stop) {
+            return std::make_unique<ImageOptimizer::RemotePictureWork>(*m_processes, std::move(stop));
+        };
     }
 
     std::filesystem::path strangePhoto(StrangeOrder order, const std::string& name = "strange.jpg")
