@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "system/atomic_file.h"
 #include "file_errors.h"
+#include "noted_drafts.h"
 #include "records/uuid.h"
 
 #include <cerrno>
@@ -28,7 +29,7 @@ std::filesystem::path pathOf(int file)
 // A name of its own, not one made from the target's, which may already be as long as the file system allows.
 std::filesystem::path hiddenNameBeside(const std::filesystem::path& target)
 {
-    return target.parent_path() / (std::string(DraftNote::prefix) + Uuid::random().toString());
+    return target.parent_path() / (std::string(draftPrefix) + Uuid::random().toString());
 }
 
 FileDescriptor openUnnamed(const std::filesystem::path& target)
@@ -166,7 +167,7 @@ void removeStaleDrafts(const std::filesystem::path& folder)
     for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error)) {
         std::error_code unknown;
-        if (!entry->path().filename().native().starts_with(DraftNote::prefix)) continue;
+        if (!entry->path().filename().native().starts_with(draftPrefix)) continue;
         if (!std::filesystem::is_regular_file(entry->symlink_status(unknown))) continue;
         if (entry->last_write_time(unknown) < oldest && !unknown)
             std::filesystem::remove(entry->path(), unknown);

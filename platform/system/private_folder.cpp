@@ -3,7 +3,7 @@
 #include "system/private_folder.h"
 
 #include "file_errors.h"
-#include "system/draft_note.h"
+#include "noted_drafts.h"
 #include "system/file_services.h"
 
 #include <fcntl.h>

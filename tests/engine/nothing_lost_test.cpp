@@ -14,7 +14,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::EndsWith;
-using testing::HasSubstr;
 using testing::StartsWith;
 
 class NothingLost : public test::OptimizerTest

@@ -8,16 +8,12 @@
 
 #include <filesystem>
 #include <memory>
-#include <string_view>
 
 namespace lumora {
 
 class DraftNote
 {
 public:
-    // What the names of drafts begin with.
-    static constexpr std::string_view prefix = ".lumora-";
-
     DraftNote() = default;
     // Before the draft is made. Without a private folder there is no note.
     explicit DraftNote(const std::filesystem::path& draft);
@@ -31,8 +27,5 @@ private:
     std::shared_ptr<const PrivateFolder> m_folder;
     std::filesystem::path m_note;
 };
-
-// Removes the drafts that the notes in this folder lead to.
-void removeNotedDrafts(const std::filesystem::path& folder);
 
 } // namespace lumora
