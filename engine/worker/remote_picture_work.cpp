@@ -36,7 +36,7 @@ RemotePictureWork::RemotePictureWork(WorkerProcesses& processes, std::stop_token
 
 RemotePictureWork::~RemotePictureWork()
 {
-    close();
+    RemotePictureWork::close();
 }
 
 WorkResult<PictureHead> RemotePictureWork::open(int file, const OptimizerSettings& settings)

@@ -26,7 +26,7 @@ struct WorkerLimits
     std::chrono::seconds processorTime{120};
     std::chrono::seconds processorTimeAMegabyte{2}; // of the memory that the file needs, in addition
     // Without an answer and without any processor time: not slow but stuck.
-    std::chrono::seconds silence{120};
+    std::chrono::seconds silence{60};
     std::int64_t openingBytes = std::int64_t{768} << 20U; // before it is known what the file needs
     std::int64_t keptBytes = std::int64_t{256} << 20U;    // beyond them, a worker is not used again
 };
