@@ -19,6 +19,7 @@ enum class StrangeOrder : char {
     startProgram,
     runShortOfMemory,
     lieAboutOutput,
+    dieIfRich,
 };
 
 inline constexpr std::string_view orderMark = "strange order ";

@@ -11,6 +11,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+
+#include <cstdlib>
 #include <future>
 #include <optional>
 
@@ -185,6 +188,14 @@ TEST_F(StrangeWorkers, HaveNoWayOut)
     EXPECT_EQ(failureOf(strangePhoto(StrangeOrder::leave)), unreadable);
     EXPECT_EQ(failureOf(strangePhoto(StrangeOrder::startProgram)), unreadable);
     expectNextToWork();
+}
+
+TEST_F(StrangeWorkers, InheritNothing)
+{
+    const FileDescriptor inheritable(::open(m_folder.path().c_str(), O_RDONLY));
+    ASSERT_TRUE(std::getenv("PATH"));
+    EXPECT_TRUE(
+        optimize(strangePhoto(StrangeOrder::dieIfRich), {.outputFormat = OutputFormat::png}).isSuccess);
 }
 
 TEST_F(StrangeWorkers, ThatRunShortOfMemorySaySo)
