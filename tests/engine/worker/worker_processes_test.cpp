@@ -41,7 +41,7 @@ protected:
 
     std::filesystem::path strangePhoto(StrangeOrder order, const std::string& name = "strange.jpg")
     {
-        const auto file = photo(name);
+        auto file = photo(name);
         test::writeText(file, test::readBytes(file) + test::orderText(order));
         return file;
     }
