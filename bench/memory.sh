@@ -2,7 +2,8 @@
 # SPDX-FileCopyrightText: 2026 Tidewell
 # SPDX-License-Identifier: GPL-3.0-or-later
 # memory.sh [MEGAPIXELS]...: prints the peak memory of one file for pictures of these sizes (12 100 250), for every input
-# and every output, bounded to 2560 and without a bound; behind a plus sign that of the external encoder. The first HEIC
+# and every output, bounded to 2560 and without a bound: the program's and its worker's together (each counts the
+# libraries that they share); behind a plus sign that of the external encoder. The first HEIC
 # only is made and written: its encoder takes minutes for the others.
 set -euo pipefail
 
@@ -20,17 +21,21 @@ highest() { awk '/VmHWM/ { print $2 }' "/proc/$1/status" 2>/dev/null || true; }
 # A peak never falls, so the last look before the end is the answer.
 peaks_of() {
     "$product" --quiet --jobs 1 --output-dir "$work/out" "$@" >&2 &
-    local process=$! own=0 encoders=0 now child
+    local process=$! own=0 workers=0 encoders=0 now child
     while now=$(highest "$process") && [ -n "$now" ]; do
         own=$now
         for child in $(cat "/proc/$process/task"/*/children 2>/dev/null || true); do
             now=$(highest "$child")
-            if [ "${now:-0}" -gt "$encoders" ]; then encoders=$now; fi
+            if [ "$(cat "/proc/$child/comm" 2>/dev/null)" = lumora-worker ]; then
+                if [ "${now:-0}" -gt "$workers" ]; then workers=$now; fi
+            elif [ "${now:-0}" -gt "$encoders" ]; then
+                encoders=$now
+            fi
         done
         sleep 0.02
     done
     wait "$process" || { printf failed; return; }
-    printf '%s' "$((own / 1024))"
+    printf '%s' "$(((own + workers) / 1024))"
     if [ "$encoders" -gt 0 ]; then printf ' + %s' "$((encoders / 1024))"; fi
 }
 

@@ -75,12 +75,20 @@ for contender in "${contenders[@]}"; do
         'BEGIN { printf "%-28s %8.2f %8.2f\n", n, t / 1000, t / f }'
 done
 
-# The peak of the process itself: the encoders that it starts count for themselves.
+highest() { awk '/VmHWM/ { print $2 }' "/proc/$1/status" 2>/dev/null || true; }
+
+# The peak of the program and its workers together, each with the libraries that they share; the encoders that it
+# starts count for themselves.
 peak_of() {
     "$product" --quiet --jobs 2 --output-dir "$work/out" "$1" >/dev/null 2>&1 &
-    local pid=$! peak=0 now
-    while now=$(awk '/VmHWM/ { print $2 }' "/proc/$pid/status" 2>/dev/null) && [ -n "$now" ]; do
-        peak=$now
+    local pid=$! peak=0 now child more
+    while now=$(highest "$pid") && [ -n "$now" ]; do
+        for child in $(cat "/proc/$pid/task"/*/children 2>/dev/null || true); do
+            [ "$(cat "/proc/$child/comm" 2>/dev/null)" = lumora-worker ] || continue
+            more=$(highest "$child")
+            now=$((now + ${more:-0}))
+        done
+        if [ "$now" -gt "$peak" ]; then peak=$now; fi
         sleep 0.02
     done
     wait "$pid" || true
