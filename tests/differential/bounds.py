@@ -33,6 +33,7 @@ LINEAR = Bound(3.5, 10.0, 4.5, 'stored as light, a step in the dark is many to t
 GIF_OF_MANY = Bound(16.0, NO_LIMIT, NO_LIMIT, 'at most 256 colours, and dithered')
 UNCERTAIN = Bound(45.0, NO_LIMIT, NO_LIMIT, 'inks without a profile look as each program thinks fit; only gross errors show')
 FEW_BITS = Bound(0.3, 1.1, 0.3, 'five bits are stretched to eight by rounding or by repeating the upper ones')
+OWN_JPEG = Bound(0.1, 12.0, 0.4, 'our JPEG drops what a busy block hides, and sharpens colours of half the resolution')
 LOSSY_SLACK = Bound(0.7, 24.0, 1.2, 'another coder of the same kind with the same quality, and our choices of its tables')
 
 
@@ -50,4 +51,4 @@ def lossy(rgb, kind, quality=82):
     largest = NO_LIMIT if kind == 'heif' else 1.25 * float(np.abs(signed).max())
     cost = Bound(1.5 * float(np.abs(signed).mean()), largest, 1.5 * float(np.abs(signed.mean(axis=(0, 1))).max()),
                  f'{codec} itself at quality {quality}')
-    return cost.wider(LOSSY_SLACK)
+    return cost.wider(LOSSY_SLACK).wider(OWN_JPEG) if kind == 'jpeg' else cost.wider(LOSSY_SLACK)

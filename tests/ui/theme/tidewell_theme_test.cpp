@@ -138,12 +138,13 @@ TEST(TidewellTheme, TheKeyboardsPlaceShinesOnLeatherAndIsDarkOnCards)
 // The colour of the icon's most opaque pixel.
 QColor inkOf(const QIcon& icon, QIcon::Mode mode = QIcon::Normal)
 {
-    const QImage image = icon.pixmap(QSize(16, 16), mode).toImage();
+    const QImage image = icon.pixmap(QSize(16, 16), mode).toImage().convertToFormat(QImage::Format_ARGB32);
     QRgb most = 0;
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x)
             if (qAlpha(image.pixel(x, y)) > qAlpha(most)) most = image.pixel(x, y);
     }
+    EXPECT_GT(qAlpha(most), 200);
     return QColor::fromRgb(most);
 }
 
