@@ -34,7 +34,7 @@ version=$(dpkg-deb --field "$package" Version)
 "$root/usr/bin/lumora-cli" --version | grep -qF "$version" || fail "lumora-cli does not say version $version"
 
 # --- how they are built: stack protector, checked library calls, addresses bound before the start
-for program in lumora lumora-cli; do
+for program in lumora lumora-cli lumora-worker; do
     binary=$root/usr/lib/lumora/Contents/MacOS/$program
     readelf --wide --dyn-syms "$binary" >"$work/symbols"
     grep -q ' __stack_chk_fail' "$work/symbols" || fail "$program has no stack protector"
@@ -52,7 +52,7 @@ for size in 16 24 32 48 64 128 256 512; do
 done
 
 # --- dependencies: linked libraries are found by themselves, these are used at run time
-for name in webp libqt6svg6 xdg-utils libvips42 libqt6widgets6; do
+for name in webp libqt6svg6 xdg-utils libvips42 libqt6widgets6 libseccomp2; do
     dpkg-deb --field "$package" Depends | grep -qE "(^|, )$name( |,|$)" || fail "the package does not depend on $name"
 done
 dpkg-deb --field "$package" Recommends | grep -qw qt6-wayland || fail "the package does not recommend qt6-wayland"
