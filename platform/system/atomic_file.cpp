@@ -82,30 +82,36 @@ bool isWritten(int file)
     return other.isOpen() && other.close();
 }
 
+DraftNote noteOf(const std::filesystem::path& draft, DraftNotes notes)
+{
+    return notes == DraftNotes::kept ? DraftNote(draft) : DraftNote();
+}
+
 } // namespace
 
-Result<AtomicFile> AtomicFile::create(const std::filesystem::path& target, Draft draft)
+Result<AtomicFile> AtomicFile::create(const std::filesystem::path& target, Draft draft, DraftNotes notes)
 {
     if (draft == Draft::unnamedWherePossible) {
         if (FileDescriptor unnamed = openUnnamed(target); unnamed.isOpen())
-            return AtomicFile(target, {}, std::move(unnamed));
+            return AtomicFile(target, {}, std::move(unnamed), notes);
     }
     std::filesystem::path name = hiddenNameBeside(target);
-    DraftNote note(name);
+    DraftNote note = noteOf(name, notes);
     FileDescriptor file(::open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ownerOnly));
     if (!file.isOpen()) return fileError(target, "written", errno);
-    AtomicFile draftFile(target, std::move(name), std::move(file));
+    AtomicFile draftFile(target, std::move(name), std::move(file), notes);
     draftFile.m_note = std::move(note);
     return draftFile;
 }
 
-AtomicFile::AtomicFile(std::filesystem::path target, std::filesystem::path draft, FileDescriptor descriptor)
-    : OutputFile(std::move(descriptor), std::move(target)), m_draft(std::move(draft))
+AtomicFile::AtomicFile(std::filesystem::path target, std::filesystem::path draft, FileDescriptor descriptor,
+                       DraftNotes notes)
+    : OutputFile(std::move(descriptor), std::move(target)), m_draft(std::move(draft)), m_notes(notes)
 {
 }
 
 AtomicFile::AtomicFile(AtomicFile&& other) noexcept
-    : OutputFile(std::move(other)), m_draft(std::exchange(other.m_draft, {})),
+    : OutputFile(std::move(other)), m_draft(std::exchange(other.m_draft, {})), m_notes(other.m_notes),
       m_note(std::move(other.m_note)), m_permissions(other.m_permissions), m_isTaken(other.m_isTaken)
 {
 }
@@ -140,7 +146,7 @@ int AtomicFile::takeName(ExistingFile existing)
         const int refusal = giveName(descriptor(), name());
         if (refusal != EEXIST || existing == ExistingFile::keep) return refusal;
         std::filesystem::path hidden = hiddenNameBeside(name());
-        m_note = DraftNote(hidden);
+        m_note = noteOf(hidden, m_notes);
         if (const int failure = giveName(descriptor(), hidden); failure != 0) {
             m_note = {};
             return failure;
@@ -176,7 +182,7 @@ void removeStaleDrafts(const std::filesystem::path& folder)
 
 Status writeFileAtomically(const std::filesystem::path& path, std::span<const std::byte> bytes)
 {
-    Result<AtomicFile> file = AtomicFile::create(path);
+    Result<AtomicFile> file = AtomicFile::create(path, Draft::unnamedWherePossible, DraftNotes::none);
     if (!file) return file.error();
     if (Status appended = file->append(bytes); !appended) return appended;
     return file->commit();

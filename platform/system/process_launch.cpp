@@ -60,7 +60,10 @@ private:
         ::setpgid(0, 0);
         ::prctl(PR_SET_PDEATHSIG, SIGKILL);
         if (::getppid() != parent) ::_exit(128 + SIGKILL);
-        takeStreams();
+        if (!takeStreams()) {
+            m_failure = errno;
+            ::_exit(127);
+        }
         sigset_t none;
         sigemptyset(&none);
         ::sigprocmask(SIG_SETMASK, &none, nullptr);
@@ -69,11 +72,12 @@ private:
         ::_exit(127);
     }
 
-    void takeStreams()
+    bool takeStreams()
     {
         // The channel first moves out of the way of the numbers that are given out here.
-        constexpr int beyond = 64;
+        constexpr int beyond = LaunchedStreams::channelNumber + 1;
         const int channel = m_streams.channel ? ::fcntl(*m_streams.channel, F_DUPFD, beyond) : -1;
+        if (m_streams.channel && channel < 0) return false;
         if (m_streams.input) ::dup2(*m_streams.input, STDIN_FILENO);
         if (m_streams.output) ::dup2(*m_streams.output, STDOUT_FILENO);
         if (m_streams.error) ::dup2(*m_streams.error, STDERR_FILENO);
@@ -81,6 +85,7 @@ private:
         const auto firstClosed =
             static_cast<unsigned>(LaunchedStreams::channelNumber + (channel >= 0 ? 1 : 0));
         ::close_range(firstClosed, ~0U, 0);
+        return true;
     }
 
     const char* m_executable;

@@ -22,6 +22,10 @@ enum class ExistingFile { replace, keep };
 // do that, so that not even a killed program leaves a piece of one; otherwise under a hidden name of its own.
 enum class Draft { unnamedWherePossible, named };
 
+// Whether a hidden name is written down for those who tidy up after a killed program. Where they look in any
+// case, the note would only cost time.
+enum class DraftNotes { kept, none };
+
 // A file that appears under its name complete or not at all. An existing target stays as it was until
 // commit(). Nobody else can read the file before. Survives the end of the program, not of the machine:
 // nothing is forced to the disk unless it is asked for, which would cost more than the encode of a small
@@ -31,7 +35,8 @@ class AtomicFile : public OutputFile
 public:
     // Fails when the target's folder cannot take a new file.
     static Result<AtomicFile> create(const std::filesystem::path& target,
-                                     Draft draft = Draft::unnamedWherePossible);
+                                     Draft draft = Draft::unnamedWherePossible,
+                                     DraftNotes notes = DraftNotes::kept);
 
     AtomicFile(AtomicFile&&) noexcept;
     AtomicFile& operator=(AtomicFile&&) noexcept = delete;
@@ -52,10 +57,12 @@ public:
     bool isTaken() const { return m_isTaken; }
 
 private:
-    AtomicFile(std::filesystem::path target, std::filesystem::path draft, FileDescriptor descriptor);
+    AtomicFile(std::filesystem::path target, std::filesystem::path draft, FileDescriptor descriptor,
+               DraftNotes notes);
     int takeName(ExistingFile existing);
 
     std::filesystem::path m_draft; // empty without a name to discard
+    DraftNotes m_notes;
     DraftNote m_note;
     std::uint32_t m_permissions = 0666;
     bool m_isTaken = false;
