@@ -54,7 +54,7 @@ LifetimeStats load(const std::filesystem::path& file)
 std::filesystem::path StatsStore::userDataFolder()
 {
     const char* chosen = std::getenv("XDG_DATA_HOME");
-    const std::filesystem::path folder = chosen ? chosen : "";
+    std::filesystem::path folder = chosen ? chosen : "";
     if (folder.is_absolute() && makeFolder(folder)) return folder;
     const char* home = std::getenv("HOME");
     return std::filesystem::path(home ? home : "/") / ".local/share";

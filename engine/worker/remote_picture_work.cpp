@@ -54,6 +54,9 @@ WorkResult<WorkerReply> RemotePictureWork::askToOpen()
         auto process = m_processes.take();
         if (!process) return WorkError{Kind::notStarted, process.error().description};
         m_process = std::move(*process);
+        // Until it answers it may still be loading, which is not to count as the file's.
+        auto ready = ask({.action = WorkerAction::close}, -1, Kind::notStarted);
+        if (!ready) return ready;
     }
     limit(0);
     auto reply = ask(m_opening, m_file, Kind::unreadable);

@@ -39,9 +39,11 @@ public:
         // No handler of this program may run in the child, which shares its memory.
         pthread_sigmask(SIG_SETMASK, &all, &before);
         const pid_t parent = ::getpid();
+        // NOLINTBEGIN(clang-analyzer-*): the child may change the memory that it shares, as is known here
         const pid_t process = ::vfork();
         const int failure = process < 0 ? errno : 0;
         if (process == 0) becomeTheProgram(parent);
+        // NOLINTEND(clang-analyzer-*)
         pthread_sigmask(SIG_SETMASK, &before, nullptr);
         if (failure != 0) return -failure;
         if (m_failure == 0) return process;

@@ -135,9 +135,10 @@ TEST_F(Workers, ThatCannotBeStartedFailTheirFilesOnly)
     EXPECT_TRUE(std::filesystem::exists(file));
 }
 
-TEST_F(Workers, AreNotGivenMoreMemoryThanTheirFileNeeds)
+TEST_F(Workers, GetNoMemoryBeyondTheirLimit)
 {
-    useWorkers(LUMORA_WORKER, {.openingBytes = 4'000'000});
+    // Less than a worker has before it looks at a file.
+    useWorkers(LUMORA_WORKER, {.openingBytes = -(std::int64_t{1} << 30U)});
     test::save(m_in / "large.png", test::uniformPicture(4000, 3000, {1, 2, 3}));
     const SettingsDraft draft{.resizeMode = ResizeMode::none, .outputFormat = OutputFormat::heic};
     EXPECT_THAT(failureOf(m_in / "large.png", draft),
