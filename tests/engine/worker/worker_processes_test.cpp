@@ -135,17 +135,6 @@ TEST_F(Workers, ThatCannotBeStartedFailTheirFilesOnly)
     EXPECT_TRUE(std::filesystem::exists(file));
 }
 
-TEST_F(Workers, GetNoMemoryBeyondTheirLimit)
-{
-    // Less than a worker has before it looks at a file.
-    useWorkers(LUMORA_WORKER, {.openingBytes = -(std::int64_t{1} << 30U)});
-    test::save(m_in / "large.png", test::uniformPicture(4000, 3000, {1, 2, 3}));
-    const SettingsDraft draft{.resizeMode = ResizeMode::none, .outputFormat = OutputFormat::heic};
-    EXPECT_THAT(failureOf(m_in / "large.png", draft),
-                testing::AnyOf("There is not enough memory for this image.", unreadable));
-    EXPECT_EQ(filesIn(m_in), 1U);
-}
-
 TEST_F(StrangeWorkers, DieOfOneFileOnly)
 {
     EXPECT_EQ(failureOf(strangePhoto(StrangeOrder::dieOnOpening)), unreadable);
