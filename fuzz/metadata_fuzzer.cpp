@@ -8,6 +8,7 @@
 #include "fuzz/fuzzing.h"
 #include "pixels/decoding.h"
 #include "system/file_descriptor.h"
+#include "system/output_file.h"
 #include "system/regular_file.h"
 #include "tests/support/encoded_bmp.h"
 
@@ -46,10 +47,9 @@ Bytes encoded(const lumora::Format& format, const lumora::Image& picture, int qu
               const lumora::Metadata& metadata)
 {
     constexpr std::size_t most = std::size_t{1} << 24U;
-    auto file = lumora::AtomicFile::create(std::filesystem::temp_directory_path() / "encoded");
-    require(static_cast<bool>(file));
-    require(static_cast<bool>(lumora::encodeImage(format, picture, quality, metadata, *file)));
-    auto bytes = lumora::readAll(file->descriptor(), most);
+    lumora::OutputFile file(lumora::FileDescriptor(::memfd_create("encoded", MFD_CLOEXEC)), "encoded");
+    require(static_cast<bool>(lumora::encodeImage(format, picture, quality, metadata, file)));
+    auto bytes = lumora::readAll(file.descriptor(), most);
     require(static_cast<bool>(bytes));
     return std::move(*bytes);
 }

@@ -13,7 +13,7 @@ namespace {
 // A new name each time: the toolkit keeps what it has read of a file while its size and time stay.
 QString fileWith(const std::uint8_t* data, std::size_t size)
 {
-    static const QTemporaryDir folder(QStringLiteral("/dev/shm/settings-XXXXXX"));
+    static const QTemporaryDir folder(QStringLiteral("/dev/shm/settings"));
     static int count = 0;
     QFile file(folder.filePath(QString::number(++count)));
     lumora::fuzz::require(file.open(QIODevice::WriteOnly));

@@ -5,6 +5,8 @@
 #include "pixels/stored_form.h"
 #include "rgba_pixels.h"
 
+#include <vips/vips.h>
+
 #include <algorithm>
 #include <cstring>
 

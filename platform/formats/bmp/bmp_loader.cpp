@@ -4,14 +4,14 @@
 
 #include "bmp/bmp_codec.h"
 #include "formats/format.h"
+#include "row_picture.h"
 #include "system/regular_file.h"
 
 #include <vips/vips.h>
 
-#include <cstring>
 #include <memory>
-#include <mutex>
-#include <new>
+#include <span>
+#include <utility>
 #include <vector>
 
 namespace lumora {
@@ -20,42 +20,21 @@ namespace {
 // 32 bits a pixel, and room for headers and a profile.
 constexpr std::size_t largestFile = std::size_t{maximumDecodedPixels} * 4 + (std::size_t{1} << 26U);
 
-struct LazyBmp
+class RowsOfBmp : public RowSource
 {
-    std::vector<std::byte> file;
-    BmpRows rows; // looks into `file`
-    std::vector<std::byte> row;
-    std::mutex mutex; // the library may ask for two strips at once
+public:
+    RowsOfBmp(std::vector<std::byte> file, BmpRows rows) : m_file(std::move(file)), m_rows(std::move(rows)) {}
 
-    Status copyTo(VipsRegion* region)
+    Status next(std::uint8_t* row) override
     {
-        const std::scoped_lock lock(mutex);
-        const VipsRect& area = region->valid;
-        const auto channels = static_cast<std::size_t>(rows.header().channels());
-        for (int y = area.top; y < area.top + area.height; ++y) {
-            if (auto status = rows.read(y, row); !status) return status;
-            std::memcpy(region->data + std::ptrdiff_t{y - area.top} * region->bpl,
-                        row.data() + static_cast<std::size_t>(area.left) * channels,
-                        static_cast<std::size_t>(area.width) * channels);
-        }
-        return Done{};
+        return m_rows.read(m_next++, std::as_writable_bytes(std::span(row, m_rows.rowBytes())));
     }
+
+private:
+    std::vector<std::byte> m_file;
+    BmpRows m_rows; // looks into the file
+    std::int64_t m_next = 0;
 };
-
-int generate(VipsRegion* region, void*, void* bmp, void*, gboolean*)
-try {
-    const auto status = static_cast<LazyBmp*>(bmp)->copyTo(region);
-    if (!status) vips_error("bmp", "%s", status.error().description.c_str());
-    return status ? 0 : -1;
-} catch (const std::bad_alloc&) {
-    vips_error("bmp", "not enough memory");
-    return -1;
-}
-
-void destroy(gpointer bmp)
-{
-    delete static_cast<LazyBmp*>(bmp);
-}
 
 } // namespace
 
@@ -66,11 +45,8 @@ Result<VipsImagePtr> loadBmp(int descriptor)
     auto rows = BmpRows::open(*file);
     if (!rows) return rows.error();
     const BmpHeader header = rows->header();
-    std::vector<std::byte> row(rows->rowBytes());
 
     VipsImagePtr image(vips_image_new());
-    auto* const bmp = new LazyBmp{std::move(*file), std::move(*rows), std::move(row), {}};
-    g_object_set_data_full(G_OBJECT(image.get()), "lumora-bmp", bmp, destroy);
     vips_image_init_fields(image.get(), static_cast<int>(header.width), static_cast<int>(header.height),
                            header.channels(), VIPS_FORMAT_UCHAR, VIPS_CODING_NONE, VIPS_INTERPRETATION_sRGB,
                            1, 1);
@@ -78,10 +54,8 @@ Result<VipsImagePtr> loadBmp(int descriptor)
         vips_image_set_blob_copy(image.get(), VIPS_META_ICC_NAME, header.iccProfile.data(),
                                  header.iccProfile.size());
     }
-    if (vips_image_pipelinev(image.get(), VIPS_DEMAND_STYLE_THINSTRIP, nullptr) != 0 ||
-        vips_image_generate(image.get(), nullptr, generate, nullptr, bmp, nullptr) != 0)
-        return takeVipsError();
-    return image;
+    if (vips_image_pipelinev(image.get(), VIPS_DEMAND_STYLE_THINSTRIP, nullptr) != 0) return takeVipsError();
+    return rowPicture(std::move(image), std::make_unique<RowsOfBmp>(std::move(*file), std::move(*rows)));
 }
 
 } // namespace lumora
