@@ -158,6 +158,27 @@ bool LocalPictureWork::isWhole(int output)
     return written && m_size == sizeOf(written->image()) && readThrough(written->image());
 }
 
+WorkResult<PictureLook> LocalPictureWork::look()
+{
+    if (!m_source) return WorkError{Kind::unreadable};
+    return PictureLook{sizeOf(orientedImage(*m_source, m_source->image())), m_source->metadata().profileName};
+}
+
+WorkResult<Done> LocalPictureWork::drawPart(int output, const PicturePart& part)
+{
+    return inMemory([&]() -> WorkResult<Done> {
+        if (!m_source) return WorkError{Kind::unreadable};
+        const Image picture = orientedImage(*m_source, m_source->image());
+        m_image.reset();
+        m_source.reset();
+        if (!isPartOf(part, picture.width(), picture.height())) return WorkError{Kind::unreadable};
+        OutputFile file(another(output), {});
+        const auto status = writeRgba(picture, part, file);
+        if (!status) return readingError(status.error());
+        return Done{};
+    });
+}
+
 void LocalPictureWork::close()
 {
     m_image.reset();

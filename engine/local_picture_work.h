@@ -21,6 +21,8 @@ public:
     WorkResult<Done> findDamage() override;
     std::vector<std::string> losses(int output, const std::string& typeIdentifier) override;
     bool isWhole(int output) override;
+    WorkResult<PictureLook> look() override;
+    WorkResult<Done> drawPart(int output, const PicturePart& part) override;
     void close() override;
 
 private:

@@ -5,6 +5,7 @@
 // system nor a future. One file at a time, one thread.
 #pragma once
 
+#include "formats/rgba_writer.h"
 #include "records/optimizer_settings.h"
 #include "system/result.h"
 
@@ -42,6 +43,13 @@ struct PictureHead
 // Width and height in pixels, upright.
 using PictureSize = std::pair<std::int64_t, std::int64_t>;
 
+// What a viewer tells of a picture beside its pixels.
+struct PictureLook
+{
+    PictureSize size;
+    std::string profile = {}; // what its colour profile calls itself; empty without one
+};
+
 class PictureWork
 {
 public:
@@ -71,6 +79,11 @@ public:
 
     // Whether a file decodes to its last row, and to the picture that was encoded. Gives up the input.
     virtual bool isWhole(int output) = 0;
+
+    // For whoever shows the picture as the file has it, upright.
+    virtual WorkResult<PictureLook> look() = 0;
+    // Writes a part of it as writeRgba() does. Uses up the picture: open() must come again.
+    virtual WorkResult<Done> drawPart(int output, const PicturePart& part) = 0;
 
     // Gives up everything.
     virtual void close() = 0;

@@ -114,6 +114,20 @@ bool RemotePictureWork::isWhole(int output)
     return reply && reply->answer;
 }
 
+WorkResult<PictureLook> RemotePictureWork::look()
+{
+    auto reply = ask({.action = WorkerAction::look}, -1, Kind::unreadable);
+    if (!reply) return reply.error();
+    return PictureLook{reply->size, std::move(reply->profile)};
+}
+
+WorkResult<Done> RemotePictureWork::drawPart(int output, const PicturePart& part)
+{
+    const auto reply = ask({.action = WorkerAction::drawPart, .part = part}, output, Kind::unreadable);
+    if (!reply) return reply.error();
+    return Done{};
+}
+
 void RemotePictureWork::close()
 {
     if (!m_process) return;

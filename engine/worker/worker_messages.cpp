@@ -14,11 +14,24 @@ namespace lumora::ImageOptimizer {
 namespace {
 
 // Both sides come in one package; this tells a package that was exchanged under a running program.
-constexpr std::uint32_t version = 1;
+constexpr std::uint32_t version = 2;
 constexpr std::size_t longestType = 63;
 constexpr std::size_t longestReason = 255;
 constexpr std::size_t longestLoss = 127;
 constexpr std::size_t mostLosses = 16;
+constexpr std::size_t longestProfile = 127;
+
+bool isControl(unsigned char c)
+{
+    return c < ' ' || c == 0x7F;
+}
+
+// What a file calls its colours may be anything.
+std::string printable(std::string text)
+{
+    std::ranges::replace_if(text, isControl, ' ');
+    return text;
+}
 
 // Puts values one behind the other; those that find no room are a mistake of this file.
 class Writer
@@ -96,8 +109,7 @@ public:
         std::string text(size, '\0');
         std::memcpy(text.data(), m_bytes.data(), size);
         m_bytes = m_bytes.subspan(longest);
-        const bool isPrintable =
-            isUtf8(text) && std::ranges::none_of(text, [](unsigned char c) { return c < ' ' || c == 0x7F; });
+        const bool isPrintable = isUtf8(text) && std::ranges::none_of(text, isControl);
         m_isSound = m_isSound && isPrintable;
         return text;
     }
@@ -161,6 +173,12 @@ std::vector<std::byte> messageOf(const WorkerRequest& request)
     writer.put(request.settings.removeColorManagement);
     writer.put(request.settings.removeMetadata);
     writer.put(request.typeIdentifier, longestType);
+    writer.put(request.part.width);
+    writer.put(request.part.height);
+    writer.put(request.part.left);
+    writer.put(request.part.top);
+    writer.put(request.part.columns);
+    writer.put(request.part.rows);
     return std::move(writer).bytes();
 }
 
@@ -179,6 +197,12 @@ std::optional<WorkerRequest> requestIn(std::span<const std::byte> message)
     request.settings.removeColorManagement = reader.takeBool();
     request.settings.removeMetadata = reader.takeBool();
     request.typeIdentifier = reader.takeText(longestType);
+    request.part.width = reader.take<std::int32_t>();
+    request.part.height = reader.take<std::int32_t>();
+    request.part.left = reader.take<std::int32_t>();
+    request.part.top = reader.take<std::int32_t>();
+    request.part.columns = reader.take<std::int32_t>();
+    request.part.rows = reader.take<std::int32_t>();
     if (!reader.isSound()) return std::nullopt;
     return request;
 }
@@ -198,6 +222,7 @@ std::vector<std::byte> messageOf(const WorkerReply& reply)
     writer.put(static_cast<std::uint8_t>(losses));
     for (std::size_t i = 0; i < losses; ++i)
         writer.put(reply.losses[i], longestLoss);
+    writer.put(printable(reply.profile), longestProfile);
     return std::move(writer).bytes();
 }
 
@@ -219,6 +244,7 @@ std::optional<WorkerReply> replyIn(std::span<const std::byte> message)
     if (losses > mostLosses || reply.head.memoryNeed < 0) return std::nullopt;
     for (std::size_t i = 0; i < losses; ++i)
         reply.losses.push_back(reader.takeText(longestLoss));
+    reply.profile = reader.takeText(longestProfile);
     if (!reader.isSound()) return std::nullopt;
     return reply;
 }

@@ -27,6 +27,8 @@ enum class WorkerAction : std::uint8_t {
     findDamage,
     losses,
     isWhole,
+    look,
+    drawPart,
     close
 };
 
@@ -51,6 +53,7 @@ struct WorkerRequest
     WorkerAction action = WorkerAction::close;
     PixelSettings settings = {};     // of `open`
     std::string typeIdentifier = {}; // of `encode` and `losses`
+    PicturePart part = {};           // of `drawPart`
 
     static constexpr std::size_t bytes = 128;
     bool operator==(const WorkerRequest&) const = default;
@@ -64,6 +67,7 @@ struct WorkerReply
     PictureSize size = {};
     bool answer = false; // of `proveReadable` and `isWhole`
     std::vector<std::string> losses = {};
+    std::string profile = {}; // of `look`
 
     static constexpr std::size_t bytes = 4096;
 };

@@ -51,6 +51,13 @@ WorkerReply answer(PictureWork& work, const WorkerRequest& request, int file)
         return {.losses = work.losses(file, request.typeIdentifier)};
     case WorkerAction::isWhole:
         return {.answer = work.isWhole(file)};
+    case WorkerAction::look:
+        return replyOf(work.look(), [](WorkerReply& reply, PictureLook look) {
+            reply.size = look.size;
+            reply.profile = std::move(look.profile);
+        });
+    case WorkerAction::drawPart:
+        return replyOf(work.drawPart(file, request.part), [](WorkerReply&, Done) {});
     case WorkerAction::close:
         break;
     }

@@ -4,7 +4,11 @@
 // of that process is the matter of one row.
 #include "engine/worker/remote_picture_work.h"
 
+#include "engine/local_picture_work.h"
 #include "system/confinement.h"
+#include "system/mapped_file.h"
+#include "system/memory_file.h"
+#include "system/regular_file.h"
 #include "tests/engine/optimizer_test.h"
 #include "tests/engine/worker/strange_order.h"
 
@@ -69,6 +73,23 @@ protected:
         EXPECT_TRUE(optimize(photo("next.png"), {.outputFormat = OutputFormat::jpeg}).isSuccess);
     }
 };
+
+TEST_F(Workers, DrawTheVerySameParts)
+{
+    useWorkers(LUMORA_WORKER);
+    const auto source = openRegularFile(photo("a.jpg", {.profile = "p3"}));
+    const PicturePart part{30, 20, 11, 7, 15, 10};
+    const auto drawnBy = [&](ImageOptimizer::PictureWork& work) {
+        EXPECT_TRUE(work.open(source->get(), ImageOptimizer::PixelSettings{}.settings()));
+        EXPECT_FALSE(work.look()->profile.empty());
+        const auto output = makeMemoryFile(15 * 10 * 4);
+        EXPECT_TRUE(work.drawPart(output->get(), part));
+        const auto rows = MappedFile::map(output->get());
+        return std::vector(rows->bytes().begin(), rows->bytes().end());
+    };
+    ImageOptimizer::LocalPictureWork here;
+    EXPECT_EQ(drawnBy(*m_services.pixels({})), drawnBy(here));
+}
 
 TEST_F(Workers, MakeTheVerySameFiles)
 {
