@@ -8,6 +8,9 @@
 #include "app/panels/many_files_question.h"
 #include "app/panels/quit_question.h"
 #include "app/termination.h"
+#include "engine/worker/worker_processes.h"
+#include "system/bundle.h"
+#include "ui/comparison/comparison_view.h"
 #include "ui/dropwindow/drop_window_view.h"
 #include "ui/settings/preferences_view.h"
 
@@ -26,6 +29,11 @@ WindowParameters mainWindowParameters()
 WindowParameters preferencesWindowParameters()
 {
     return {QStringLiteral("Preferences"), QStringLiteral("LumoraPreferencesWindow"), {620, 840}, {620, 780}};
+}
+
+WindowParameters comparisonWindowParameters()
+{
+    return {QStringLiteral("Comparison"), QStringLiteral("LumoraComparisonWindow"), {1000, 720}, {480, 360}};
 }
 
 // Among the few values that no view shows: the user knows that the program goes on without a window.
@@ -52,6 +60,7 @@ AppDelegate::~AppDelegate()
     // each other before either goes.
     m_statusItem.reset();
     m_mainWindowHeight.reset();
+    m_comparisonWindow.reset();
     m_mainWindow.reset();
     m_preferencesWindow.reset();
 }
@@ -148,7 +157,9 @@ Closing AppDelegate::closing(const BrandedWindow* window)
         return other && other != window && other->isVisible();
     };
     PreferencesFile& file = m_settingsStore.settings().preferencesFile();
-    return closingOf({.isLast = !isOtherShown(m_mainWindow.get()) && !isOtherShown(m_preferencesWindow.get()),
+    const bool isLast = !isOtherShown(m_mainWindow.get()) && !isOtherShown(m_preferencesWindow.get()) &&
+                        !isOtherShown(m_comparisonWindow.get());
+    return closingOf({.isLast = isLast,
                       .hasStatusItem = m_statusItem && m_statusItem->isPresent(),
                       .canBeLaunchedAgain = m_bus.isConnected(),
                       .isProcessing = m_processingModel->isProcessing(),
@@ -171,7 +182,8 @@ bool AppDelegate::mayClose(BrandedWindow* window)
 bool AppDelegate::isWindowShown() const
 {
     return (m_mainWindow && m_mainWindow->isVisible()) ||
-           (m_preferencesWindow && m_preferencesWindow->isVisible());
+           (m_preferencesWindow && m_preferencesWindow->isVisible()) ||
+           (m_comparisonWindow && m_comparisonWindow->isVisible());
 }
 
 // The last window was closed while a batch ran.
@@ -213,6 +225,7 @@ void AppDelegate::showMainWindow()
             settings(), *m_processingModel, m_statsStore, [this] { showPreferences(); },
             FileBrowser{showInFolder, openFile}, reducesMotion,
             [this](QWidget* parent, const ChosenFiles& chosen) { m_fileChooser.open(parent, chosen); });
+        connect(view, &DropWindowView::compareRequested, this, &AppDelegate::showComparison);
         m_mainWindow = makeWindow(mainWindowParameters(), view);
         m_mainWindowHeight =
             std::make_unique<MainWindowHeight>(*m_mainWindow, *m_processingModel, reducesMotion);
@@ -237,6 +250,22 @@ void AppDelegate::showAboutPanel()
     m_aboutPanel->show();
     m_aboutPanel->raise();
     m_aboutPanel->activateWindow();
+}
+
+void AppDelegate::showComparison(ResultsListModel& results, const QModelIndex& index)
+{
+    if (!m_comparisonWindow) {
+        m_comparison = new ComparisonView(results, ImageOptimizer::findWorker(mainBundlePath()));
+        m_comparisonWindow = makeWindow(comparisonWindowParameters(), m_comparison);
+        BrandedWindow* window = m_comparisonWindow.get();
+        connect(m_comparison, &ComparisonView::titleChanged, window, &QWidget::setWindowTitle);
+        connect(m_comparison, &ComparisonView::closeRequested, window, &QWidget::close);
+        // Nobody looks at the pictures any more.
+        connect(window, &BrandedWindow::closed, this,
+                [this] { m_comparisonWindow.release()->deleteLater(); });
+    }
+    m_comparison->compare(index);
+    m_comparisonWindow->bringToFront();
 }
 
 bool AppDelegate::mainWindowIsWatched() const

@@ -23,6 +23,7 @@
 
 #include <QDBusConnection>
 #include <QMenu>
+#include <QModelIndex>
 #include <QObject>
 
 #include <filesystem>
@@ -30,6 +31,9 @@
 #include <vector>
 
 namespace lumora {
+
+class ComparisonView;
+class ResultsListModel;
 
 class AppDelegate : public QObject
 {
@@ -53,6 +57,8 @@ public:
     void showMainWindow();
     void showPreferences();
     void showAboutPanel();
+    // One window, whichever result it shows.
+    void showComparison(ResultsListModel& results, const QModelIndex& index);
 
     ProcessingModel& processingModel() { return *m_processingModel; }
     LumoraSettings& settings() { return m_settingsStore.settings(); }
@@ -85,6 +91,8 @@ private:
     QAction* m_quit = nullptr;
     std::unique_ptr<BrandedWindow> m_mainWindow;
     std::unique_ptr<BrandedWindow> m_preferencesWindow;
+    std::unique_ptr<BrandedWindow> m_comparisonWindow;
+    ComparisonView* m_comparison = nullptr; // in that window
     std::unique_ptr<AboutPanel> m_aboutPanel;
     OverwriteQuestions m_overwriteQuestions;
     std::unique_ptr<ProcessingModel> m_processingModel;

@@ -65,6 +65,7 @@ DropWindowView::DropWindowView(LumoraSettings& settings, ProcessingModel& proces
             m_intake->load(std::move(files), m_process);
         });
     });
+    connect(m_results, &ResultsList::compareRequested, this, &DropWindowView::compareRequested);
     auto* openKeys = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_O), this);
     connect(openKeys, &QShortcut::activated, m_zone, &QAbstractButton::click);
     auto* pasteKeys = new QShortcut(QKeySequence::Paste, this);

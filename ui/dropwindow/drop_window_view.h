@@ -7,6 +7,7 @@
 #include "ui/intake/files_and_folders_dialog.h"
 #include "ui/results/file_browser.h"
 
+#include <QModelIndex>
 #include <QWidget>
 
 #include <functional>
@@ -20,6 +21,7 @@ class LifetimeStatsStrip;
 class LumoraSettings;
 class ProcessingModel;
 class ResultsList;
+class ResultsListModel;
 class StatsStore;
 
 class DropWindowView : public QWidget
@@ -40,6 +42,10 @@ public:
     void paste();
 
     QSize sizeHint() const override { return {820, 360}; }
+
+Q_SIGNALS:
+    // A result is to be seen beside its original.
+    void compareRequested(lumora::ResultsListModel& results, const QModelIndex& index);
 
 protected:
     bool event(QEvent* event) override;

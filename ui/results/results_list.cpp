@@ -36,6 +36,8 @@ ResultsList::ResultsList(ProcessingModel& processing, FileBrowser fileBrowser, Q
     connect(&processing, &ProcessingModel::resultInserted, this, &ResultsList::refresh);
     connect(m_model, &QAbstractItemModel::modelReset, this, &ResultsList::refresh);
     connect(m_model, &QAbstractItemModel::modelReset, m_view, &QAbstractItemView::scrollToTop);
+    connect(m_view, &ResultsListView::compareRequested, this,
+            [this](const QModelIndex& index) { Q_EMIT compareRequested(*m_model, index); });
     refresh();
 }
 

@@ -6,6 +6,7 @@
 
 #include "ui/results/file_browser.h"
 
+#include <QModelIndex>
 #include <QWidget>
 
 namespace lumora {
@@ -25,6 +26,9 @@ public:
 
     // The totals and one row.
     QSize minimumSizeHint() const override;
+
+Q_SIGNALS:
+    void compareRequested(lumora::ResultsListModel& results, const QModelIndex& index);
 
 protected:
     bool event(QEvent* event) override;

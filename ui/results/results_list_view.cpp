@@ -54,7 +54,9 @@ ResultsListView::ResultsListView(ResultsListModel& results, FileBrowser fileBrow
     setEditTriggers(NoEditTriggers);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     setAccessibleName(QStringLiteral("Results"));
-    setAccessibleDescription(QStringLiteral("Return shows the output file in the file browser"));
+    setAccessibleDescription(
+        QStringLiteral("Return shows the output file in the file browser, Space compares it "
+                       "with its original"));
 }
 
 int ResultsListView::rowHeight() const
@@ -92,6 +94,11 @@ void ResultsListView::showInFolder(const QModelIndex& index) const
 {
     if (!index.isValid() || !m_fileBrowser.showInFolder) return;
     if (const auto& output = m_results.result(index).outputURL) m_fileBrowser.showInFolder(*output);
+}
+
+void ResultsListView::compare(const QModelIndex& index)
+{
+    if (index.isValid() && m_results.result(index).outputURL) Q_EMIT compareRequested(index);
 }
 
 bool ResultsListView::viewportEvent(QEvent* event)
@@ -137,6 +144,16 @@ void ResultsListView::mouseReleaseEvent(QMouseEvent* event)
     m_pressedButton = QModelIndex();
 }
 
+// The second click on the button is one more press of it.
+void ResultsListView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    const QPoint place = event->position().toPoint();
+    const bool isOnRow = event->button() == Qt::LeftButton && !revealButtonAt(place).isValid();
+    if (!isOnRow) return mousePressEvent(event);
+    UniformRowView::mouseDoubleClickEvent(event);
+    compare(indexAt(place));
+}
+
 void ResultsListView::startDrag(Qt::DropActions)
 {
     QMimeData* file = m_results.mimeData({currentIndex()});
@@ -152,6 +169,7 @@ void ResultsListView::keyPressEvent(QKeyEvent* event)
 {
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (isReturn) return showInFolder(currentIndex());
+    if (event->key() == Qt::Key_Space && !event->isAutoRepeat()) return compare(currentIndex());
     if (event->matches(QKeySequence::Copy) && currentIndex().isValid())
         return copyText(pathText(shownPath(m_results.result(currentIndex()))));
     UniformRowView::keyPressEvent(event);
@@ -168,6 +186,7 @@ QMenu* ResultsListView::makeContextMenu(const QModelIndex& index)
     add(QStringLiteral("Show in Finder"), result.outputURL.has_value(), [this, row] { showInFolder(row); });
     add(QStringLiteral("Open"), result.outputURL && m_fileBrowser.open,
         [this, row] { m_fileBrowser.open(*m_results.result(row).outputURL); });
+    add(QStringLiteral("Compare"), result.outputURL.has_value(), [this, row] { compare(row); });
     if (!result.isSuccess) add(QStringLiteral("Try Again"), true, [this, row] { m_results.retry(row); });
     menu->addSeparator();
     add(QStringLiteral("Copy Path"), true,

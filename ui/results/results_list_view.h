@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The scrolling rows of the results list and what can be done with one: show its output in the file browser
-// by the button or by Return, open it, try a failed file again, copy its path or message, drag it out as a
-// file.
+// by the button or by Return, compare it with its original by a double click or by Space, open it, try a
+// failed file again, copy its path or message, drag it out as a file.
 #pragma once
 
 #include "ui/controls/uniform_row_view.h"
@@ -35,11 +35,16 @@ public:
     // Where the row's "Show in Finder" button is in the viewport; empty where it has none.
     QRect revealButton(const QModelIndex& index) const;
 
+Q_SIGNALS:
+    // Only of rows with an output.
+    void compareRequested(const QModelIndex& index);
+
 protected:
     bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void startDrag(Qt::DropActions actions) override;
@@ -48,6 +53,7 @@ private:
     QModelIndex rowForKeys() const;
     QModelIndex revealButtonAt(const QPoint& point) const;
     void showInFolder(const QModelIndex& index) const;
+    void compare(const QModelIndex& index);
 
     ResultsListModel& m_results;
     const FileBrowser m_fileBrowser;

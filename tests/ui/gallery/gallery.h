@@ -33,5 +33,6 @@ void settingsPages(const Gallery& gallery);
 void menuPages(const Gallery& gallery);
 void dialogPages(const Gallery& gallery);
 void windowPages(const Gallery& gallery);
+void comparisonPages(const Gallery& gallery);
 
 } // namespace lumora::gallery

@@ -57,6 +57,7 @@ int main(int argc, char** argv)
         lumora::gallery::menuPages(gallery);
         lumora::gallery::dialogPages(gallery);
         lumora::gallery::windowPages(gallery);
+        lumora::gallery::comparisonPages(gallery);
     }
     return 0;
 }

@@ -12,6 +12,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QPointer>
+#include <QSignalSpy>
 #include <QTest>
 #include <QToolTip>
 
@@ -162,6 +163,35 @@ TEST_F(ResultRows, OfferNoOutputOfAFailedFile)
     EXPECT_FALSE(menuAction(0, "Open")->isEnabled());
     menuAction(0, "Copy Path")->trigger();
     EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("/photos/f.jpg"));
+}
+
+TEST_F(ResultRows, AreComparedByDoubleClickByKeyAndByMenu)
+{
+    addSuccesses(2);
+    objects.addFailure("/photos/f.jpg", "no");
+    QSignalSpy asked(list, &ResultsList::compareRequested);
+    const QPoint place = view().visualRect(row(1)).center();
+    QTest::mouseClick(view().viewport(), Qt::LeftButton, {}, place);
+    EXPECT_EQ(asked.count(), 0);
+    QTest::mouseDClick(view().viewport(), Qt::LeftButton, {}, place);
+    QTest::keyClick(&view(), Qt::Key_Space);
+    menuAction(1, "Compare")->trigger();
+    ASSERT_EQ(asked.count(), 3);
+    for (const QVariantList& call : asked)
+        EXPECT_EQ(call.at(1).toModelIndex().row(), 1);
+    EXPECT_TRUE(objects.shown.empty());
+}
+
+TEST_F(ResultRows, AreNotComparedWithoutAnOutputOrByTheShowButton)
+{
+    addSuccesses(1);
+    objects.addFailure("/photos/f.jpg", "no");
+    QSignalSpy asked(list, &ResultsList::compareRequested);
+    QTest::mouseDClick(view().viewport(), Qt::LeftButton, {}, view().visualRect(row(0)).center());
+    QTest::keyClick(&view(), Qt::Key_Space);
+    EXPECT_FALSE(menuAction(0, "Compare")->isEnabled());
+    QTest::mouseDClick(view().viewport(), Qt::LeftButton, {}, view().revealButton(row(1)).center());
+    EXPECT_EQ(asked.count(), 0);
 }
 
 TEST_F(ResultRows, CarryTheirOutputOutAsAFileByTheBytesOfItsName)
