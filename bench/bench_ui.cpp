@@ -1,12 +1,15 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The views' figures: bench_ui start [ROUNDS] | rows [N] | settings.
+// The views' figures: bench_ui start [ROUNDS] | rows [N] | settings | comparison PICTURE WORKER. The picture has its
+// output beside it, as a WebP file of its name; WORKER is the program that reads both.
 #include "bench/fake_batch.h"
 #include "model/lumora_settings.h"
 #include "model/stats_store.h"
 #include "tests/support/settings.h"
 #include "tests/support/temporary_directory.h"
+#include "ui/comparison/comparison_view.h"
 #include "ui/dropwindow/drop_window_view.h"
+#include "ui/results/results_list_model.h"
 #include "ui/results/results_list_view.h"
 #include "ui/settings/preferences_view.h"
 #include "ui/settings/settings_chip.h"
@@ -215,6 +218,38 @@ int settings(int argc, char** argv)
     return chips[2]->text() == QStringLiteral("Quality 100") ? 0 : 1;
 }
 
+// From the double click on, which is the first that a window with its workers knows of it.
+int comparison(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    dress(application);
+    Objects objects;
+    objects.process({argv[2]});
+    ResultsListModel results(objects.model);
+    std::vector<double> first;
+    std::vector<double> both;
+    for (int round = 0; round < 21; ++round) {
+        const auto begin = Clock::now();
+        ComparisonView view(results, argv[3]);
+        const auto* canvas = view.findChild<ComparisonCanvas*>();
+        view.resize(view.sizeHint());
+        view.compare(results.index(0));
+        view.show();
+        const auto until = [&](auto isReached) {
+            while (!isReached())
+                QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+            QCoreApplication::processEvents();
+            return milliseconds(Clock::now() - begin);
+        };
+        first.push_back(until([&] { return !canvas->isEmpty(); }));
+        both.push_back(until([&] { return view.isComplete(); }));
+        if (!canvas->hasBoth()) return 1;
+    }
+    print("comparison, first picture", first);
+    print("comparison, both pictures", both);
+    return 0;
+}
+
 } // namespace
 } // namespace lumora
 
@@ -227,6 +262,7 @@ int main(int argc, char** argv)
     if (what == "start") return lumora::start(argc, argv, count(41));
     if (what == "rows") return lumora::rows(argc, argv, count(100'000));
     if (what == "settings") return lumora::settings(argc, argv);
-    std::fputs("usage: bench_ui start [ROUNDS] | rows [N] | settings\n", stderr);
+    if (what == "comparison" && argc == 4) return lumora::comparison(argc, argv);
+    std::fputs("usage: bench_ui start [ROUNDS] | rows [N] | settings | comparison PICTURE WORKER\n", stderr);
     return 2;
 }

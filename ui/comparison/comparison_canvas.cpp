@@ -96,6 +96,11 @@ bool ComparisonCanvas::hasBoth() const
     return !m_pictures[original].size().isEmpty() && !m_pictures[output].size().isEmpty();
 }
 
+bool ComparisonCanvas::isEmpty() const
+{
+    return std::ranges::all_of(m_pictures, &ShownPicture::isEmpty);
+}
+
 // What is not asked for already.
 void ComparisonCanvas::ask()
 {

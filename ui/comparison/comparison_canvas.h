@@ -39,6 +39,8 @@ public:
     // Whether all that the view has room for is drawn.
     bool isComplete() const;
     bool hasBoth() const;
+    // Neither picture is drawn yet.
+    bool isEmpty() const;
 
     const ComparisonGeometry& geometry() const { return m_geometry; }
     void fit();
