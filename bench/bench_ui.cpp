@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The views' figures: bench_ui start [ROUNDS] | rows [N] | settings | comparison PICTURE WORKER. The picture has its
-// output beside it, as a WebP file of its name; WORKER is the program that reads both.
+// The views' figures: bench_ui start [ROUNDS] | rows [N] | settings | comparison PICTURE WORKER. The picture
+// has its output beside it, as a WebP file of its name; WORKER is the program that reads both.
 #include "bench/fake_batch.h"
 #include "model/lumora_settings.h"
 #include "model/stats_store.h"

@@ -255,7 +255,15 @@ void ComparisonCanvas::mouseDoubleClickEvent(QMouseEvent* event)
 void ComparisonCanvas::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    m_geometry.setView((QSizeF(size()) * devicePixelRatioF()).toSize());
+    takeSize();
+}
+
+// Of this screen, which may not be that of before.
+void ComparisonCanvas::takeSize()
+{
+    const QSize pixels = (QSizeF(size()) * devicePixelRatioF()).toSize();
+    if (m_geometry.view() == pixels) return;
+    m_geometry.setView(pixels);
     update();
     m_asking.start();
     Q_EMIT changed();
@@ -276,6 +284,7 @@ QRect ComparisonCanvas::sideArea(bool leading) const
 
 void ComparisonCanvas::paintEvent(QPaintEvent*)
 {
+    takeSize();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     QPainterPath shape;
@@ -353,6 +362,8 @@ void ComparisonCanvas::paintLabels(QPainter& painter) const
 
 void ComparisonCanvas::paintNotice(QPainter& painter) const
 {
+    if (isEmpty() && m_progress)
+        return overlays::paintNotice(painter, rect(), QStringLiteral("Reading the pictures..."), true);
     const bool isAlone = m_pictures[original].size().isEmpty() && m_pictures[output].size().isEmpty();
     if (!m_notice.isEmpty()) overlays::paintNotice(painter, rect(), m_notice, isAlone);
 }

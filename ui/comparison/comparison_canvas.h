@@ -83,6 +83,7 @@ private:
     void zoomTo(double zoom, QPointF anchor);
     Drag dragAt(QPointF place) const;
     void showCursorAt(QPointF place);
+    void takeSize();
     void update();
     void ask();
 

@@ -60,8 +60,10 @@ ComparisonView::ComparisonView(ResultsListModel& results,
     stack->addWidget(new ComparisonControls(*m_canvas, m_results));
     m_progress.setInterval(progressPause);
     connect(&m_results, &ResultSequence::currentChanged, this, &ComparisonView::display);
-    connect(m_canvas, &ComparisonCanvas::wanted, this,
-            [this](Side side, const PicturePart& part) { m_pictures[side].reader->want(part); });
+    connect(m_canvas, &ComparisonCanvas::wanted, this, [this](Side side, const PicturePart& part) {
+        m_pictures[side].reader->want(part);
+        if (!m_progress.isActive()) m_progress.start();
+    });
     connect(m_canvas, &ComparisonCanvas::changed, this, &ComparisonView::describe);
     connect(&m_progress, &QTimer::timeout, this, &ComparisonView::showProgress);
 }
@@ -155,7 +157,10 @@ QStringList ComparisonView::factsOf(Side side) const
 
 void ComparisonView::showProgress()
 {
-    if (isComplete()) return m_canvas->setProgress(std::nullopt);
+    if (isComplete()) {
+        m_progress.stop();
+        return m_canvas->setProgress(std::nullopt);
+    }
     double least = 1;
     for (const Picture& picture : m_pictures) {
         if (!picture.isSettled()) least = 0;

@@ -15,6 +15,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <fstream>
 
 namespace lumora {
 namespace {
@@ -64,6 +65,17 @@ protected:
         for (const PictureCaption* caption : view.findChildren<PictureCaption*>())
             texts << caption->accessibleName();
         return texts.join(u'\n');
+    }
+    // Processes that this one has started, on whichever thread.
+    static int workers()
+    {
+        int count = 0;
+        for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task")) {
+            std::ifstream children(thread.path() / "children");
+            for (int process = 0; children >> process;)
+                ++count;
+        }
+        return count;
     }
     ChipButton* chip(const char* symbol)
     {
@@ -349,10 +361,12 @@ TEST_F(Comparison, IsReadByWorkersToo)
 TEST_F(Comparison, EndsItsWorkWhenItIsClosedEarly)
 {
     addRedAndBlue({3000, 1500}, {3000, 1500});
+    ASSERT_EQ(workers(), 0);
     auto other = std::make_unique<ComparisonView>(list, path(LUMORA_WORKER));
     other->compare(row(0));
+    ASSERT_TRUE(test::waitFor([&] { return workers() == 2; }));
     other.reset();
-    SUCCEED();
+    EXPECT_EQ(workers(), 0);
 }
 
 TEST_F(Comparison, AsksToBeClosedByEscape)

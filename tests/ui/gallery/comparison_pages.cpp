@@ -143,6 +143,11 @@ void comparisonPages(const Gallery& gallery)
         usualPair(window);
         window.canvas().setProgress(0.4);
     });
+    save("comparison-beginning", QSize(700, 500), [&](Window& window) {
+        usualPair(window);
+        window.canvas().clear();
+        window.canvas().setProgress(0.1);
+    });
     save("comparison-narrow", QSize(480, 360), [](Window& window) {
         addPair(window,
                 "Donaudampfschifffahrtsgesellschaftskapitänsmützenabzeichen-in-sehr-langer-Fassung-7.jpg",
