@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <thread>
 #include <utility>
 
 namespace lumora::ImageOptimizer {
@@ -22,6 +23,13 @@ std::string storyOf(int exitStatus)
     constexpr int signals = 128;
     if (exitStatus > signals) return "it ended by signal " + std::to_string(exitStatus - signals);
     return "it ended with status " + std::to_string(exitStatus);
+}
+
+// Of the decoder's and of the encoder's, each with a stack and a heap: set aside, hardly ever used.
+std::int64_t addressesOfThreads()
+{
+    constexpr std::int64_t ofOne = std::int64_t{72} << 20U;
+    return 2 * ofOne * std::thread::hardware_concurrency();
 }
 
 } // namespace
@@ -170,7 +178,7 @@ void RemotePictureWork::limit(std::int64_t need)
     if (!usage) return;
     const WorkerLimits& limits = m_processes.limits();
     constexpr std::int64_t megabyte = 1'000'000;
-    m_process->limitMemory(usage->virtualBytes + limits.openingBytes + 2 * need);
+    m_process->limitMemory(usage->virtualBytes + limits.openingBytes + addressesOfThreads() + 2 * need);
     m_process->limitProcessorTime(std::chrono::ceil<std::chrono::seconds>(usage->processorTime) +
                                   limits.processorTime + limits.processorTimeAMegabyte * (need / megabyte));
 }

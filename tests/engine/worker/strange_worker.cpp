@@ -80,7 +80,7 @@ bool isRich(int file)
 void eatMemory()
 {
     constexpr std::size_t block = std::size_t{64} << 20U;
-    constexpr int most = 64;
+    constexpr int most = 4096;
     try {
         for (int blocks = 0; blocks < most; ++blocks)
             static_cast<void>(::operator new(block));
