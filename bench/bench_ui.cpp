@@ -25,6 +25,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <string_view>
 
 namespace lumora {
@@ -36,7 +37,7 @@ using namespace bench;
 ProcessingServices promptServices()
 {
     ProcessingServices services = fakeServices({});
-    services.expand = [](const auto& items, std::stop_token) { return items; };
+    services.expand = [](const auto& items, const std::stop_token&) { return items; };
     services.debounce = std::chrono::milliseconds(0);
     return services;
 }
@@ -53,10 +54,10 @@ struct Objects
         QObject::connect(&model, &ProcessingModel::resultInserted, &model, [this] { news = Clock::now(); });
     DropWindowView view{settings, model, stats, [] {}};
 
-    void process(Files files)
+    void process(const Files& files)
     {
         const int expected = model.resultCount() + static_cast<int>(files.size());
-        model.process(std::move(files));
+        model.process(files);
         while (model.resultCount() < expected || model.isProcessing())
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
@@ -254,7 +255,7 @@ int comparison(int argc, char** argv)
 } // namespace lumora
 
 int main(int argc, char** argv)
-{
+try {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     const std::string_view what = argc > 1 ? argv[1] : "";
     const auto count = [&](int otherwise) { return argc > 2 ? std::atoi(argv[2]) : otherwise; };
@@ -265,4 +266,7 @@ int main(int argc, char** argv)
     if (what == "comparison" && argc == 4) return lumora::comparison(argc, argv);
     std::fputs("usage: bench_ui start [ROUNDS] | rows [N] | settings | comparison PICTURE WORKER\n", stderr);
     return 2;
+} catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+    return 1;
 }

@@ -38,7 +38,9 @@ inline ProcessingServices fakeServices(Files expanded)
         return ProcessingResult(file, output.replace_extension("webp"), 4'000'000, 900'000, "Saved 77.5%",
                                 true);
     };
-    services.expand = [expanded = std::move(expanded)](const auto&, std::stop_token) { return expanded; };
+    services.expand = [expanded = std::move(expanded)](const auto&, const std::stop_token&) {
+        return expanded;
+    };
     services.requestSaveAccess = [](const auto& folder) { return std::optional(folder); };
     services.activeProcessorCount = 2;
     return services;

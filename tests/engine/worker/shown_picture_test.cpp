@@ -22,6 +22,11 @@ using ImageOptimizer::WorkError;
 
 using Pixel = std::array<int, 4>;
 
+std::size_t bytesOf(int pixels)
+{
+    return static_cast<std::size_t>(pixels) * 4;
+}
+
 class ShownPictures : public testing::Test
 {
 protected:
@@ -42,7 +47,7 @@ protected:
         if (!head) m_error = head.error().kind;
         if (!head) return {};
         if (const auto look = work.look()) m_size = look->size;
-        const auto output = makeMemoryFile(static_cast<std::size_t>(part.columns * part.rows * 4));
+        const auto output = makeMemoryFile(bytesOf(part.columns * part.rows));
         const auto drawn = work.drawPart(output->get(), part);
         if (!drawn) m_error = drawn.error().kind;
         if (!drawn) return {};
@@ -53,7 +58,7 @@ protected:
     static Pixel pixel(const std::vector<std::byte>& rows, const PicturePart& part, int x, int y)
     {
         Pixel values{};
-        const auto at = static_cast<std::size_t>((y * part.columns + x) * 4);
+        const std::size_t at = bytesOf(y * part.columns + x);
         for (std::size_t i = 0; i < values.size(); ++i)
             values[i] = std::to_integer<int>(rows.at(at + i));
         return values;
