@@ -14,13 +14,13 @@
 
 namespace lumora::cli {
 
-enum class Action { optimize, showHelp, showVersion };
+enum class Action { optimize, undo, showHistory, showHelp, showVersion };
 enum class Existing { replace, ask, skip };
 
 struct CommandLine
 {
     Action action = Action::optimize;
-    std::vector<std::filesystem::path> paths; // at least one when the action is to optimize
+    std::vector<std::filesystem::path> paths; // at least one when the action is to optimize, else none
 
     OutputFormat format = defaults::outputFormat;
     double quality = defaults::quality;
@@ -41,6 +41,12 @@ struct CommandLine
     bool json = false;
     bool quiet = false;
     bool recordStats = false;
+    bool keepHistory = defaults::keepHistory;
+
+    std::optional<std::int64_t> batch; // to undo; absent: the last
+    bool clearHistory = false;
+    std::optional<std::int64_t> keepFiles; // from now on
+    std::optional<std::int64_t> keepDays;
 
     OptimizerSettings settings() const
     {

@@ -5,6 +5,7 @@
 #include "cli/json_line.h"
 #include "cli/named_images.h"
 #include "cli/text_rows.h"
+#include "history/history.h"
 #include "model/stats_store.h"
 #include "model/termination_signals.h"
 
@@ -37,6 +38,11 @@ ProcessingServices Session::services()
         *complaints = std::move(found.complaints);
         return std::move(found.images);
     };
+    if (m_line.keepHistory) {
+        const auto history = std::make_shared<History>(History::fileIn(StatsStore::userDataFolder()));
+        services.history = [history] { return history; };
+    }
+    services.origin = "lumora-cli";
     if (m_line.existing == Existing::ask && OverwritePrompt::isPossible())
         services.confirmOverwrite = [this](const std::filesystem::path& output) {
             return m_prompt.ask(output);

@@ -7,6 +7,7 @@
 #include "engine/opened_picture.h"
 #include "engine/output_path.h"
 #include "engine/output_plan.h"
+#include "engine/trace_writer.h"
 #include "engine/webp_encoder.h"
 #include "records/errors.h"
 #include "system/byte_count_text.h"
@@ -119,8 +120,7 @@ bool disposeOfOriginal(const Job& job, const std::optional<FileStamp>& read,
     if (!job.settings.moveOriginalToTrash || isSameFile(job.input, output)) return true;
     if (job.services.names->isAlsoAnother(job.input) || !read) return false;
     markAsOnlyCopy(output, *read);
-    const bool isDisposedOf =
-        syncFile(output) && fileStamp(job.input) == read && job.services.moveToTrash(job.input);
+    const bool isDisposedOf = syncFile(output) && fileStamp(job.input) == read && trashOriginal(job);
     if (!isDisposedOf) unmarkAsOnlyCopy(output);
     return isDisposedOf;
 }
@@ -142,6 +142,7 @@ try {
     const Job job{input, settings, services};
     const std::int64_t originalBytes = fileSize(input);
     OpenedPicture picture(job);
+    traceSource(job, picture.stamp());
     const OutputPlan planned = planFor(job, picture);
     const ExistingFile permission = permissionFor(job, planned, picture);
     AtomicFile encoded = encode(job, planned, picture);
@@ -153,6 +154,7 @@ try {
     const std::filesystem::path& output = planned.path;
 
     if (settings.preserveModificationTime) preserveModificationDate(input, output);
+    traceOutput(job, output, encoded.descriptor());
     const bool isOriginalDisposedOf = disposeOfOriginal(job, picture.stamp(), output);
     const std::int64_t outputBytes = fileSize(output);
     return {input,

@@ -16,6 +16,7 @@ OptimizerServices OptimizerServices::system()
         .outputs = nullptr,
         .pixels = nullptr,
         .memory = nullptr,
+        .trace = nullptr,
     };
 }
 

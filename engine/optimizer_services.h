@@ -8,6 +8,7 @@
 #include "engine/batch_names.h"
 #include "engine/batch_outputs.h"
 #include "engine/picture_work.h"
+#include "records/file_trace.h"
 #include "system/result.h"
 
 #include <filesystem>
@@ -37,6 +38,9 @@ struct OptimizerServices
     std::function<std::unique_ptr<ImageOptimizer::PictureWork>(std::stop_token)> pixels;
     // What large files share out among all that run at once; null where nothing else runs.
     MemoryBudget* memory = nullptr;
+
+    // Filled in with what a file leaves behind; null where nobody remembers it.
+    FileTrace* trace = nullptr;
 
     // The services of this machine: skip, the desktop's Trash, never stopped.
     static OptimizerServices system();

@@ -62,6 +62,7 @@ void Batch::start(Expansion expansion, int workers, std::function<void(Processin
     m_workerCount = workers;
     if (auto folder = PrivateFolder::shared()) m_folder = std::move(*folder);
     m_workerCount = workers;
+    m_history = BatchMemory(m_context.services, m_context.settings);
     m_workers = std::make_unique<WorkerPool>(workers);
     for (int i = 0; i < workers; ++i)
         handOutNext();
@@ -72,7 +73,7 @@ void Batch::handOutNext()
     if (m_isCancelled || m_isPaused || m_next == m_files.size()) return;
     ++m_inFlight;
     m_workers->run([this, file = std::move(m_files[m_next++])] {
-        m_context.mainThread.post([finished = m_finished, result = optimize(file)] { finished(result); });
+        m_context.mainThread.post([finished = m_finished, result = remembered(file)] { finished(result); });
         returnFreedMemory();
     });
 }
@@ -90,14 +91,25 @@ void Batch::cancel()
     m_expansion.request_stop();
 }
 
+// Runs on a worker.
+ProcessingResult Batch::remembered(const std::filesystem::path& file) const
+{
+    if (!m_history) return optimize(file, nullptr);
+    FileTrace trace;
+    ProcessingResult result = optimize(file, &trace);
+    m_history.add(result, std::move(trace));
+    return result;
+}
+
 // Runs on a worker. A file that fails never stops its batch.
-ProcessingResult Batch::optimize(const std::filesystem::path& file) const
+ProcessingResult Batch::optimize(const std::filesystem::path& file, FileTrace* trace) const
 {
     OptimizerServices services = m_context.services.optimizerServices;
     services.stop = m_stop.get_token();
     services.names = m_names;
     services.outputs = m_outputs;
     services.memory = &m_memory;
+    services.trace = trace;
     if (m_processes)
         services.pixels = [this](std::stop_token stop) {
             return std::make_unique<ImageOptimizer::RemotePictureWork>(*m_processes, std::move(stop));

@@ -7,6 +7,7 @@
 
 #include "engine/memory_budget.h"
 #include "engine/worker/worker_processes.h"
+#include "model/batch_memory.h"
 #include "model/overwrite_prompter.h"
 #include "model/processing_services.h"
 #include "model/worker_pool.h"
@@ -78,7 +79,8 @@ public:
     void stop() { m_stop.request_stop(); }
 
 private:
-    ProcessingResult optimize(const std::filesystem::path& file) const;
+    ProcessingResult remembered(const std::filesystem::path& file) const;
+    ProcessingResult optimize(const std::filesystem::path& file, FileTrace* trace) const;
 
     const BatchContext m_context;
     std::function<void(ProcessingResult)> m_finished;
@@ -90,6 +92,7 @@ private:
     std::size_t m_next = 0;
     int m_inFlight = 0;
     int m_workerCount = 0;
+    BatchMemory m_history;
     bool m_isPaused = false;
     bool m_isCancelled = false;
     std::stop_source m_stop;

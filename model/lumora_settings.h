@@ -49,6 +49,7 @@ public:
     SettingValue<bool>            warnBeforeOverwrite{m_file, "warnBeforeOverwrite", defaults::warnBeforeOverwrite};
     SettingValue<bool>            exitWhenComplete{m_file, "exitWhenComplete", defaults::exitWhenComplete};
     SettingValue<bool>            quitWhenClosed{m_file, "quitWhenClosed", defaults::quitWhenClosed};
+    SettingValue<bool>            keepHistory{m_file, "keepHistory", defaults::keepHistory};
     // clang-format on
 
     // The same formulas as OptimizerSettings, of the values stored now.

@@ -25,5 +25,6 @@ inline constexpr bool preserveModificationTime = true;
 inline constexpr bool warnBeforeOverwrite = false;
 inline constexpr bool exitWhenComplete = false;
 inline constexpr bool quitWhenClosed = false;
+inline constexpr bool keepHistory = true;
 
 } // namespace lumora::defaults

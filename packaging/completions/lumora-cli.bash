@@ -28,6 +28,8 @@ _lumora_cli() {
     --suffix) return ;;
     --existing) values="replace ask skip" ;;
     -j | --jobs) return ;;
+    --history-files) return ;;
+    --history-days) return ;;
     *)
         if [[ $word != -* ]]; then
             compopt -o default 2>/dev/null
@@ -52,6 +54,10 @@ _lumora_cli() {
             --json
             --quiet
             --record-stats
+            --history --no-history
+            --clear
+            --history-files
+            --history-days
             --version
             -h --help"
         ;;
