@@ -36,6 +36,11 @@ struct CommandLine
     bool trashOriginal = defaults::moveOriginalToTrash;
     bool keepTime = defaults::preserveModificationTime;
 
+    bool trashReplaced = defaults::trashReplaced;
+    bool skipOptimized = defaults::skipOptimized;
+    bool onlySmaller = defaults::onlySmaller;
+    bool keepFolders = defaults::keepFolders;
+
     std::optional<int> jobs;
     bool dryRun = false;
     bool json = false;
@@ -66,6 +71,10 @@ struct CommandLine
             .moveOriginalToTrash = trashOriginal,
             .preserveModificationTime = keepTime,
             .warnBeforeOverwrite = existing != Existing::replace,
+            .trashReplaced = trashReplaced,
+            .skipOptimized = skipOptimized,
+            .onlySmaller = onlySmaller,
+            .keepFolders = keepFolders,
         };
     }
 };

@@ -6,6 +6,7 @@
 #include "cli/named_images.h"
 #include "cli/text_rows.h"
 #include "history/history.h"
+#include "model/batch_outcome.h"
 #include "model/stats_store.h"
 #include "model/termination_signals.h"
 
@@ -62,6 +63,7 @@ int Session::run()
 void Session::report(const ProcessingResult& result)
 {
     m_totals.add(result);
+    if (isLeftAlone(result)) ++m_leftAlone;
     if (m_line.json)
         m_console.result(jsonLine(result));
     else if (!m_line.quiet || !result.isSuccess)
@@ -104,7 +106,7 @@ void Session::finish()
 int Session::exitStatus() const
 {
     if (m_interruptedBy) return 128 + *m_interruptedBy;
-    const bool allSucceeded = m_totals.files > 0 && m_totals.succeeded == m_totals.files;
+    const bool allSucceeded = m_totals.files > 0 && m_totals.succeeded + m_leftAlone == m_totals.files;
     return allSucceeded && m_complaintsAboutPaths->empty() && !m_console.resultsFailed() ? 0 : 1;
 }
 

@@ -16,6 +16,9 @@ OptimizerServices OptimizerServices::system()
         .outputs = nullptr,
         .pixels = nullptr,
         .memory = nullptr,
+        .keepInTrash = {},
+        .isOwnOutput = {},
+        .isOptimized = {},
         .trace = nullptr,
     };
 }

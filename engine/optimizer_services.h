@@ -39,6 +39,14 @@ struct OptimizerServices
     // What large files share out among all that run at once; null where nothing else runs.
     MemoryBudget* memory = nullptr;
 
+    // Gives a file that is about to be replaced a further name in the Trash, and says where. Empty: what is
+    // replaced is gone.
+    std::function<Result<std::filesystem::path>(const std::filesystem::path&)> keepInTrash;
+    // Whether an output that stands there already is what an earlier batch made of this input, untouched.
+    // Empty: nobody knows.
+    std::function<bool(const std::filesystem::path& output, const std::filesystem::path& input)> isOwnOutput;
+    // Whether an input is what an earlier batch made of another. Empty: nobody knows.
+    std::function<bool(const std::filesystem::path& input)> isOptimized;
     // Filled in with what a file leaves behind; null where nobody remembers it.
     FileTrace* trace = nullptr;
 

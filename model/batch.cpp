@@ -44,7 +44,7 @@ void Batch::expand(std::vector<std::filesystem::path> inputs, std::function<void
         expansion->folders = uniqueParentFolders(expansion->files);
         expansion->comesFromFolders = expansion->files.size() > inputs.size();
         expansion->names =
-            std::make_shared<ImageOptimizer::BatchNames>(expansion->files, context.settings, stop);
+            std::make_shared<ImageOptimizer::BatchNames>(expansion->files, context.settings, stop, inputs);
         context.mainThread.post([done, expansion] { done(std::move(*expansion)); });
     };
     try {
@@ -110,6 +110,7 @@ ProcessingResult Batch::optimize(const std::filesystem::path& file, FileTrace* t
     services.outputs = m_outputs;
     services.memory = &m_memory;
     services.trace = trace;
+    if (m_history) m_history.lendTo(services);
     if (m_processes)
         services.pixels = [this](std::stop_token stop) {
             return std::make_unique<ImageOptimizer::RemotePictureWork>(*m_processes, std::move(stop));

@@ -16,6 +16,14 @@ BatchMemory::BatchMemory(const ProcessingServices& services, const OptimizerSett
     if (m_history) m_batch = m_history->begin(services.origin, settingsWords(settings));
 }
 
+void BatchMemory::lendTo(OptimizerServices& services) const
+{
+    services.isOwnOutput = [history = m_history](const auto& output, const auto& input) {
+        return history->isOwnOutput(output, input);
+    };
+    services.isOptimized = [history = m_history](const auto& input) { return history->isOptimized(input); };
+}
+
 void BatchMemory::add(const ProcessingResult& result, FileTrace trace) const
 {
     std::optional<std::filesystem::path> output;

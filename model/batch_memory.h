@@ -21,6 +21,8 @@ public:
     BatchMemory(const ProcessingServices& services, const OptimizerSettings& settings);
 
     explicit operator bool() const { return m_history != nullptr; }
+    // What it knows of earlier batches.
+    void lendTo(OptimizerServices& services) const;
     void add(const ProcessingResult& result, FileTrace trace) const;
 
 private:

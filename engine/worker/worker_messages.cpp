@@ -14,7 +14,7 @@ namespace lumora::ImageOptimizer {
 namespace {
 
 // Both sides come in one package; this tells a package that was exchanged under a running program.
-constexpr std::uint32_t version = 1;
+constexpr std::uint32_t version = 2;
 constexpr std::size_t longestType = 63;
 constexpr std::size_t longestReason = 255;
 constexpr std::size_t longestLoss = 127;
@@ -191,6 +191,7 @@ std::vector<std::byte> messageOf(const WorkerReply& reply)
     writer.put(reply.error ? reply.error->reason : std::string(), longestReason);
     writer.put(reply.head.typeIdentifier, longestType);
     writer.put(reply.head.memoryNeed);
+    writer.put(reply.head.keepsFrame);
     writer.put(reply.size.first);
     writer.put(reply.size.second);
     writer.put(reply.answer);
@@ -212,6 +213,7 @@ std::optional<WorkerReply> replyIn(std::span<const std::byte> message)
     if (error > 0) reply.error = WorkError{static_cast<WorkError::Kind>(error - 1), std::move(reason)};
     reply.head.typeIdentifier = reader.takeText(longestType);
     reply.head.memoryNeed = reader.take<std::int64_t>();
+    reply.head.keepsFrame = reader.takeBool();
     reply.size.first = reader.take<std::int64_t>();
     reply.size.second = reader.take<std::int64_t>();
     reply.answer = reader.takeBool();

@@ -49,6 +49,10 @@ _lumora_cli() {
             --existing
             --trash-original
             --keep-time --no-keep-time
+            --trash-replaced --no-trash-replaced
+            --skip-optimized
+            --only-smaller
+            --keep-folders
             -j --jobs
             -n --dry-run
             --json
