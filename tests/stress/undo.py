@@ -33,7 +33,7 @@ class Undos:
         self.batch_time = self.undo_time = 0.1
         with self.place() as place:
             self.batch_time = timed(lambda: self.run_batch(place))
-            self.undo_time = timed(lambda: place.run('undo'))
+            self.undo_time = timed(lambda: command(place, 'undo'))
 
     def place(self):
         place = Place()
@@ -88,13 +88,20 @@ class Undos:
             self.run_batch(place)
             status = self.killed(place, ('undo',), self.undo_time)
             losses = self.losses(place)
-            again, _, complaints = place.run('undo')
+            again, complaints = command(place, 'undo')
             if again != 0 or complaints:
                 losses.append(f'the second undo ended with {again}: {complaints}')
             after = snapshot(place)
             losses += [f'{name} is not as it was' for name in before.keys() | after.keys()
                        if before.get(name) != after.get(name)]
             self.tally.judge('SIGKILL to an undo', status, losses, (0, -9))
+
+
+def command(place, name):
+    """The exit status and the complaints of a command, which is the first argument."""
+    process = place.start(name)
+    _, complaints = process.communicate(timeout=60)
+    return process.returncode, complaints.decode(errors='replace')
 
 
 def files_in(folder):
@@ -110,7 +117,7 @@ def history_losses(place):
     file = place.root / 'data/Lumora/history.sqlite'
     if not file.exists():
         return []
-    status, _, complaints = place.run('history')
+    status, complaints = command(place, 'history')
     found = [] if status == 0 and not complaints else [f'the history complains: {complaints}']
     if list(file.parent.glob('history-*')):
         found.append('the history was set aside')
