@@ -63,7 +63,10 @@ std::string jsonRow(const BatchSummary& summary)
 int list(const CommandLine& line, History& history, Console& console)
 {
     const auto batches = history.batches();
-    if (!batches) return 1;
+    if (!batches) {
+        console.complain("the history cannot be read");
+        return 1;
+    }
     if (batches->empty() && !line.json) console.result("Nothing is remembered.");
     for (const BatchSummary& summary : *batches)
         console.result(line.json ? jsonRow(summary) : row(summary));

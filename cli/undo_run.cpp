@@ -66,7 +66,10 @@ int undo(const CommandLine& line, Console& console)
     History history(History::fileIn(StatsStore::userDataFolder()),
                     [&console](const std::string& complaint) { console.complain(complaint); });
     const auto batches = history.batches();
-    if (!batches) return 1;
+    if (!batches) {
+        console.complain("the history cannot be read");
+        return 1;
+    }
     if (batches->empty()) {
         console.complain("nothing is remembered that could be undone");
         return 1;

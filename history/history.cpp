@@ -53,8 +53,9 @@ History::~History()
 {
     m_writer.request_stop();
     if (m_writer.joinable()) m_writer.join();
+    const std::lock_guard lock(m_using);
     writePending();
-    if (!m_pending.empty()) complainOnce("it is in use");
+    if (isSomethingPending()) complainOnce("it is in use");
 }
 
 History::Batch History::begin(std::string origin, std::string settings)
@@ -78,11 +79,13 @@ void History::work(const std::stop_token& stop)
         if (!m_rowCame.wait(lock, stop, [this] { return !m_pending.empty(); })) return;
         m_rowCame.wait_for(lock, stop, pace, [this] { return m_pending.size() >= manyRows; });
         lock.unlock();
+        const std::lock_guard inUse(m_using);
         writePending();
     }
 }
 
-void History::writePending()
+// What cannot be written now, but perhaps later, waits on.
+void History::writeRows(HistoryDatabase& database)
 {
     std::vector<Row> rows;
     {
@@ -90,12 +93,22 @@ void History::writePending()
         rows.swap(m_pending);
     }
     if (rows.empty()) return;
-    if (use([&](HistoryDatabase& database) { write(database, rows); }) != Outcome::busy) return;
-    // Somebody else holds the database: later.
+    try {
+        write(database, rows);
+    } catch (const SqliteError& error) {
+        if (!error.isBusy() && !error.isDamage()) throw;
+        const std::lock_guard lock(m_waiting);
+        rows.insert(rows.end(), std::make_move_iterator(m_pending.begin()),
+                    std::make_move_iterator(m_pending.end()));
+        m_pending.swap(rows);
+        throw;
+    }
+}
+
+bool History::isSomethingPending()
+{
     const std::lock_guard lock(m_waiting);
-    rows.insert(rows.end(), std::make_move_iterator(m_pending.begin()),
-                std::make_move_iterator(m_pending.end()));
-    m_pending.swap(rows);
+    return !m_pending.empty();
 }
 
 // The number of a batch counts only when its transaction did.
@@ -120,10 +133,27 @@ void History::write(HistoryDatabase& database, const std::vector<Row>& rows)
     }
 }
 
-// What fails was told, and is not tried again; what is busy may go better later.
-History::Outcome History::use(const std::function<void(HistoryDatabase&)>& task)
+// What waits is written before anything is asked.
+bool History::use(const Task& task)
 {
     const std::lock_guard lock(m_using);
+    writePending();
+    return attempt(task) == Outcome::done;
+}
+
+// With m_using held.
+void History::writePending()
+{
+    if (!isSomethingPending()) return;
+    const Outcome outcome = attempt([this](HistoryDatabase& database) { writeRows(database); });
+    if (outcome != Outcome::failed) return;
+    const std::lock_guard waiting(m_waiting);
+    m_pending.clear();
+}
+
+// What fails was told, and is not tried again; what is busy may go better later.
+History::Outcome History::attempt(const Task& task)
+{
     try {
         tryOnce(task);
         return Outcome::done;
@@ -139,7 +169,7 @@ History::Outcome History::use(const std::function<void(HistoryDatabase&)>& task)
 
 // Damage may show late. Whether the file is damaged is then looked at anew: another program may have put a
 // whole one in its place.
-void History::tryOnce(const std::function<void(HistoryDatabase&)>& task)
+void History::tryOnce(const Task& task)
 {
     if (!m_database) m_database = std::make_unique<HistoryDatabase>(m_file, m_complain);
     try {
@@ -161,7 +191,6 @@ bool History::isOwnOutput(const std::filesystem::path& output, const std::filesy
 {
     const auto stamp = linkStamp(output);
     if (!stamp) return false;
-    writePending();
     std::vector<std::string> digests;
     use([&](HistoryDatabase& database) {
         digests = database.digestsOf(resolvedPlace(output), resolvedPlace(source), stamp->size);
@@ -175,7 +204,6 @@ bool History::isOptimized(const std::filesystem::path& file)
 {
     const auto stamp = fileStamp(file);
     if (!stamp) return false;
-    writePending();
     bool isKnown = false;
     use([&](HistoryDatabase& database) { isKnown = database.hasOutput(stamp->size); });
     if (!isKnown) return false;
@@ -187,19 +215,15 @@ bool History::isOptimized(const std::filesystem::path& file)
 
 std::optional<std::vector<BatchSummary>> History::batches()
 {
-    writePending();
     std::vector<BatchSummary> found;
-    if (use([&](HistoryDatabase& database) { found = database.batches(); }) != Outcome::done)
-        return std::nullopt;
+    if (!use([&](HistoryDatabase& database) { found = database.batches(); })) return std::nullopt;
     return found;
 }
 
 std::optional<std::vector<FileRecord>> History::filesOf(std::int64_t batch)
 {
-    writePending();
     std::vector<FileRecord> found;
-    if (use([&](HistoryDatabase& database) { found = database.filesOf(batch); }) != Outcome::done)
-        return std::nullopt;
+    if (!use([&](HistoryDatabase& database) { found = database.filesOf(batch); })) return std::nullopt;
     return found;
 }
 
@@ -217,7 +241,7 @@ HistoryLimits History::limits()
 
 bool History::setLimits(const HistoryLimits& limits)
 {
-    return use([&](HistoryDatabase& database) { database.setLimits(limits); }) == Outcome::done;
+    return use([&](HistoryDatabase& database) { database.setLimits(limits); });
 }
 
 bool History::clear()
@@ -226,7 +250,7 @@ bool History::clear()
         const std::lock_guard lock(m_waiting);
         m_pending.clear();
     }
-    return use([](HistoryDatabase& database) { database.clear(); }) == Outcome::done;
+    return use([](HistoryDatabase& database) { database.clear(); });
 }
 
 } // namespace lumora

@@ -64,13 +64,17 @@ public:
 private:
     using Row = std::pair<Batch, FileRecord>;
 
+    using Task = std::function<void(HistoryDatabase&)>;
     enum class Outcome { done, busy, failed };
 
-    Outcome use(const std::function<void(HistoryDatabase&)>& task);
-    void tryOnce(const std::function<void(HistoryDatabase&)>& task);
+    bool use(const Task& task);
+    Outcome attempt(const Task& task);
+    void tryOnce(const Task& task);
     void complainOnce(const std::string& reason);
+    bool isSomethingPending();
     void writePending();
-    void write(HistoryDatabase& database, const std::vector<Row>& rows);
+    void writeRows(HistoryDatabase& database);
+    static void write(HistoryDatabase& database, const std::vector<Row>& rows);
     void work(const std::stop_token& stop);
 
     const std::filesystem::path m_file;

@@ -41,6 +41,11 @@ TEST(CommandLine, withoutOptionsHasTheDefaultsOfAFirstLaunch)
     EXPECT_FALSE(settings.moveOriginalToTrash);
     EXPECT_TRUE(settings.preserveModificationTime);
     EXPECT_FALSE(settings.warnBeforeOverwrite);
+    EXPECT_TRUE(settings.trashReplaced);
+    EXPECT_FALSE(settings.skipOptimized);
+    EXPECT_FALSE(settings.onlySmaller);
+    EXPECT_FALSE(settings.keepFolders);
+    EXPECT_TRUE(line.keepHistory);
     EXPECT_FALSE(line.recordStats);
     EXPECT_EQ(line.jobs, std::nullopt);
 }

@@ -107,7 +107,9 @@ TEST_F(Accessibility, TabWalksThePreferencesFromTopToBottom)
                      "Destination", "Choose Folder...", "Prefix", "Suffix", "Move original to Trash",
                      "Preserve file modification time", "Show warning before overwrite",
                      "Exit when optimization complete", "Quit when the last window is closed",
-                     "Reset Lifetime Stats"}));
+                     "Reset Lifetime Stats", "Remember what was done", "Move replaced files to Trash",
+                     "Skip files that were optimized before", "Write smaller files only",
+                     "Keep folders in the chosen folder"}));
 }
 
 TEST_F(Accessibility, EveryControlOfTheDropWindowIsNamedAndExplained)
