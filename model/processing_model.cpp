@@ -197,7 +197,7 @@ void ProcessingModel::consume(const ProcessingResult& result)
     setProgress(m_completedCount + 1, m_totalCount);
     if (!m_batch->isCancelled()) setStatusText(progressText());
     m_batch->fileFinished(); // not before: an observer that runs an event loop must not see the batch end
-    m_batch->handOutNext();
+    m_batch->handOut();
     if (m_batch->isDone()) completeBatch(QStringLiteral("Done"));
 }
 

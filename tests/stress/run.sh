@@ -17,6 +17,7 @@ proofs=(
     "undo.py|100|5"
     "races.py||--short"
     "bombs.py||--short"
+    "limits.py||--short"
     "powercuts.py|100|5"
     "endurance.py|100000|1000"
 )
