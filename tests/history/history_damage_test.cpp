@@ -5,6 +5,7 @@
 #include "tests/support/file_size_limit.h"
 
 #include <sqlite3.h>
+#include <unistd.h>
 
 #include <fstream>
 
@@ -129,6 +130,49 @@ TEST_F(HistoryDamage, AFolderThatCannotBeMadeCostsOneLineAndTheRows)
     }
     EXPECT_THAT(m_complaints, ElementsAre(StartsWith("the history cannot be kept: ")));
     EXPECT_EQ(readFile(data()), "in the way of the folder");
+}
+
+// Permissions bind everybody but the superuser, as whom tests may run.
+class OrdinaryUser
+{
+public:
+    OrdinaryUser() : m_isSuperuser(geteuid() == 0)
+    {
+        if (m_isSuperuser) EXPECT_EQ(seteuid(65534), 0);
+    }
+    ~OrdinaryUser()
+    {
+        if (m_isSuperuser) EXPECT_EQ(seteuid(0), 0);
+    }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+
+private:
+    bool m_isSuperuser;
+};
+
+TEST_F(HistoryDamage, AReadOnlyOneCostsOneLineAndStaysAsItIs)
+{
+    remember(3);
+    constexpr auto readable = fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read;
+    constexpr auto enterable =
+        readable | fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec;
+    for (const auto& entry : fs::directory_iterator(file().parent_path()))
+        fs::permissions(entry.path(), readable);
+    fs::permissions(m_folder.path(), enterable);
+    fs::permissions(data(), enterable);
+    fs::permissions(file().parent_path(), enterable);
+    {
+        const OrdinaryUser user;
+        remember(2);
+        EXPECT_THAT(m_complaints, ElementsAre(StartsWith("the history cannot be kept: ")));
+    }
+    for (const fs::path& folder : {m_folder.path(), data(), file().parent_path()})
+        fs::permissions(folder, fs::perms::owner_all);
+    for (const auto& entry : fs::directory_iterator(file().parent_path()))
+        fs::permissions(entry.path(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(rowsOfAll(), 3u);
+    EXPECT_THAT(m_complaints, SizeIs(1));
 }
 
 TEST_F(HistoryDamage, AFullDiskCostsOneLineAndRowsButNotThoseBefore)

@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 Tidewell
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""undo.py [COUNT [SEED]]: COUNT times each, at random instants, SIGKILL to a batch with the Trash on whose outputs replace
+"""undo.py [COUNT [SEED]]: a batch of a hundred times COUNT files, half of whose outputs replace strangers' files, is undone:
+everything is, bit by bit and with its times, as it was before. Then COUNT times each, at random instants, SIGKILL to a batch with the Trash on whose outputs replace
 strangers' files, and to the undo of such a batch. After each: every original and every stranger's file is, bit by bit, in its
 place or in the Trash, no output is a piece, and the history opens without a complaint. After a killed undo a second one ends
 with everything as it was before the batch, times included."""
@@ -77,6 +78,22 @@ class Undos:
                 found.append(f'{file.name} is a piece')
         return found + history_losses(place)
 
+    def undo_many(self, count):
+        with Place() as place:
+            for number in range(count):
+                picture = pictures.pattern(8, 8, number)
+                picture.save(place.pictures / f'{number}.png')
+                if number % 2:
+                    (place.out / f'{number}.jpg').write_bytes(STRANGER % number)
+            before = snapshot(place)
+            done, rows, _ = place.run('--format', 'jpeg', *self.command(place), timeout=3600)
+            losses = [] if done == 0 and len(rows) == count else [f'the batch ended with {done}']
+            undone, complaints = command(place, 'undo')
+            if undone != 0 or complaints:
+                losses.append(f'the undo ended with {undone}: {complaints}')
+            losses += differences(before, snapshot(place))
+            self.tally.judge(f'an undo of {count} files', undone, losses, (0,))
+
     def kill_a_batch(self):
         with self.place() as place:
             status = self.killed(place, self.command(place), self.batch_time)
@@ -91,16 +108,14 @@ class Undos:
             again, complaints = command(place, 'undo')
             if again != 0 or complaints:
                 losses.append(f'the second undo ended with {again}: {complaints}')
-            after = snapshot(place)
-            losses += [f'{name} is not as it was' for name in before.keys() | after.keys()
-                       if before.get(name) != after.get(name)]
+            losses += differences(before, snapshot(place))
             self.tally.judge('SIGKILL to an undo', status, losses, (0, -9))
 
 
 def command(place, name):
     """The exit status and the complaints of a command, which is the first argument."""
     process = place.start(name)
-    _, complaints = process.communicate(timeout=60)
+    _, complaints = process.communicate(timeout=600)
     return process.returncode, complaints.decode(errors='replace')
 
 
@@ -111,6 +126,10 @@ def files_in(folder):
 def snapshot(place):
     return {str(file): (file.read_bytes(), file.stat().st_mtime_ns)
             for folder in (place.pictures, place.out) for file in files_in(folder)}
+
+
+def differences(before, after):
+    return [f'{name} is not as it was' for name in before.keys() | after.keys() if before.get(name) != after.get(name)]
 
 
 def history_losses(place):
@@ -139,6 +158,7 @@ def main():
     folder = Path(tempfile.mkdtemp())
     try:
         undos = Undos(folder, random.Random(seed))
+        undos.undo_many(100 * count)
         for _ in range(count):
             undos.kill_a_batch()
             undos.kill_an_undo()
