@@ -4,6 +4,8 @@
 
 #include "system/paths.h"
 
+#include <utility>
+
 namespace lumora::ImageOptimizer {
 namespace {
 

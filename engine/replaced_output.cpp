@@ -5,6 +5,8 @@
 #include "system/file_services.h"
 #include "system/trash.h"
 
+#include <utility>
+
 namespace lumora::ImageOptimizer {
 
 ReplacedOutput::ReplacedOutput(const Job& job, const std::filesystem::path& output)

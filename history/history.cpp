@@ -60,7 +60,8 @@ History::~History()
 
 History::Batch History::begin(std::string origin, std::string settings)
 {
-    return std::make_shared<BatchRecord>(0, std::time(nullptr), std::move(origin), std::move(settings));
+    return std::make_shared<BatchRecord>(
+        BatchRecord{0, std::time(nullptr), std::move(origin), std::move(settings)});
 }
 
 void History::add(const Batch& batch, FileRecord file)

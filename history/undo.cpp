@@ -7,7 +7,7 @@
 #include "system/regular_file.h"
 #include "system/trash.h"
 
-#include <ranges>
+#include <utility>
 #include <vector>
 
 namespace lumora {
@@ -147,8 +147,8 @@ bool undoBatch(History& history, std::int64_t batch, UndoMode mode,
         if (!done.empty() && mode == UndoMode::forReal) history.markUndone(done);
         done.clear();
     };
-    for (const FileRecord& file : std::views::reverse(*files)) {
-        if (stop.stop_requested()) break;
+    for (auto last = files->rbegin(); last != files->rend() && !stop.stop_requested(); ++last) {
+        const FileRecord& file = *last;
         if (!file.output) continue;
         const UndoneFile undone = undoFile(file, mode);
         if (undone.isUndone && !file.isUndone) done.push_back(file.id);

@@ -136,18 +136,14 @@ TEST_F(HistoryDamage, AFolderThatCannotBeMadeCostsOneLineAndTheRows)
 class OrdinaryUser
 {
 public:
-    OrdinaryUser() : m_isSuperuser(geteuid() == 0)
-    {
-        if (m_isSuperuser) EXPECT_EQ(seteuid(65534), 0);
-    }
-    ~OrdinaryUser()
-    {
-        if (m_isSuperuser) EXPECT_EQ(seteuid(0), 0);
-    }
+    OrdinaryUser() : m_isSuperuser(geteuid() == 0) { become(65534); }
+    ~OrdinaryUser() { become(0); }
     OrdinaryUser(const OrdinaryUser&) = delete;
     OrdinaryUser& operator=(const OrdinaryUser&) = delete;
 
 private:
+    void become(uid_t user) const { EXPECT_TRUE(!m_isSuperuser || seteuid(user) == 0); }
+
     bool m_isSuperuser;
 };
 
