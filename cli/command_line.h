@@ -21,10 +21,13 @@ struct CommandLine
 {
     Action action = Action::optimize;
     std::vector<std::filesystem::path> paths; // at least one when the action is to optimize, else none
+    std::optional<std::int64_t> batch;        // to undo; absent: the last
+    std::optional<std::int64_t> keepFiles;    // from now on
+    std::optional<std::int64_t> keepDays;
 
     OutputFormat format = defaults::outputFormat;
-    double quality = defaults::quality;
     ResizeMode resizeMode = defaults::resizeMode;
+    double quality = defaults::quality;
     std::int64_t maximumPixels = defaults::maximumPixels;
     bool sRGB = defaults::optimizeColorForSharing;
     bool removeProfile = defaults::removeColorManagement;
@@ -47,11 +50,7 @@ struct CommandLine
     bool quiet = false;
     bool recordStats = false;
     bool keepHistory = defaults::keepHistory;
-
-    std::optional<std::int64_t> batch; // to undo; absent: the last
     bool clearHistory = false;
-    std::optional<std::int64_t> keepFiles; // from now on
-    std::optional<std::int64_t> keepDays;
 
     OptimizerSettings settings() const
     {

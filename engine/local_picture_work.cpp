@@ -48,8 +48,7 @@ try {
 bool keepsFrame(const ImageSource& source, const OptimizerSettings& settings)
 {
     const Image image = source.image();
-    return source.orientation() == 1 &&
-           scaleFactor(image.width(), image.height(), settings) >= 1;
+    return source.orientation() == 1 && scaleFactor(image.width(), image.height(), settings) >= 1;
 }
 
 PictureSize sizeOf(const Image& image)
