@@ -82,6 +82,7 @@ TEST_F(HistoryTest, ListsTheNewestBatchFirst)
     std::vector<std::int64_t> files;
     const auto history = open();
     const auto batches = history->batches().value();
+    files.reserve(batches.size());
     for (const BatchSummary& summary : batches)
         files.push_back(summary.files);
     EXPECT_THAT(files, ElementsAre(3, 2, 1));
@@ -110,7 +111,7 @@ TEST_F(HistoryTest, DropsBatchesThatAreTooOld)
     {
         const auto history = open();
         const auto batch = history->begin("old", "");
-        batch->time -= 3 * 86'400;
+        batch->time -= std::int64_t{3} * 86'400;
         history->add(batch, row("/in/a.jpg"));
         EXPECT_THAT(history->batches().value(), IsEmpty());
     }
