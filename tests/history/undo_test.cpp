@@ -18,8 +18,6 @@ namespace fs = std::filesystem;
 using test::readFile;
 using test::writeFile;
 using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 // GIO looks for the user's folders once a process: one home for all tests of this program.
 class Home : public testing::Environment
