@@ -131,6 +131,7 @@ TEST_F(CliHistory, twoProgramsAtOnceLoseNothing)
 {
     photograph("a.jpg");
     std::vector<std::unique_ptr<CliProcess>> processes;
+    processes.reserve(4);
     for (int number = 0; number < 4; ++number)
         processes.push_back(start({"-o", out(std::to_string(number)), "a.jpg", "--quiet"}));
     for (const auto& process : processes)
