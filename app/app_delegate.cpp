@@ -90,7 +90,16 @@ ProcessingServices AppDelegate::services()
     services.requestSaveAccess = saveAccessRequest([this](const std::filesystem::path& folder) {
         return requestSaveAccess(folder, m_mainWindow.get());
     });
+    services.history = [this] { return history(); };
+    services.origin = "lumora";
     return services;
+}
+
+std::shared_ptr<History> AppDelegate::history()
+{
+    if (!settings().keepHistory()) return nullptr;
+    if (!m_history) m_history = std::make_shared<History>(History::fileIn(StatsStore::userDataFolder()));
+    return m_history;
 }
 
 void AppDelegate::applicationDidFinishLaunching()

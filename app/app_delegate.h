@@ -15,6 +15,7 @@
 #include "app/window/branded_window.h"
 #include "app/window/closing.h"
 #include "app/window/main_window_height.h"
+#include "history/history.h"
 #include "model/processing_model.h"
 #include "model/settings_store.h"
 #include "model/stats_store.h"
@@ -68,6 +69,7 @@ protected:
 
 private:
     ProcessingServices services();
+    std::shared_ptr<History> history();
     void makeProcessingModel();
     void configureMenus();
     void configureStatusItem();
@@ -82,6 +84,7 @@ private:
     QDBusConnection m_bus;
     SettingsStore m_settingsStore;
     StatsStore m_statsStore;
+    std::shared_ptr<History> m_history; // made with the first batch that is remembered
     DesktopSettings m_desktopSettings;
     TextScale m_textScale;
     DesktopNotifications m_notifications;

@@ -14,17 +14,20 @@
 
 namespace lumora::cli {
 
-enum class Action { optimize, showHelp, showVersion };
+enum class Action { optimize, undo, showHistory, showHelp, showVersion };
 enum class Existing { replace, ask, skip };
 
 struct CommandLine
 {
     Action action = Action::optimize;
-    std::vector<std::filesystem::path> paths; // at least one when the action is to optimize
+    std::vector<std::filesystem::path> paths; // at least one when the action is to optimize, else none
+    std::optional<std::int64_t> batch;        // to undo; absent: the last
+    std::optional<std::int64_t> keepFiles;    // from now on
+    std::optional<std::int64_t> keepDays;
 
     OutputFormat format = defaults::outputFormat;
-    double quality = defaults::quality;
     ResizeMode resizeMode = defaults::resizeMode;
+    double quality = defaults::quality;
     std::int64_t maximumPixels = defaults::maximumPixels;
     bool sRGB = defaults::optimizeColorForSharing;
     bool removeProfile = defaults::removeColorManagement;
@@ -36,11 +39,18 @@ struct CommandLine
     bool trashOriginal = defaults::moveOriginalToTrash;
     bool keepTime = defaults::preserveModificationTime;
 
+    bool trashReplaced = defaults::trashReplaced;
+    bool skipOptimized = defaults::skipOptimized;
+    bool onlySmaller = defaults::onlySmaller;
+    bool keepFolders = defaults::keepFolders;
+
     std::optional<int> jobs;
     bool dryRun = false;
     bool json = false;
     bool quiet = false;
     bool recordStats = false;
+    bool keepHistory = defaults::keepHistory;
+    bool clearHistory = false;
 
     OptimizerSettings settings() const
     {
@@ -60,6 +70,10 @@ struct CommandLine
             .moveOriginalToTrash = trashOriginal,
             .preserveModificationTime = keepTime,
             .warnBeforeOverwrite = existing != Existing::replace,
+            .trashReplaced = trashReplaced,
+            .skipOptimized = skipOptimized,
+            .onlySmaller = onlySmaller,
+            .keepFolders = keepFolders,
         };
     }
 };

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/command_line_parser.h"
 
+#include "cli/commands.h"
 #include "cli/options.h"
 
 #include <getopt.h>
@@ -52,6 +53,7 @@ void applyCode(int code, const char* value, CommandLine& line)
 {
     const auto table = options();
     const auto apply = [&](const Option& option, bool negated) {
+        checkGoesWith(line.action, option);
         option.value.apply(line, {option.name, negated, value ? value : ""});
     };
     if (code >= firstNegated)
@@ -76,14 +78,16 @@ CommandLine parsed(const std::vector<std::string>& arguments)
 {
     static const GetoptTable table;
     std::string program = "lumora-cli";
-    std::vector<std::string> copies = arguments;
+    CommandLine line;
+    line.action = commandIn(arguments);
+    const bool isCommand = line.action != Action::optimize;
+    std::vector<std::string> copies(arguments.begin() + (isCommand ? 1 : 0), arguments.end());
     std::vector<char*> argv{program.data()};
     for (std::string& copy : copies)
         argv.push_back(copy.data());
     const int argc = static_cast<int>(argv.size());
     argv.push_back(nullptr);
 
-    CommandLine line;
     opterr = 0;
     optind = 0; // restarts the scan
     int code;
@@ -92,10 +96,9 @@ CommandLine parsed(const std::vector<std::string>& arguments)
         if (code == '?' || code == ':') throw complaint(code, argv[static_cast<std::size_t>(optind - 1)]);
         applyCode(code, optarg, line);
         // Like everywhere: the first of --help and --version wins, whatever follows.
-        if (line.action != Action::optimize) return line;
+        if (line.action == Action::showHelp || line.action == Action::showVersion) return line;
     }
-    line.paths.assign(argv.begin() + optind, argv.begin() + argc);
-    if (line.paths.empty()) throw UsageError{"no files or folders given"};
+    takeOperands(line, {argv.begin() + optind, argv.begin() + argc});
     return line;
 }
 

@@ -10,6 +10,8 @@
 #include "engine/opened_picture.h"
 #include "engine/output_plan.h"
 #include "engine/worker/remote_picture_work.h"
+#include "history/history.h"
+#include "model/stats_store.h"
 #include "records/errors.h"
 #include "system/bundle.h"
 #include "system/file_services.h"
@@ -40,6 +42,7 @@ ProcessingResult foresee(const std::filesystem::path& path, const CommandLine& l
                          const OptimizerServices& services)
 {
     const OptimizerSettings settings = line.settings();
+    if (services.isOptimized && services.isOptimized(path)) throw LeftAlone::alreadyOptimized();
     const ImageOptimizer::Job job{path, settings, services};
     const ImageOptimizer::OpenedPicture picture(job);
     const ImageOptimizer::OutputPlan output =
@@ -56,6 +59,14 @@ ProcessingResult foreseen(const std::filesystem::path& path, const CommandLine& 
     } catch (const std::exception& error) {
         return {path, std::nullopt, 0, 0, error.what(), false};
     }
+}
+
+// Where it would be asked. One that is not there yet is not made.
+std::optional<std::filesystem::path> knownHistory(const CommandLine& line)
+{
+    std::filesystem::path file = History::fileIn(StatsStore::userDataFolder());
+    if (!line.skipOptimized || !line.keepHistory || !fileExists(file)) return std::nullopt;
+    return file;
 }
 
 std::string row(const ProcessingResult& result)
@@ -75,7 +86,13 @@ int dryRun(const CommandLine& line, Console& console)
     if (paths.empty()) console.complain("No supported image files found");
     bool allSucceed = !paths.empty() && complaints.empty();
     OptimizerServices services = OptimizerServices::system();
-    services.names = std::make_shared<ImageOptimizer::BatchNames>(paths, line.settings());
+    services.names =
+        std::make_shared<ImageOptimizer::BatchNames>(paths, line.settings(), std::stop_token(), line.paths);
+    std::optional<History> history;
+    if (const auto file = knownHistory(line)) {
+        history.emplace(*file);
+        services.isOptimized = [&history](const auto& path) { return history->isOptimized(path); };
+    }
     std::optional<ImageOptimizer::WorkerProcesses> workers;
     if (const auto program = ImageOptimizer::findWorker(mainBundlePath())) {
         workers.emplace(*program);

@@ -54,7 +54,10 @@ void appendWrapped(std::string& help, const std::string& text, std::size_t colum
 std::string helpText()
 {
     std::string help = "Usage: lumora-cli [OPTION]... PATH...\n"
-                       "Optimizes images, and the images in folders, like the Lumora application.\n\n";
+                       "       lumora-cli undo [BATCH] [--dry-run] [--json]\n"
+                       "       lumora-cli history [--json] [--clear]\n"
+                       "Optimizes images, and the images in folders, like the Lumora application;\n"
+                       "takes a batch back; tells what was done.\n\n";
     for (const Option& option : options()) {
         const std::string left = names(option);
         help += left;

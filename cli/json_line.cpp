@@ -38,7 +38,9 @@ void appendCharacter(std::string& text, char32_t c)
     }
 }
 
-std::string string(std::string_view bytes)
+} // namespace
+
+std::string jsonString(std::string_view bytes)
 {
     std::string text = "\"";
     while (!bytes.empty()) {
@@ -54,15 +56,13 @@ std::string string(std::string_view bytes)
     return text + '"';
 }
 
-} // namespace
-
 std::string jsonLine(const ProcessingResult& result)
 {
-    return "{\"source\":" + string(result.sourceURL.native()) +
-           ",\"output\":" + (result.outputURL ? string(result.outputURL->native()) : "null") +
+    return "{\"source\":" + jsonString(result.sourceURL.native()) +
+           ",\"output\":" + (result.outputURL ? jsonString(result.outputURL->native()) : "null") +
            ",\"originalBytes\":" + std::to_string(result.originalBytes) +
            ",\"outputBytes\":" + std::to_string(result.outputBytes) +
-           ",\"message\":" + string(result.message) +
+           ",\"message\":" + jsonString(result.message) +
            ",\"success\":" + (result.isSuccess ? "true" : "false") + "}";
 }
 

@@ -6,6 +6,7 @@
 #include "records/processing_result.h"
 
 #include <string>
+#include <string_view>
 
 namespace lumora::cli {
 
@@ -16,5 +17,8 @@ namespace lumora::cli {
 // those characters is one byte, every other character is its UTF-8 form. Lone surrogates were rejected
 // because strict readers refuse them.
 std::string jsonLine(const ProcessingResult& result);
+
+// Any bytes as a string of JSON, its quotes included.
+std::string jsonString(std::string_view bytes);
 
 } // namespace lumora::cli

@@ -86,11 +86,22 @@ OptionValue count(std::int64_t CommandLine::*member)
             }};
 }
 
-OptionValue count(std::optional<int> CommandLine::*member)
+template <class Number>
+OptionValue countOrNone(std::optional<Number> CommandLine::*member)
 {
     return {"N", {}, {}, [member](CommandLine& line, const GivenOption& given) {
-                line.*member = atLeastOne<int>(given);
+                line.*member = atLeastOne<Number>(given);
             }};
+}
+
+OptionValue count(std::optional<int> CommandLine::*member)
+{
+    return countOrNone(member);
+}
+
+OptionValue count(std::optional<std::int64_t> CommandLine::*member)
+{
+    return countOrNone(member);
 }
 
 OptionValue nameFragment(std::string CommandLine::*member)

@@ -41,6 +41,7 @@ OptionValue ending(Action action);
 OptionValue percentage(double CommandLine::*member);
 OptionValue count(std::int64_t CommandLine::*member);
 OptionValue count(std::optional<int> CommandLine::*member);
+OptionValue count(std::optional<std::int64_t> CommandLine::*member);
 // Part of a file name.
 OptionValue nameFragment(std::string CommandLine::*member);
 OptionValue folder(std::optional<std::filesystem::path> CommandLine::*member);

@@ -12,6 +12,12 @@
 
 namespace lumora::cli {
 
+// What an option is for, added up.
+inline constexpr unsigned forOptimizing = 1;
+inline constexpr unsigned forUndo = 2;
+inline constexpr unsigned forHistory = 4;
+inline constexpr unsigned forAll = forOptimizing | forUndo | forHistory;
+
 struct Option
 {
     std::string_view heading = {}; // of the man page's section that begins here
@@ -22,6 +28,7 @@ struct Option
     std::string_view note = {};     // what the help says besides
     std::string_view negation = {}; // the help of "--no-" and the name, which exists when this is not empty
     std::string_view manual = {};   // whole sentences for the man page alone
+    unsigned commands = forOptimizing;
 };
 
 // In the order in which the help lists them.

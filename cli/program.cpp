@@ -6,7 +6,9 @@
 #include "cli/console.h"
 #include "cli/dry_run.h"
 #include "cli/help_text.h"
+#include "cli/history_list.h"
 #include "cli/session.h"
+#include "cli/undo_run.h"
 #include "cli/version_text.h"
 #include "pixels/image_library.h"
 #include "system/private_folder.h"
@@ -57,6 +59,13 @@ bool makeOutputDirectory(const CommandLine& line, Console& console)
     return false;
 }
 
+// What needs neither pictures nor an event loop.
+int runCommand(const CommandLine& line)
+{
+    Console console({STDOUT_FILENO, STDERR_FILENO}, false);
+    return line.action == Action::undo ? undo(line, console) : showHistory(line, console);
+}
+
 int optimize(const CommandLine& line)
 {
     startImageLibrary();
@@ -94,11 +103,13 @@ int runProgram(const std::vector<std::string>& arguments)
         return print(helpText());
     case Action::showVersion:
         return print(versionText());
+    case Action::undo:
+    case Action::showHistory:
     case Action::optimize:
         break;
     }
     try {
-        return optimize(line);
+        return line.action == Action::optimize ? optimize(line) : runCommand(line);
     } catch (const std::exception& error) {
         // Without a descriptor or memory to begin with.
         Console({STDOUT_FILENO, STDERR_FILENO}, false).complain(std::string("cannot start: ") + error.what());

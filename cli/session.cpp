@@ -5,6 +5,8 @@
 #include "cli/json_line.h"
 #include "cli/named_images.h"
 #include "cli/text_rows.h"
+#include "history/history.h"
+#include "model/batch_outcome.h"
 #include "model/stats_store.h"
 #include "model/termination_signals.h"
 
@@ -37,6 +39,11 @@ ProcessingServices Session::services()
         *complaints = std::move(found.complaints);
         return std::move(found.images);
     };
+    if (m_line.keepHistory) {
+        const auto history = std::make_shared<History>(History::fileIn(StatsStore::userDataFolder()));
+        services.history = [history] { return history; };
+    }
+    services.origin = "lumora-cli";
     if (m_line.existing == Existing::ask && OverwritePrompt::isPossible())
         services.confirmOverwrite = [this](const std::filesystem::path& output) {
             return m_prompt.ask(output);
@@ -56,6 +63,7 @@ int Session::run()
 void Session::report(const ProcessingResult& result)
 {
     m_totals.add(result);
+    if (isLeftAlone(result)) ++m_leftAlone;
     if (m_line.json)
         m_console.result(jsonLine(result));
     else if (!m_line.quiet || !result.isSuccess)
@@ -98,7 +106,7 @@ void Session::finish()
 int Session::exitStatus() const
 {
     if (m_interruptedBy) return 128 + *m_interruptedBy;
-    const bool allSucceeded = m_totals.files > 0 && m_totals.succeeded == m_totals.files;
+    const bool allSucceeded = m_totals.files > 0 && m_totals.succeeded + m_leftAlone == m_totals.files;
     return allSucceeded && m_complaintsAboutPaths->empty() && !m_console.resultsFailed() ? 0 : 1;
 }
 

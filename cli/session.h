@@ -54,6 +54,7 @@ private:
     std::unique_ptr<StatsStore> m_stats;
     ProcessingModel m_model;
     ResultTotals m_totals;
+    int m_leftAlone = 0;                // as it was asked for
     std::optional<int> m_interruptedBy; // the first signal
 };
 

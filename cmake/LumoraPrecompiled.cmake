@@ -15,6 +15,7 @@ set(widgetHeaders
 
 target_precompile_headers(lumora_records PRIVATE ${standardHeaders})
 target_precompile_headers(lumora_engine REUSE_FROM lumora_records)
+target_precompile_headers(lumora_history REUSE_FROM lumora_records)
 target_precompile_headers(lumora_system REUSE_FROM lumora_records)
 target_precompile_headers(lumora_pixels PRIVATE ${standardHeaders} <vips/vips.h>)
 target_precompile_headers(lumora_formats REUSE_FROM lumora_pixels)

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/batch_names.h"
 
+#include "engine/kept_folders.h"
 #include "engine/output_naming.h"
 #include "engine/output_path.h"
 #include "formats/format.h"
@@ -114,7 +115,7 @@ std::size_t numberOf(const std::filesystem::path& input, const std::filesystem::
 } // namespace
 
 BatchNames::BatchNames(const std::vector<std::filesystem::path>& inputs, const OptimizerSettings& settings,
-                       const std::stop_token& stop)
+                       const std::stop_token& stop, const std::vector<std::filesystem::path>& dropped)
 {
     // Without a folder to go to, each file says so itself.
     if (settings.destinationMode == DestinationMode::selectedFolder && !settings.destinationFolderURL) return;
@@ -133,10 +134,15 @@ BatchNames::BatchNames(const std::vector<std::filesystem::path>& inputs, const O
         return isFree;
     };
     std::vector<std::pair<const std::filesystem::path*, std::filesystem::path>> unnamed;
+    const KeptFolders folders(dropped, settings);
     for (const auto& input : inputs) {
         if (stop.stop_requested()) return;
-        std::filesystem::path output = outputPath(input, typeOf(input, settings), settings);
-        if (!take(input, output)) unnamed.emplace_back(&input, std::move(output));
+        const OptimizerSettings own = folders.settingsFor(input);
+        std::filesystem::path output = outputPath(input, typeOf(input, settings), own);
+        if (!take(input, output))
+            unnamed.emplace_back(&input, std::move(output));
+        else if (own.destinationFolderURL != settings.destinationFolderURL)
+            m_otherOutputs.emplace(input.native(), std::move(output));
     }
     // Nobody could foresee a name that was made up here, so that no stranger's file may stand under it unless
     // its owner is asked.

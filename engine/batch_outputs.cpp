@@ -6,11 +6,13 @@
 
 namespace lumora::ImageOptimizer {
 
-Status BatchOutputs::place(AtomicFile& file, const std::filesystem::path& output, ExistingFile existing)
+Status BatchOutputs::place(AtomicFile& file, const std::filesystem::path& output, ExistingFile existing,
+                           const std::function<ExistingFile()>& makeRoom)
 {
     const std::lock_guard lock(m_mutex);
     const auto standing = fileStamp(output);
     if (standing && m_written.contains({standing->device, standing->inode})) existing = ExistingFile::keep;
+    if (existing == ExistingFile::replace) existing = makeRoom();
     Status status = file.commit(existing);
     const auto placed = status ? fileStamp(output) : std::nullopt;
     if (placed) m_written.emplace(placed->device, placed->inode);

@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <mutex>
 #include <set>
 #include <utility>
@@ -20,8 +21,10 @@ class BatchOutputs
 {
 public:
     // Gives the file its name, which is `output`. One that the batch wrote itself is never replaced: that is
-    // the failure of ExistingFile::keep.
-    Status place(AtomicFile& file, const std::filesystem::path& output, ExistingFile existing);
+    // the failure of ExistingFile::keep. `makeRoom` is called when another one is about to be replaced, and
+    // says whether there is still one to be replaced.
+    Status place(AtomicFile& file, const std::filesystem::path& output, ExistingFile existing,
+                 const std::function<ExistingFile()>& makeRoom);
 
 private:
     std::mutex m_mutex;

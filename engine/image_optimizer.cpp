@@ -7,11 +7,14 @@
 #include "engine/opened_picture.h"
 #include "engine/output_path.h"
 #include "engine/output_plan.h"
+#include "engine/replaced_output.h"
+#include "engine/trace_writer.h"
 #include "engine/webp_encoder.h"
 #include "records/errors.h"
 #include "system/byte_count_text.h"
 #include "system/file_services.h"
 #include "system/only_copy.h"
+#include "system/regular_file.h"
 
 #include <exception>
 #include <new>
@@ -80,6 +83,22 @@ try {
     throw;
 }
 
+// Where it cannot be made, the output says so.
+void makeFolderOf(const OutputPlan& output)
+{
+    std::error_code error;
+    std::filesystem::create_directories(output.path.parent_path(), error);
+}
+
+// An output that had to be another picture or another kind of file is written whatever its size.
+void checkSmaller(const OutputPlan& output, const OpenedPicture& picture, const AtomicFile& encoded,
+                  std::int64_t originalBytes)
+{
+    if (!picture.keepsFrame() || picture.typeIdentifier() != output.typeIdentifier) return;
+    const auto stamp = fileStamp(encoded.descriptor());
+    if (stamp && stamp->size >= originalBytes) throw LeftAlone::notSmaller();
+}
+
 // Where something else is given up for the output, nobody's word is enough.
 void checkWhole(const OutputPlan& output, OpenedPicture& picture, const AtomicFile& encoded)
 {
@@ -97,8 +116,14 @@ void putInPlace(const Job& job, const OutputPlan& output, OpenedPicture& picture
         throw ImageOptimizerError::overwriteDeclined();
     if (const auto bits = filePermissions(job.input)) encoded.setPermissions(*bits);
     const auto place = [&](ExistingFile existing) {
+        ReplacedOutput replaced(job, output.path);
+        const auto makeRoom = [&replaced] { return replaced.makeRoom(); };
         const auto& outputs = job.services.outputs;
-        return outputs ? outputs->place(encoded, output.path, existing) : encoded.commit(existing);
+        const bool replaces = existing == ExistingFile::replace;
+        Status status = outputs ? outputs->place(encoded, output.path, existing, makeRoom)
+                                : encoded.commit(replaces ? makeRoom() : existing);
+        replaced.settle(static_cast<bool>(status));
+        return status;
     };
     auto placed = place(permission);
     if (!placed && encoded.isTaken()) {
@@ -120,8 +145,8 @@ bool disposeOfOriginal(const Job& job, const std::optional<FileStamp>& read,
     if (job.services.names->isAlsoAnother(job.input) || !read) return false;
     markAsOnlyCopy(output, *read);
     if (job.services.waitsForDisk) job.services.waitsForDisk();
-    const bool isDisposedOf = job.services.disk->sync(output) && fileStamp(job.input) == read &&
-                              job.services.moveToTrash(job.input);
+    const bool isDisposedOf =
+        job.services.disk->sync(output) && fileStamp(job.input) == read && trashOriginal(job);
     if (!isDisposedOf) unmarkAsOnlyCopy(output);
     return isDisposedOf;
 }
@@ -141,11 +166,16 @@ ProcessingResult optimize(const std::filesystem::path& input, const OptimizerSet
                           const OptimizerServices& services)
 try {
     const Job job{input, settings, services};
+    if (settings.skipOptimized && services.isOptimized && services.isOptimized(input))
+        throw LeftAlone::alreadyOptimized();
     const std::int64_t originalBytes = fileSize(input);
     OpenedPicture picture(job);
+    traceSource(job, picture.stamp());
     const OutputPlan planned = planFor(job, picture);
     const ExistingFile permission = permissionFor(job, planned, picture);
+    if (settings.keepFolders) makeFolderOf(planned);
     AtomicFile encoded = encode(job, planned, picture);
+    if (settings.onlySmaller) checkSmaller(planned, picture, encoded, originalBytes);
 
     const auto losses = picture.losses(encoded, planned.typeIdentifier);
     if (planned.isTaken || settings.moveOriginalToTrash) checkWhole(planned, picture, encoded);
@@ -154,6 +184,7 @@ try {
     const std::filesystem::path& output = planned.path;
 
     if (settings.preserveModificationTime) preserveModificationDate(input, output);
+    traceOutput(job, output, encoded.descriptor());
     const bool isOriginalDisposedOf = disposeOfOriginal(job, picture.stamp(), output);
     const std::int64_t outputBytes = fileSize(output);
     return {input,

@@ -45,6 +45,12 @@ try {
     return WorkError{Kind::memory};
 }
 
+bool keepsFrame(const ImageSource& source, const OptimizerSettings& settings)
+{
+    const Image image = source.image();
+    return source.orientation() == 1 && scaleFactor(image.width(), image.height(), settings) >= 1;
+}
+
 PictureSize sizeOf(const Image& image)
 {
     return {image.width(), image.height()};
@@ -62,7 +68,8 @@ WorkResult<PictureHead> LocalPictureWork::open(int file, const OptimizerSettings
         if (!source) return readingError(source.error());
         m_source = std::move(*source);
         m_need = memoryNeed(*m_source, settings);
-        return PictureHead{m_source->typeIdentifier().value_or(std::string()), m_need};
+        return PictureHead{m_source->typeIdentifier().value_or(std::string()), m_need,
+                           keepsFrame(*m_source, settings)};
     });
 }
 

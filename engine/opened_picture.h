@@ -37,6 +37,8 @@ public:
 
     // As sniffed from the content.
     const std::string& typeIdentifier() const { return m_head.typeIdentifier; }
+    // Whether the output is to have the size and the direction of what is stored.
+    bool keepsFrame() const { return m_head.keepsFrame; }
     // The file as it was when it was opened.
     const std::optional<FileStamp>& stamp() const { return m_stamp; }
 

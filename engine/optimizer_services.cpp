@@ -18,6 +18,10 @@ OptimizerServices OptimizerServices::system()
         .outputs = nullptr,
         .pixels = nullptr,
         .memory = nullptr,
+        .keepInTrash = {},
+        .isOwnOutput = {},
+        .isOptimized = {},
+        .trace = nullptr,
     };
 }
 

@@ -8,6 +8,7 @@
 #include "engine/batch_names.h"
 #include "engine/batch_outputs.h"
 #include "engine/picture_work.h"
+#include "records/file_trace.h"
 #include "system/disk_sync.h"
 #include "system/result.h"
 
@@ -42,6 +43,17 @@ struct OptimizerServices
     std::function<std::unique_ptr<ImageOptimizer::PictureWork>(std::stop_token)> pixels;
     // What large files share out among all that run at once; null where nothing else runs.
     MemoryBudget* memory = nullptr;
+
+    // Gives a file that is about to be replaced a further name in the Trash, and says where. Empty: what is
+    // replaced is gone.
+    std::function<Result<std::filesystem::path>(const std::filesystem::path&)> keepInTrash;
+    // Whether an output that stands there already is what an earlier batch made of this input, untouched.
+    // Empty: nobody knows.
+    std::function<bool(const std::filesystem::path& output, const std::filesystem::path& input)> isOwnOutput;
+    // Whether an input is what an earlier batch made of another. Empty: nobody knows.
+    std::function<bool(const std::filesystem::path& input)> isOptimized;
+    // Filled in with what a file leaves behind; null where nobody remembers it.
+    FileTrace* trace = nullptr;
 
     // The services of this machine: skip, the desktop's Trash, never stopped.
     static OptimizerServices system();

@@ -38,6 +38,7 @@ struct PictureHead
 {
     std::string typeIdentifier; // as sniffed from the content
     std::int64_t memoryNeed;    // bytes, of everything that is to come
+    bool keepsFrame = false;    // neither turned nor reduced
 };
 
 // Width and height in pixels, upright.

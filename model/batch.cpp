@@ -48,7 +48,7 @@ void Batch::expand(std::vector<std::filesystem::path> inputs, std::function<void
         expansion->folders = uniqueParentFolders(expansion->files);
         expansion->comesFromFolders = expansion->files.size() > inputs.size();
         expansion->names =
-            std::make_shared<ImageOptimizer::BatchNames>(expansion->files, context.settings, stop);
+            std::make_shared<ImageOptimizer::BatchNames>(expansion->files, context.settings, stop, inputs);
         context.mainThread.post([done, expansion] { done(std::move(*expansion)); });
     };
     try {
@@ -65,6 +65,7 @@ void Batch::start(Expansion expansion, int workers, std::function<void(Processin
     m_finished = std::move(finished);
     m_workerCount = workers;
     if (auto folder = PrivateFolder::shared()) m_folder = std::move(*folder);
+    m_history = BatchMemory(m_context.services, m_context.settings);
     m_workers = std::make_unique<WorkerPool>(static_cast<std::size_t>(workers + mostWaitingForDisk));
     handOut();
 }
@@ -86,7 +87,7 @@ void Batch::handOutNext()
     ++m_inFlight;
     m_workers->run([this, file = std::move(m_files[m_next++])] {
         bool waited = false;
-        auto result = optimize(file, waited);
+        auto result = remembered(file, waited);
         m_context.mainThread.post([this, finished = m_finished, result = std::move(result), waited] {
             if (waited) --m_waitingForDisk;
             finished(result);
@@ -107,8 +108,18 @@ void Batch::cancel()
     m_expansion.request_stop();
 }
 
+// Runs on a worker.
+ProcessingResult Batch::remembered(const std::filesystem::path& file, bool& waitsForDisk)
+{
+    if (!m_history) return optimize(file, waitsForDisk, nullptr);
+    FileTrace trace;
+    ProcessingResult result = optimize(file, waitsForDisk, &trace);
+    m_history.add(result, std::move(trace));
+    return result;
+}
+
 // Runs on a worker. A file that fails never stops its batch.
-ProcessingResult Batch::optimize(const std::filesystem::path& file, bool& waitsForDisk)
+ProcessingResult Batch::optimize(const std::filesystem::path& file, bool& waitsForDisk, FileTrace* trace)
 {
     OptimizerServices services = m_context.services.optimizerServices;
     services.stop = m_stop.get_token();
@@ -123,6 +134,8 @@ ProcessingResult Batch::optimize(const std::filesystem::path& file, bool& waitsF
     services.names = m_names;
     services.outputs = m_outputs;
     services.memory = &m_memory;
+    services.trace = trace;
+    if (m_history) m_history.lendTo(services);
     if (m_processes)
         services.pixels = [this](std::stop_token stop) {
             return std::make_unique<ImageOptimizer::RemotePictureWork>(*m_processes, std::move(stop));

@@ -7,6 +7,7 @@
 
 #include "engine/memory_budget.h"
 #include "engine/worker/worker_processes.h"
+#include "model/batch_memory.h"
 #include "model/overwrite_prompter.h"
 #include "model/processing_services.h"
 #include "model/worker_pool.h"
@@ -80,7 +81,8 @@ public:
 private:
     bool canHandOut() const;
     void handOutNext();
-    ProcessingResult optimize(const std::filesystem::path& file, bool& waitsForDisk);
+    ProcessingResult remembered(const std::filesystem::path& file, bool& waitsForDisk);
+    ProcessingResult optimize(const std::filesystem::path& file, bool& waitsForDisk, FileTrace* trace);
 
     const BatchContext m_context;
     std::function<void(ProcessingResult)> m_finished;
@@ -93,6 +95,7 @@ private:
     int m_inFlight = 0;
     int m_waitingForDisk = 0; // of those in flight: their workers are free
     int m_workerCount = 0;
+    BatchMemory m_history;
     bool m_isPaused = false;
     bool m_isCancelled = false;
     std::stop_source m_stop;

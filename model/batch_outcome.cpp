@@ -11,7 +11,14 @@ namespace lumora {
 bool isSkipped(const ProcessingResult& result)
 {
     static const std::string skipped = ImageOptimizerError::overwriteDeclined().errorDescription();
-    return !result.isSuccess && result.message == skipped;
+    return !result.isSuccess && (result.message == skipped || isLeftAlone(result));
+}
+
+bool isLeftAlone(const ProcessingResult& result)
+{
+    static const std::string optimized = LeftAlone::alreadyOptimized().what();
+    static const std::string notSmaller = LeftAlone::notSmaller().what();
+    return !result.isSuccess && (result.message == optimized || result.message == notSmaller);
 }
 
 bool isFailed(const ProcessingResult& result)

@@ -11,6 +11,8 @@ namespace lumora {
 
 // The user, or his settings, kept an older output: no failure of the file.
 bool isSkipped(const ProcessingResult& result);
+// Skipped as what needs nothing done, because such files were to be left alone.
+bool isLeftAlone(const ProcessingResult& result);
 // Neither written nor skipped: worth another try.
 bool isFailed(const ProcessingResult& result);
 

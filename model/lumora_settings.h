@@ -49,6 +49,11 @@ public:
     SettingValue<bool>            warnBeforeOverwrite{m_file, "warnBeforeOverwrite", defaults::warnBeforeOverwrite};
     SettingValue<bool>            exitWhenComplete{m_file, "exitWhenComplete", defaults::exitWhenComplete};
     SettingValue<bool>            quitWhenClosed{m_file, "quitWhenClosed", defaults::quitWhenClosed};
+    SettingValue<bool>            trashReplaced{m_file, "trashReplaced", defaults::trashReplaced};
+    SettingValue<bool>            skipOptimized{m_file, "skipOptimized", defaults::skipOptimized};
+    SettingValue<bool>            onlySmaller{m_file, "onlySmaller", defaults::onlySmaller};
+    SettingValue<bool>            keepFolders{m_file, "keepFolders", defaults::keepFolders};
+    SettingValue<bool>            keepHistory{m_file, "keepHistory", defaults::keepHistory};
     // clang-format on
 
     // The same formulas as OptimizerSettings, of the values stored now.

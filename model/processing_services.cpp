@@ -7,6 +7,7 @@
 #include "engine/worker/worker_processes.h"
 #include "system/bundle.h"
 #include "system/free_memory.h"
+#include "system/trash.h"
 
 #include <QThread>
 
@@ -17,6 +18,7 @@ ProcessingServices ProcessingServices::system()
     ProcessingServices services;
     services.optimize = ImageOptimizer::optimize;
     services.optimizerServices = OptimizerServices::system();
+    services.optimizerServices.keepInTrash = keepInTrash;
     services.expand = FileInputResolver::imageURLs;
     services.requestSaveAccess = [](const std::filesystem::path& folder) { return std::optional(folder); };
     services.activeProcessorCount = QThread::idealThreadCount();

@@ -14,11 +14,15 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <stop_token>
+#include <string>
 #include <vector>
 
 namespace lumora {
+
+class History;
 
 struct ProcessingServices
 {
@@ -47,6 +51,10 @@ struct ProcessingServices
     std::function<std::int64_t()> memoryToShare = [] { return std::int64_t{0}; };
     // The program of the processes that work on pixels; absent: this process does.
     std::optional<std::filesystem::path> workerProgram;
+    // Where a batch is remembered that begins now, and by what name of this program. Asked on the main
+    // thread; empty or null: nowhere.
+    std::function<std::shared_ptr<History>()> history;
+    std::string origin;
     // The number of workers whatever the processors; fewer when there are fewer files.
     std::optional<int> workers;
     // From the last drop of a burst to the start of its batch.

@@ -23,7 +23,11 @@ OptimizerSettings SettingsStore::snapshot() const
             .filenameSuffix = m_settings.filenameSuffix().toStdString(),
             .moveOriginalToTrash = m_settings.moveOriginalToTrash(),
             .preserveModificationTime = m_settings.preserveModificationTime(),
-            .warnBeforeOverwrite = m_settings.warnBeforeOverwrite()};
+            .warnBeforeOverwrite = m_settings.warnBeforeOverwrite(),
+            .trashReplaced = m_settings.trashReplaced(),
+            .skipOptimized = m_settings.skipOptimized(),
+            .onlySmaller = m_settings.onlySmaller(),
+            .keepFolders = m_settings.keepFolders()};
 }
 
 std::optional<std::filesystem::path> SettingsStore::destinationFolderURL() const

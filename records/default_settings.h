@@ -25,5 +25,10 @@ inline constexpr bool preserveModificationTime = true;
 inline constexpr bool warnBeforeOverwrite = false;
 inline constexpr bool exitWhenComplete = false;
 inline constexpr bool quitWhenClosed = false;
+inline constexpr bool keepHistory = true;
+inline constexpr bool trashReplaced = true;
+inline constexpr bool skipOptimized = false;
+inline constexpr bool onlySmaller = false;
+inline constexpr bool keepFolders = false;
 
 } // namespace lumora::defaults

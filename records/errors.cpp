@@ -57,6 +57,16 @@ ImageOptimizerError ImageOptimizerError::missingDestinationFolder()
     return {Kind::missingDestinationFolder, "The selected destination folder is no longer available."};
 }
 
+LeftAlone LeftAlone::alreadyOptimized()
+{
+    return LeftAlone("Already optimized.");
+}
+
+LeftAlone LeftAlone::notSmaller()
+{
+    return LeftAlone("Kept: the output would not be smaller.");
+}
+
 PlatformError PlatformError::notEnoughMemory()
 {
     return PlatformError("There is not enough memory for this image.");

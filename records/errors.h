@@ -45,6 +45,20 @@ private:
     std::string m_description;
 };
 
+// No failure: a file that is left as it is because the user wanted such files left.
+class LeftAlone : public std::exception
+{
+public:
+    static LeftAlone alreadyOptimized();
+    static LeftAlone notSmaller();
+    const char* what() const noexcept override { return m_reason; }
+
+private:
+    explicit LeftAlone(const char* reason) : m_reason(reason) {}
+
+    const char* m_reason;
+};
+
 // A failure of a platform service (a file that cannot be removed, say) that passes through the engine
 // unchanged.
 class PlatformError : public std::exception

@@ -4,6 +4,7 @@
 // preferences reaches the next batch only. A value; copies cross threads freely.
 #pragma once
 
+#include "records/default_settings.h"
 #include "records/option_enums.h"
 
 #include <cstdint>
@@ -29,6 +30,14 @@ struct OptimizerSettings
     const bool moveOriginalToTrash;
     const bool preserveModificationTime;
     const bool warnBeforeOverwrite;
+    // Files that would be replaced without a question go to the Trash.
+    const bool trashReplaced = defaults::trashReplaced;
+    // What earlier batches have written is not optimized once more.
+    const bool skipOptimized = defaults::skipOptimized;
+    // No output that is as large as its original, where it need not differ in format, size or direction.
+    const bool onlySmaller = defaults::onlySmaller;
+    // Outputs in a chosen folder lie in it as their originals lie in the folders that were dropped.
+    const bool keepFolders = defaults::keepFolders;
 
     // 0.01 to 1.0; a quality that is not a number gives 1.0.
     double normalizedQuality() const;

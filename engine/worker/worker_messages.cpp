@@ -215,6 +215,7 @@ std::vector<std::byte> messageOf(const WorkerReply& reply)
     writer.put(reply.error ? reply.error->reason : std::string(), longestReason);
     writer.put(reply.head.typeIdentifier, longestType);
     writer.put(reply.head.memoryNeed);
+    writer.put(reply.head.keepsFrame);
     writer.put(reply.size.first);
     writer.put(reply.size.second);
     writer.put(reply.answer);
@@ -237,6 +238,7 @@ std::optional<WorkerReply> replyIn(std::span<const std::byte> message)
     if (error > 0) reply.error = WorkError{static_cast<WorkError::Kind>(error - 1), std::move(reason)};
     reply.head.typeIdentifier = reader.takeText(longestType);
     reply.head.memoryNeed = reader.take<std::int64_t>();
+    reply.head.keepsFrame = reader.takeBool();
     reply.size.first = reader.take<std::int64_t>();
     reply.size.second = reader.take<std::int64_t>();
     reply.answer = reader.takeBool();

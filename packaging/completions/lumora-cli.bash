@@ -28,6 +28,8 @@ _lumora_cli() {
     --suffix) return ;;
     --existing) values="replace ask skip" ;;
     -j | --jobs) return ;;
+    --history-files) return ;;
+    --history-days) return ;;
     *)
         if [[ $word != -* ]]; then
             compopt -o default 2>/dev/null
@@ -47,11 +49,19 @@ _lumora_cli() {
             --existing
             --trash-original
             --keep-time --no-keep-time
+            --trash-replaced --no-trash-replaced
+            --skip-optimized
+            --only-smaller
+            --keep-folders
             -j --jobs
             -n --dry-run
             --json
             --quiet
             --record-stats
+            --history --no-history
+            --clear
+            --history-files
+            --history-days
             --version
             -h --help"
         ;;

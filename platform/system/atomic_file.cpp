@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "system/atomic_file.h"
 #include "file_errors.h"
+#include "free_name.h"
 #include "noted_drafts.h"
 #include "records/uuid.h"
 
@@ -39,22 +40,6 @@ FileDescriptor openUnnamed(const std::filesystem::path& target)
     // Without it the file would never get a name.
     if (file.isOpen() && ::access(pathOf(file.get()).c_str(), F_OK) != 0) return FileDescriptor();
     return file;
-}
-
-// Renames to a name that must be free. 0 or errno, EEXIST among them. File systems that cannot refuse in one
-// step take a second link, which can; those without links are asked first.
-int renameBesides(const std::filesystem::path& from, const std::filesystem::path& to)
-{
-    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return 0;
-    if (errno != EINVAL && errno != ENOSYS) return errno;
-    if (::link(from.c_str(), to.c_str()) == 0) {
-        ::unlink(from.c_str());
-        return 0;
-    }
-    if (errno == EEXIST) return EEXIST;
-    std::error_code unknown;
-    if (std::filesystem::exists(std::filesystem::symlink_status(to, unknown))) return EEXIST;
-    return std::rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
 }
 
 // 0 or errno.
@@ -153,7 +138,7 @@ int AtomicFile::takeName(ExistingFile existing)
         }
         m_draft = std::move(hidden);
     }
-    if (existing == ExistingFile::keep) return renameBesides(m_draft, name());
+    if (existing == ExistingFile::keep) return renameToFreeName(m_draft, name());
     return std::rename(m_draft.c_str(), name().c_str()) == 0 ? 0 : errno;
 }
 

@@ -42,6 +42,22 @@ std::optional<FileStamp> fileStamp(const std::filesystem::path& path)
     return stampOf(status);
 }
 
+std::optional<FileStamp> linkStamp(const std::filesystem::path& path)
+{
+    struct stat status = {};
+    if (lstat(path.c_str(), &status) != 0) return std::nullopt;
+    return stampOf(status);
+}
+
+// Times beyond the years that 64 bits hold wrap around, which still tells two of them apart.
+FileState fileState(const FileStamp& stamp)
+{
+    constexpr std::uint64_t nanoseconds = 1'000'000'000;
+    const std::uint64_t modified = static_cast<std::uint64_t>(stamp.seconds) * nanoseconds +
+                                   static_cast<std::uint64_t>(stamp.nanoseconds);
+    return {stamp.size, static_cast<std::int64_t>(modified)};
+}
+
 Result<std::vector<std::byte>> readAll(int descriptor, std::size_t most)
 {
     struct stat status = {};

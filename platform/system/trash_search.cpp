@@ -4,54 +4,16 @@
 
 #include "system/file_uris.h"
 #include "system/paths.h"
+#include "trash_folder.h"
 
-#include <cstdlib>
 #include <fstream>
 #include <string>
-#include <sys/stat.h>
-#include <unistd.h>
-#include <vector>
+#include <string_view>
 
 namespace lumora {
 namespace {
 
 namespace fs = std::filesystem;
-
-// One folder of the Trash, and what relative paths in it are relative to.
-struct TrashFolder
-{
-    fs::path folder;
-    fs::path top;
-};
-
-fs::path homeTrash()
-{
-    const char* const data = std::getenv("XDG_DATA_HOME");
-    if (data && *data == '/') return fs::path(data) / "Trash";
-    const char* const home = std::getenv("HOME");
-    return fs::path(home ? home : "/") / ".local" / "share" / "Trash";
-}
-
-// The top of the volume that a path lies on, or lay on.
-fs::path volumeOf(fs::path path)
-{
-    struct stat status = {};
-    while (::lstat(path.c_str(), &status) != 0 && path != path.root_path())
-        path = path.parent_path();
-    const dev_t device = status.st_dev;
-    while (path != path.root_path()) {
-        if (::lstat(path.parent_path().c_str(), &status) != 0 || status.st_dev != device) break;
-        path = path.parent_path();
-    }
-    return path;
-}
-
-std::vector<TrashFolder> foldersFor(const fs::path& path)
-{
-    const fs::path top = volumeOf(path);
-    const std::string user = std::to_string(::getuid());
-    return {{homeTrash(), "/"}, {top / ".Trash" / user, top}, {top / (".Trash-" + user), top}};
-}
 
 struct Entry
 {
@@ -85,7 +47,7 @@ std::optional<fs::path> findInTrash(const fs::path& path)
     const fs::path wanted = standardized(path);
     std::optional<fs::path> found;
     std::string latest;
-    for (const auto& [folder, top] : foldersFor(wanted)) {
+    for (const auto& [folder, top] : trashFoldersFor(wanted)) {
         std::error_code error;
         for (fs::directory_iterator notes(folder / "info", error), end; !error && notes != end;
              notes.increment(error)) {

@@ -2,15 +2,16 @@
 # SPDX-FileCopyrightText: 2026 Tidewell
 # SPDX-License-Identifier: GPL-3.0-or-later
 # includes.sh: holds the includes of the product to the layers. Each must
-#   point downwards: records <- system <- pixels <- metadata <- formats <- engine <- model <- ui <- app, cli on model;
+#   point downwards: records <- system <- pixels <- metadata <- formats <- engine <- model <- ui <- app, cli on model, history
+#     on system and below model;
 #   start at an include root, with no ".." and no platform/ in it, and leave the private headers of other rooms alone;
-#   name nothing of Qt in records, platform and engine;
+#   name nothing of Qt in records, platform, engine and history;
 #   close no circle, where a header and the source of its name count as one.
 set -eu
 
 cd -- "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")/../.."
 
-find records platform engine model ui app cli \( -name '*.h' -o -name '*.cpp' \) -print | LC_ALL=C sort | awk '
+find records platform engine history model ui app cli \( -name '*.h' -o -name '*.cpp' \) -print | LC_ALL=C sort | awk '
 function fail(message) { print file ":" line ": " message > "/dev/stderr"; failed = 1 }
 
 # The layer of a file, of which the platform has one a room.
@@ -102,6 +103,8 @@ BEGIN {
         lower = lower " " order[i]
     }
     below["cli"] = below["model"] " model"
+    below["history"] = "records system"
+    for (layer in below) if (layer ~ /^(model|ui|app|cli)$/) below[layer] = below[layer] " history"
     rooms["system"] = rooms["pixels"] = rooms["metadata"] = rooms["formats"] = 1
     withQt["model"] = withQt["ui"] = withQt["app"] = withQt["cli"] = 1
 }

@@ -41,6 +41,11 @@ TEST(CommandLine, withoutOptionsHasTheDefaultsOfAFirstLaunch)
     EXPECT_FALSE(settings.moveOriginalToTrash);
     EXPECT_TRUE(settings.preserveModificationTime);
     EXPECT_FALSE(settings.warnBeforeOverwrite);
+    EXPECT_TRUE(settings.trashReplaced);
+    EXPECT_FALSE(settings.skipOptimized);
+    EXPECT_FALSE(settings.onlySmaller);
+    EXPECT_FALSE(settings.keepFolders);
+    EXPECT_TRUE(line.keepHistory);
     EXPECT_FALSE(line.recordStats);
     EXPECT_EQ(line.jobs, std::nullopt);
 }
@@ -201,6 +206,32 @@ INSTANTIATE_TEST_SUITE_P(
         WrongUsage{{"--json=yes", "a.jpg"}, "--json takes no value"},
         WrongUsage{{"--no-srgb=1", "a.jpg"}, "--no-srgb takes no value"},
         WrongUsage{{"--no-json", "a.jpg"}, "unknown option --no-json"}));
+
+TEST(CommandLine, theFirstWordMayBeACommand)
+{
+    EXPECT_EQ(accepted({"undo"}).action, Action::undo);
+    EXPECT_EQ(accepted({"undo"}).batch, std::nullopt);
+    EXPECT_EQ(accepted({"undo", "--json", "12", "-n"}).batch, 12);
+    EXPECT_TRUE(accepted({"undo", "--dry-run"}).dryRun);
+    EXPECT_EQ(accepted({"history", "--json"}).action, Action::showHistory);
+    EXPECT_TRUE(accepted({"history", "--clear"}).clearHistory);
+    EXPECT_EQ(accepted({"history", "--history-days=7"}).keepDays, 7);
+    EXPECT_EQ(accepted({"undo", "--help"}).action, Action::showHelp);
+    // Files of such names.
+    EXPECT_EQ(accepted({"./undo"}).paths, (std::vector<std::filesystem::path>{"./undo"}));
+    EXPECT_EQ(accepted({"a.jpg", "history"}).paths, (std::vector<std::filesystem::path>{"a.jpg", "history"}));
+}
+
+TEST(CommandLine, commandsRefuseWhatIsNotForThem)
+{
+    EXPECT_EQ(complaint({"undo", "x"}), "undo takes the number of a batch, not 'x'");
+    EXPECT_EQ(complaint({"undo", "0"}), "undo takes the number of a batch, not '0'");
+    EXPECT_EQ(complaint({"undo", "1", "2"}), "'2' is one argument too many");
+    EXPECT_EQ(complaint({"history", "1"}), "'1' is one argument too many");
+    EXPECT_EQ(complaint({"undo", "--format=jpeg"}), "--format does not go with the command undo");
+    EXPECT_EQ(complaint({"history", "--dry-run"}), "--dry-run does not go with the command history");
+    EXPECT_EQ(complaint({"--clear", "a.jpg"}), "--clear goes with the command history only");
+}
 
 } // namespace
 } // namespace lumora::cli

@@ -200,8 +200,11 @@ TEST_F(CliTest, foldersWithEqualNamesLoseNothingInOneOutputFolder)
 TEST_F(CliTest, touchesNoPreferencesAndCountsNothingUnlessAsked)
 {
     photograph("a.jpg");
-    EXPECT_EQ(runInto({"a.jpg"}).status, 0);
+    EXPECT_EQ(runInto({"--no-history", "a.jpg"}).status, 0);
     EXPECT_TRUE(fs::is_empty(home()));
+    EXPECT_EQ(runInto({"a.jpg"}).status, 0);
+    for (const auto& entry : fs::directory_iterator(home() / "data" / "Lumora"))
+        EXPECT_THAT(entry.path().filename(), StartsWith("history.sqlite"));
     EXPECT_EQ(runInto({"--record-stats", "a.jpg"}).status, 0);
     EXPECT_TRUE(fs::exists(home() / "data" / "Lumora" / "stats.json"));
     EXPECT_FALSE(fs::exists(home() / "config"));

@@ -52,9 +52,28 @@ TEST_F(SettingsStoreTest, FirstLaunchReadsTheDefaultsAndWritesNothing)
     EXPECT_FALSE(settings.moveOriginalToTrash);
     EXPECT_TRUE(settings.preserveModificationTime);
     EXPECT_FALSE(settings.warnBeforeOverwrite);
+    EXPECT_TRUE(settings.trashReplaced);
+    EXPECT_FALSE(settings.skipOptimized);
+    EXPECT_FALSE(settings.onlySmaller);
+    EXPECT_FALSE(settings.keepFolders);
+    EXPECT_TRUE(store.settings().keepHistory());
     EXPECT_FALSE(store.settings().exitWhenComplete());
     EXPECT_FALSE(store.settings().quitWhenClosed());
     EXPECT_FALSE(fs::exists(m_file));
+}
+
+TEST_F(SettingsStoreTest, SafetyAndOrderReachTheBatch)
+{
+    SettingsStore store(fileName());
+    store.settings().trashReplaced.set(false);
+    store.settings().skipOptimized.set(true);
+    store.settings().onlySmaller.set(true);
+    store.settings().keepFolders.set(true);
+    const OptimizerSettings settings = store.snapshot();
+    EXPECT_FALSE(settings.trashReplaced);
+    EXPECT_TRUE(settings.skipOptimized);
+    EXPECT_TRUE(settings.onlySmaller);
+    EXPECT_TRUE(settings.keepFolders);
 }
 
 TEST_F(SettingsStoreTest, EverySettingComesBackInTheNextLaunch)

@@ -14,6 +14,7 @@ proofs=(
     "damage.py|100000|960 1"
     "faults.py||--short"
     "kills.py|200|4"
+    "undo.py|100|5"
     "races.py||--short"
     "bombs.py||--short"
     "limits.py||--short"

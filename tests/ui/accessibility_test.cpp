@@ -101,13 +101,28 @@ TEST_F(Accessibility, TabWalksThePreferencesFromTopToBottom)
     objects.record(2, 1);
     PreferencesView view(objects.settings, objects.stats);
     open(view);
-    EXPECT_EQ(walkByTab(view),
-              words({"Format", "Quality", "Size", "Maximum", "Optimize color for sharing",
-                     "Remove color management information", "Remove personal information and metadata",
-                     "Destination", "Choose Folder...", "Prefix", "Suffix", "Move original to Trash",
-                     "Preserve file modification time", "Show warning before overwrite",
-                     "Exit when optimization complete", "Quit when the last window is closed",
-                     "Reset Lifetime Stats"}));
+    EXPECT_EQ(walkByTab(view), words({"Format",
+                                      "Quality",
+                                      "Size",
+                                      "Maximum",
+                                      "Optimize color for sharing",
+                                      "Remove color management information",
+                                      "Remove personal information and metadata",
+                                      "Destination",
+                                      "Choose Folder...",
+                                      "Prefix",
+                                      "Suffix",
+                                      "Move original to Trash",
+                                      "Preserve file modification time",
+                                      "Show warning before overwrite",
+                                      "Exit when optimization complete",
+                                      "Quit when the last window is closed",
+                                      "Reset Lifetime Stats",
+                                      "Remember what was done",
+                                      "Move replaced files to Trash",
+                                      "Skip files that were optimized before",
+                                      "Write smaller files only",
+                                      "Keep folders in the chosen folder"}));
 }
 
 TEST_F(Accessibility, EveryControlOfTheDropWindowIsNamedAndExplained)

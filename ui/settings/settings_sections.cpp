@@ -184,4 +184,20 @@ PreferenceSection* makeLifetimeStatsSection(StatsStore& stats, std::function<boo
     return section;
 }
 
+PreferenceSection* makeSafetySection(LumoraSettings& settings)
+{
+    return makeToggles(
+        settings, QStringLiteral("Safety and order"),
+        {{settings.keepHistory, "Remember what was done",
+          "Keeps a list of batches, so that they can be undone"},
+         {settings.trashReplaced, "Move replaced files to Trash",
+          "Keeps a file that an output replaces without a question, unless it is an earlier output"},
+         {settings.skipOptimized, "Skip files that were optimized before",
+          "Leaves earlier outputs alone, wherever they lie now"},
+         {settings.onlySmaller, "Write smaller files only",
+          "Writes no output that is as large as its original, unless its format or size had to change"},
+         {settings.keepFolders, "Keep folders in the chosen folder",
+          "Lays output out like the folders that were dropped"}});
+}
+
 } // namespace lumora

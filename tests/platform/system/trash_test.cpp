@@ -87,6 +87,74 @@ TEST_F(MoveToTrash, LeavesTheFileWhereThereIsNoTrash)
     EXPECT_EQ(readFile(home / "a.jpg"), "pixels");
 }
 
+TEST_F(MoveToTrash, TellsWhereEachFileOfOneNameWent)
+{
+    for (const char* content : {"first", "second", "third"}) {
+        writeFile(home / "a.tar.jpg", content);
+        const auto stamp = linkStamp(home / "a.tar.jpg");
+        ASSERT_TRUE(moveToTrash(home / "a.tar.jpg"));
+        const auto place = placeInTrash(home / "a.tar.jpg", *stamp);
+        ASSERT_TRUE(place);
+        EXPECT_EQ(readFile(*place), content);
+    }
+    EXPECT_EQ(placeInTrash(home / "a.tar.jpg", FileStamp{}), std::nullopt);
+}
+
+TEST_F(MoveToTrash, IsTakenBackToAFreePlaceOnly)
+{
+    writeFile(home / "a.jpg", "pixels");
+    const auto stamp = linkStamp(home / "a.jpg");
+    ASSERT_TRUE(moveToTrash(home / "a.jpg"));
+    const auto place = placeInTrash(home / "a.jpg", *stamp);
+    ASSERT_TRUE(place);
+    writeFile(home / "a.jpg", "another");
+    const auto refused = takeFromTrash(*place, home / "a.jpg");
+    ASSERT_FALSE(refused);
+    EXPECT_TRUE(refused.error().isTaken);
+    EXPECT_EQ(readFile(home / "a.jpg"), "another");
+    std::filesystem::remove(home / "a.jpg");
+    EXPECT_TRUE(takeFromTrash(*place, home / "a.jpg"));
+    EXPECT_EQ(fileStamp(home / "a.jpg"), stamp);
+    EXPECT_TRUE(std::filesystem::is_empty(home.data() / "Trash" / "files"));
+    EXPECT_TRUE(std::filesystem::is_empty(home.data() / "Trash" / "info"));
+    const auto gone = takeFromTrash(*place, home / "b.jpg");
+    ASSERT_FALSE(gone);
+    EXPECT_FALSE(gone.error().isTaken);
+}
+
+TEST_F(MoveToTrash, KeepsWhatStaysInItsPlace)
+{
+    writeFile(home / "k \xFF.jpg", "pixels");
+    const auto kept = keepInTrash(home / "k \xFF.jpg");
+    ASSERT_TRUE(kept) << kept.error().description;
+    EXPECT_EQ(readFile(home / "k \xFF.jpg"), "pixels");
+    EXPECT_EQ(*kept, home.data() / "Trash" / "files" / "k \xFF.jpg");
+    writeFile(home / "new", "new");
+    std::filesystem::rename(home / "new", home / "k \xFF.jpg");
+    EXPECT_EQ(readFile(*kept), "pixels");
+    const std::string info = readFile(home.data() / "Trash" / "info" / "k \xFF.jpg.trashinfo");
+    EXPECT_TRUE(info.starts_with("[Trash Info]\nPath=/")) << info;
+    EXPECT_NE(info.find("/k%20%FF.jpg\nDeletionDate=20"), std::string::npos) << info;
+    const auto second = keepInTrash(home / "k \xFF.jpg");
+    ASSERT_TRUE(second);
+    EXPECT_EQ(*second, home.data() / "Trash" / "files" / "k \xFF.2.jpg");
+    removeFromTrash(*second);
+    EXPECT_FALSE(std::filesystem::exists(*second));
+    EXPECT_EQ(readFile(home / "k \xFF.jpg"), "new");
+}
+
+TEST_F(MoveToTrash, KeepsNoFolderAndNothingWithoutATrash)
+{
+    std::filesystem::create_directory(home / "folder");
+    EXPECT_FALSE(keepInTrash(home / "folder"));
+    EXPECT_TRUE(std::filesystem::is_empty(home.data() / "Trash" / "info"));
+    std::filesystem::remove_all(home.data() / "Trash");
+    writeFile(home.data() / "Trash", "in the way of the folder");
+    writeFile(home / "a.jpg", "pixels");
+    EXPECT_FALSE(keepInTrash(home / "a.jpg"));
+    EXPECT_EQ(readFile(home / "a.jpg"), "pixels");
+}
+
 TEST_F(MoveToTrash, FailsForAMissingFile)
 {
     EXPECT_FALSE(moveToTrash(home / "missing.jpg"));

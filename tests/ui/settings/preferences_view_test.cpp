@@ -81,13 +81,14 @@ TEST_F(Preferences, ShowEverySectionRowAndTextInOrder)
     QStringList texts;
     for (const QLabel* label : m_view.findChildren<QLabel*>())
         texts << label->text();
-    const char* const expected[] = {"Preferences",   "Local image conversion defaults",
-                                    "Output",        "Format",
-                                    "Quality",       "Size",
-                                    "Maximum",       "Optimization",
-                                    "Destination",   "Destination",
-                                    "Folder",        "Filename",
-                                    "Miscellaneous", "Lifetime Stats"};
+    const char* const expected[] = {"Preferences",     "Local image conversion defaults",
+                                    "Output",          "Format",
+                                    "Quality",         "Size",
+                                    "Maximum",         "Optimization",
+                                    "Destination",     "Destination",
+                                    "Folder",          "Filename",
+                                    "Miscellaneous",   "Lifetime Stats",
+                                    "Safety and order"};
     qsizetype from = 0;
     for (const char* text : expected) {
         const qsizetype found = texts.indexOf(words(text), from);
@@ -97,12 +98,15 @@ TEST_F(Preferences, ShowEverySectionRowAndTextInOrder)
     QStringList toggles;
     for (const QCheckBox* toggle : m_view.findChildren<QCheckBox*>())
         toggles << toggle->text();
-    EXPECT_EQ(toggles,
-              QStringList({words("Optimize color for sharing"), words("Remove color management information"),
-                           words("Remove personal information and metadata"), words("Move original to Trash"),
-                           words("Preserve file modification time"), words("Show warning before overwrite"),
-                           words("Exit when optimization complete"),
-                           words("Quit when the last window is closed")}));
+    EXPECT_EQ(
+        toggles,
+        QStringList({words("Optimize color for sharing"), words("Remove color management information"),
+                     words("Remove personal information and metadata"), words("Move original to Trash"),
+                     words("Preserve file modification time"), words("Show warning before overwrite"),
+                     words("Exit when optimization complete"), words("Quit when the last window is closed"),
+                     words("Remember what was done"), words("Move replaced files to Trash"),
+                     words("Skip files that were optimized before"), words("Write smaller files only"),
+                     words("Keep folders in the chosen folder")}));
 }
 
 TEST_F(Preferences, AskForTheirSizeAndPlaceTheirCards)
@@ -110,10 +114,10 @@ TEST_F(Preferences, AskForTheirSizeAndPlaceTheirCards)
     EXPECT_EQ(m_view.minimumSize(), QSize(620, 780));
     EXPECT_EQ(m_view.sizeHint(), QSize(620, 820));
     const QList<PreferenceSection*> cards = m_view.findChildren<PreferenceSection*>();
-    ASSERT_EQ(cards.size(), 5);
+    ASSERT_EQ(cards.size(), 6);
     EXPECT_EQ(cards[0]->x(), 22);
     EXPECT_EQ(cards[0]->width(), 620 - 2 * 22);
-    for (int i = 1; i < 5; ++i)
+    for (int i = 1; i < 6; ++i)
         EXPECT_EQ(cards[i]->y() - (cards[i - 1]->y() + cards[i - 1]->height()), 14);
     FormRow* format = row("Format");
     const auto* label = format->findChild<StyledLabel*>();

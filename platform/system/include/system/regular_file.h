@@ -3,6 +3,7 @@
 // Files of pictures, opened and read. Any thread.
 #pragma once
 
+#include "records/file_trace.h"
 #include "system/file_descriptor.h"
 #include "system/result.h"
 
@@ -33,6 +34,10 @@ struct FileStamp
 // Absent when the system cannot tell. Of a path, links are followed.
 std::optional<FileStamp> fileStamp(int descriptor);
 std::optional<FileStamp> fileStamp(const std::filesystem::path& path);
+// Of a link itself.
+std::optional<FileStamp> linkStamp(const std::filesystem::path& path);
+
+FileState fileState(const FileStamp& stamp);
 
 // All bytes of an open file, whose position stays where it is. Fails for one of more than `most` bytes.
 Result<std::vector<std::byte>> readAll(int descriptor, std::size_t most);

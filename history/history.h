@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The memory of what was done: which files a batch read and wrote, and where what it took away went. Rows are
+// written by a thread of its own about once a second, so that a batch waits for no disk; a program that is
+// killed loses the last ones. What goes wrong costs rows and never a picture: it is told once. Several
+// programs may use one file. Any thread.
+#pragma once
+
+#include "history/history_database.h"
+#include "history/history_records.h"
+
+#include <condition_variable>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <stop_token>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace lumora {
+
+class History
+{
+public:
+    using Complain = HistoryDatabase::Complain;
+
+    // Lumora/history.sqlite in the user's data folder.
+    static std::filesystem::path fileIn(const std::filesystem::path& dataFolder);
+    // One line on standard error.
+    static void complainOnStandardError(const std::string& complaint);
+
+    // Opened when it is first needed.
+    explicit History(std::filesystem::path file, Complain complain = complainOnStandardError);
+    // Writes what is left.
+    ~History();
+    History(const History&) = delete;
+    History& operator=(const History&) = delete;
+
+    // A batch that is being done; it is remembered with its first file.
+    using Batch = std::shared_ptr<BatchRecord>;
+    Batch begin(std::string origin, std::string settings);
+    void add(const Batch& batch, FileRecord file);
+
+    // Whether the file is what we once made of this source and wrote to this place, untouched.
+    bool isOwnOutput(const std::filesystem::path& output, const std::filesystem::path& source);
+    // Whether the file's content is one that we wrote, wherever it lies now.
+    bool isOptimized(const std::filesystem::path& file);
+
+    // Newest first; absent when the history cannot be read, which was told then.
+    std::optional<std::vector<BatchSummary>> batches();
+    std::optional<std::vector<FileRecord>> filesOf(std::int64_t batch);
+    void markUndone(const std::vector<std::int64_t>& files);
+
+    HistoryLimits limits();
+    bool setLimits(const HistoryLimits& limits);
+    // Forgets everything. False when it could not.
+    bool clear();
+
+private:
+    using Row = std::pair<Batch, FileRecord>;
+
+    using Task = std::function<void(HistoryDatabase&)>;
+    enum class Outcome { done, busy, failed };
+
+    bool use(const Task& task);
+    Outcome attempt(const Task& task);
+    void tryOnce(const Task& task);
+    void complainOnce(const std::string& reason);
+    bool isSomethingPending();
+    void writePending();
+    void writeRows(HistoryDatabase& database);
+    static void write(HistoryDatabase& database, const std::vector<Row>& rows);
+    void work(const std::stop_token& stop);
+
+    const std::filesystem::path m_file;
+    const Complain m_complain;
+    std::mutex m_using; // guards the next two
+    std::unique_ptr<HistoryDatabase> m_database;
+    bool m_hasComplained = false;
+    std::mutex m_waiting; // guards the next one; never held while the disk is used
+    std::vector<Row> m_pending;
+    std::condition_variable_any m_rowCame;
+    std::jthread m_writer;
+};
+
+} // namespace lumora

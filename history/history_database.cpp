@@ -1,0 +1,254 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "history/history_database.h"
+
+#include "history/history_schema.h"
+#include "history/set_aside.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <utility>
+
+namespace lumora {
+namespace {
+
+// Made by us, so that nobody else can read which pictures there are.
+bool isFileOrMade(const std::filesystem::path& file)
+{
+    struct stat status = {};
+    if (::stat(file.c_str(), &status) == 0) return S_ISREG(status.st_mode);
+    const FileDescriptor made(::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+    return true;
+}
+
+void makeRoom(const std::filesystem::path& file, FoundDatabase found,
+              const HistoryDatabase::Complain& complain)
+{
+    const bool isNewer = found == FoundDatabase::newer;
+    const std::filesystem::path name = setAside(file, isNewer ? "newer" : "damaged");
+    if (name.empty()) throw SqliteError(0, "what stands at " + file.native() + " cannot be moved away");
+    complain(std::string(isNewer ? "the history is that of a newer version" : "the history is damaged") +
+             "; it is kept as " + name.native() + " and a new one begins");
+}
+
+FoundDatabase found(Sqlite& database, HistoryDatabase::Trust trust)
+try {
+    const FoundDatabase head = prepareDatabase(database);
+    if (head != FoundDatabase::ours || trust == HistoryDatabase::Trust::full) return head;
+    Statement check = database.statement("PRAGMA quick_check(1)");
+    return check.step() && check.bytes(0) == "ok" ? head : FoundDatabase::damaged;
+} catch (const SqliteError& error) {
+    if (error.isDamage()) return FoundDatabase::damaged;
+    throw;
+}
+
+Sqlite opened(const std::filesystem::path& file, const HistoryDatabase::Complain& complain,
+              HistoryDatabase::Trust trust)
+{
+    std::error_code error;
+    std::filesystem::create_directories(file.parent_path(), error);
+    const FileDescriptor lock = lockHistory(file);
+    if (!isFileOrMade(file)) makeRoom(file, FoundDatabase::damaged, complain);
+    {
+        Sqlite database(file);
+        const FoundDatabase what = found(database, trust);
+        if (what == FoundDatabase::ours) return database;
+        makeRoom(file, what, complain);
+    }
+    isFileOrMade(file);
+    Sqlite database(file);
+    prepareDatabase(database);
+    return database;
+}
+
+void bindState(Statement& statement, int parameter, const std::optional<FileState>& state)
+{
+    if (!state) {
+        statement.bindNull(parameter).bindNull(parameter + 1);
+        return;
+    }
+    statement.bind(parameter, state->size).bind(parameter + 1, state->modified);
+}
+
+void bindPath(Statement& statement, int parameter, const std::optional<std::filesystem::path>& path)
+{
+    if (path)
+        statement.bindBytes(parameter, path->native());
+    else
+        statement.bindNull(parameter);
+}
+
+std::optional<FileState> stateIn(const Statement& row, int column)
+{
+    if (row.isNull(column)) return std::nullopt;
+    return FileState{row.integer(column), row.integer(column + 1)};
+}
+
+std::optional<std::filesystem::path> pathIn(const Statement& row, int column)
+{
+    if (row.isNull(column)) return std::nullopt;
+    return row.bytes(column);
+}
+
+FileRecord fileIn(const Statement& row)
+{
+    return {.id = row.integer(0),
+            .source = row.bytes(1),
+            .output = pathIn(row, 4),
+            .originalBytes = row.integer(8),
+            .outputBytes = row.integer(9),
+            .isSuccess = row.integer(15) != 0,
+            .message = row.bytes(16),
+            .trace = {.source = stateIn(row, 2),
+                      .output = stateIn(row, 5),
+                      .outputDigest = row.bytes(7),
+                      .isOriginalTrashed = row.integer(10) != 0,
+                      .trashedOriginal = pathIn(row, 11),
+                      .replaced = stateIn(row, 12),
+                      .trashedReplaced = pathIn(row, 14)},
+            .isUndone = row.integer(17) != 0};
+}
+
+} // namespace
+
+HistoryDatabase::HistoryDatabase(const std::filesystem::path& file, const Complain& complain, Trust trust)
+    : m_database(opened(file, complain, trust))
+{
+}
+
+std::int64_t HistoryDatabase::addBatch(const BatchRecord& batch)
+{
+    m_database.statement("INSERT INTO batches(time, origin, settings) VALUES(?, ?, ?)")
+        .bind(1, batch.time)
+        .bindText(2, batch.origin)
+        .bindText(3, batch.settings)
+        .run();
+    return m_database.lastId();
+}
+
+void HistoryDatabase::addFile(std::int64_t batch, const FileRecord& file)
+{
+    Statement row = m_database.statement(
+        "INSERT INTO files(batch, source, source_size, source_time, output, output_size, output_time, "
+        "output_digest,"
+        " original_bytes, output_bytes, original_trashed, trashed_original, replaced_size, replaced_time,"
+        " trashed_replaced, success, message) VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
+    const FileTrace& trace = file.trace;
+    row.bind(1, batch).bindBytes(2, file.source.native());
+    bindState(row, 3, trace.source);
+    bindPath(row, 5, file.output);
+    bindState(row, 6, trace.output);
+    row.bindBytes(8, trace.outputDigest).bind(9, file.originalBytes).bind(10, file.outputBytes);
+    row.bind(11, trace.isOriginalTrashed ? 1 : 0);
+    bindPath(row, 12, trace.trashedOriginal);
+    bindState(row, 13, trace.replaced);
+    bindPath(row, 15, trace.trashedReplaced);
+    row.bind(16, file.isSuccess ? 1 : 0).bindText(17, file.message).run();
+}
+
+void HistoryDatabase::prune(std::int64_t now)
+{
+    constexpr std::int64_t day = 86'400;
+    const HistoryLimits most = limits();
+    m_database
+        .statement("DELETE FROM files WHERE id <= (SELECT id FROM files ORDER BY id DESC LIMIT 1 OFFSET ?)")
+        .bind(1, most.files)
+        .run();
+    m_database.statement("DELETE FROM files WHERE batch IN (SELECT id FROM batches WHERE time < ?)")
+        .bind(1, now - most.days * day)
+        .run();
+    m_database.run("DELETE FROM batches WHERE id NOT IN (SELECT batch FROM files)");
+}
+
+std::vector<std::string> HistoryDatabase::digestsOf(const std::filesystem::path& output,
+                                                    const std::filesystem::path& source, std::int64_t size)
+{
+    Statement query = m_database.statement(
+        "SELECT output_digest FROM files WHERE output = ? AND source = ? AND output_size = ?"
+        " AND output_digest <> x'' AND undone = 0");
+    query.bindBytes(1, output.native()).bindBytes(2, source.native()).bind(3, size);
+    std::vector<std::string> digests;
+    while (query.step())
+        digests.push_back(query.bytes(0));
+    return digests;
+}
+
+bool HistoryDatabase::hasOutput(std::int64_t size)
+{
+    return m_database.statement("SELECT 1 FROM files WHERE output IS NOT NULL AND output_size = ? LIMIT 1")
+        .bind(1, size)
+        .step();
+}
+
+bool HistoryDatabase::hasOutput(std::int64_t size, const std::string& digest)
+{
+    return m_database
+        .statement(
+            "SELECT 1 FROM files WHERE output IS NOT NULL AND output_size = ? AND output_digest = ? LIMIT 1")
+        .bind(1, size)
+        .bindBytes(2, digest)
+        .step();
+}
+
+std::vector<BatchSummary> HistoryDatabase::batches()
+{
+    Statement query = m_database.statement(
+        "SELECT b.id, b.time, b.origin, b.settings, count(*), count(f.output), sum(f.undone),"
+        " sum(iif(f.output IS NULL, 0, f.original_bytes)), sum(f.output_bytes)"
+        " FROM batches b JOIN files f ON f.batch = b.id GROUP BY b.id ORDER BY b.id DESC");
+    std::vector<BatchSummary> found;
+    while (query.step())
+        found.push_back({.batch = {query.integer(0), query.integer(1), query.bytes(2), query.bytes(3)},
+                         .files = query.integer(4),
+                         .written = query.integer(5),
+                         .undone = query.integer(6),
+                         .originalBytes = query.integer(7),
+                         .outputBytes = query.integer(8)});
+    return found;
+}
+
+std::vector<FileRecord> HistoryDatabase::filesOf(std::int64_t batch)
+{
+    Statement query = m_database.statement("SELECT id, source, source_size, source_time, output, "
+                                           "output_size, output_time, output_digest, original_bytes,"
+                                           " output_bytes, original_trashed, trashed_original, "
+                                           "replaced_size, replaced_time, trashed_replaced, success,"
+                                           " message, undone FROM files WHERE batch = ? ORDER BY id");
+    query.bind(1, batch);
+    std::vector<FileRecord> files;
+    while (query.step())
+        files.push_back(fileIn(query));
+    return files;
+}
+
+void HistoryDatabase::markUndone(const std::vector<std::int64_t>& files)
+{
+    Transaction marking(m_database);
+    Statement mark = m_database.statement("UPDATE files SET undone = 1 WHERE id = ?");
+    for (const std::int64_t file : files)
+        mark.bind(1, file).run();
+    marking.commit();
+}
+
+HistoryLimits HistoryDatabase::limits()
+{
+    Statement query = m_database.statement("SELECT files, days FROM limits");
+    if (!query.step()) return {};
+    return {query.integer(0), query.integer(1)};
+}
+
+void HistoryDatabase::setLimits(const HistoryLimits& limits)
+{
+    Transaction change(m_database);
+    m_database.run("DELETE FROM limits");
+    m_database.statement("INSERT INTO limits VALUES(?, ?)").bind(1, limits.files).bind(2, limits.days).run();
+    change.commit();
+}
+
+void HistoryDatabase::clear()
+{
+    m_database.run("DELETE FROM files; DELETE FROM batches; VACUUM; PRAGMA wal_checkpoint(TRUNCATE)");
+}
+
+} // namespace lumora

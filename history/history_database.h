@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The rows of the history and the questions about them. One thread at a time; failures are SqliteErrors.
+#pragma once
+
+#include "history/history_records.h"
+#include "history/sqlite.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace lumora {
+
+class HistoryDatabase
+{
+public:
+    using Complain = std::function<void(const std::string&)>;
+
+    // Without trust every page of the file is looked at, else its head.
+    enum class Trust { full, none };
+
+    // Opens it or makes it. A damaged or newer one is set aside, which `complain` is told.
+    HistoryDatabase(const std::filesystem::path& file, const Complain& complain, Trust trust = Trust::full);
+
+    // In the caller's transaction. Returns the batch's number.
+    std::int64_t addBatch(const BatchRecord& batch);
+    void addFile(std::int64_t batch, const FileRecord& file);
+    // Drops what is beyond the limits.
+    void prune(std::int64_t now);
+
+    // The digests of what was written to this place from this source, in this size, and not undone.
+    std::vector<std::string> digestsOf(const std::filesystem::path& output,
+                                       const std::filesystem::path& source, std::int64_t size);
+    // Whether anything was written in this size, of this content.
+    bool hasOutput(std::int64_t size);
+    bool hasOutput(std::int64_t size, const std::string& digest);
+
+    // Newest first.
+    std::vector<BatchSummary> batches();
+    // In the order in which they finished.
+    std::vector<FileRecord> filesOf(std::int64_t batch);
+    void markUndone(const std::vector<std::int64_t>& files);
+
+    HistoryLimits limits();
+    void setLimits(const HistoryLimits& limits);
+    // Forgets everything, on the disk too.
+    void clear();
+
+    Sqlite& sqlite() { return m_database; }
+
+private:
+    Sqlite m_database;
+};
+
+} // namespace lumora

@@ -1,0 +1,162 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "history/undo.h"
+
+#include "history/file_state.h"
+#include "system/content_digest.h"
+#include "system/regular_file.h"
+#include "system/trash.h"
+
+#include <utility>
+#include <vector>
+
+namespace lumora {
+namespace {
+
+// So many files are marked at once: a program that is killed looks at them anew, which does no harm.
+constexpr std::size_t markedAtOnce = 200;
+
+// A file that went to the Trash, on its way back.
+struct TrashedFile
+{
+    enum class Where { inTrash, inPlace, placeTaken, unknown };
+
+    const std::filesystem::path& place;
+    const std::optional<std::filesystem::path>& trashed;
+    const std::optional<FileState>& state;
+
+    Where where() const
+    {
+        const auto standing = stateAt(place);
+        if (standing) return standing == state ? Where::inPlace : Where::placeTaken;
+        return trashed && state && stateAt(*trashed) == state ? Where::inTrash : Where::unknown;
+    }
+};
+
+bool isWhatWeWrote(const FileRecord& file)
+{
+    const auto stamp = linkStamp(*file.output);
+    if (!stamp || !file.trace.output || stamp->size != file.trace.output->size) return false;
+    if (file.trace.outputDigest.empty()) return fileState(*stamp) == file.trace.output;
+    const auto opened = openRegularFile(*file.output);
+    return opened && contentDigest(opened->get()) == file.trace.outputDigest;
+}
+
+class FileUndo
+{
+public:
+    FileUndo(const FileRecord& file, UndoMode mode) : m_file(file), m_isReal(mode == UndoMode::forReal) {}
+
+    UndoneFile run()
+    {
+        if (m_file.isUndone) return row(true, "Undone already");
+        // First, since without it the output is what is left of the picture.
+        const std::string obstacle = bringOriginal();
+        if (!obstacle.empty()) return row(false, "Left as it is: " + obstacle);
+        const bool isGone = !stateAt(*m_file.output);
+        if (!isGone && isReplacedBack()) return row(true, "Undone already");
+        if (!isGone && !isWhatWeWrote(m_file)) return row(false, kept("the output was changed since"));
+        if (!isGone && m_isReal) {
+            const Status trashed = moveToTrash(*m_file.output);
+            if (!trashed) return row(false, kept(trashed.error().description));
+        }
+        const std::string loss = bringReplaced();
+        if (!loss.empty()) return row(false, "Undone in part: " + loss);
+        if (isGone) return row(true, verdict() + ". The output was gone already");
+        return row(true, verdict());
+    }
+
+private:
+    UndoneFile row(bool isUndone, std::string message) const
+    {
+        return {m_file.source, *m_file.output, isUndone, std::move(message)};
+    }
+
+    std::string verdict() const { return m_isReal ? "Undone" : "Would be undone"; }
+
+    std::string kept(const std::string& reason) const
+    {
+        return "The output is left as it is: " + reason +
+               (!m_broughtOriginal ? ""
+                : m_isReal         ? ". The original came back"
+                                   : ". The original would come back");
+    }
+
+    // Why it cannot; empty when it is in its place.
+    std::string bringOriginal()
+    {
+        const FileTrace& trace = m_file.trace;
+        if (!trace.isOriginalTrashed) return stateAt(m_file.source) ? "" : "the original is no longer there";
+        const TrashedFile original{m_file.source, trace.trashedOriginal, trace.source};
+        switch (original.where()) {
+        case TrashedFile::Where::inPlace:
+            return {};
+        case TrashedFile::Where::placeTaken:
+            return "another file has the original's place";
+        case TrashedFile::Where::unknown:
+            return "the original is not found in the Trash";
+        case TrashedFile::Where::inTrash:
+            break;
+        }
+        m_broughtOriginal = true;
+        return take(*trace.trashedOriginal, m_file.source);
+    }
+
+    bool isReplacedBack() const
+    {
+        return m_file.trace.trashedReplaced && stateAt(*m_file.output) == m_file.trace.replaced;
+    }
+
+    std::string bringReplaced() const
+    {
+        const FileTrace& trace = m_file.trace;
+        if (!trace.trashedReplaced) return {};
+        // In a dry run the output stands there still.
+        if (stateAt(*trace.trashedReplaced) != trace.replaced)
+            return "what the output had replaced is not found in the Trash";
+        return take(*trace.trashedReplaced, *m_file.output);
+    }
+
+    std::string take(const std::filesystem::path& trashed, const std::filesystem::path& place) const
+    {
+        if (!m_isReal) return {};
+        const auto taken = takeFromTrash(trashed, place);
+        if (taken) return {};
+        return taken.error().isTaken ? "another file has its place" : taken.error().description;
+    }
+
+    const FileRecord& m_file;
+    const bool m_isReal;
+    bool m_broughtOriginal = false;
+};
+
+} // namespace
+
+UndoneFile undoFile(const FileRecord& file, UndoMode mode)
+{
+    return FileUndo(file, mode).run();
+}
+
+bool undoBatch(History& history, std::int64_t batch, UndoMode mode,
+               const std::function<void(const UndoneFile&)>& report, const std::stop_token& stop)
+{
+    const auto files = history.filesOf(batch);
+    if (!files) return false;
+    std::vector<std::int64_t> done;
+    const auto mark = [&] {
+        if (!done.empty() && mode == UndoMode::forReal) history.markUndone(done);
+        done.clear();
+    };
+    for (auto last = files->rbegin(); last != files->rend() && !stop.stop_requested(); ++last) {
+        const FileRecord& file = *last;
+        if (!file.output) continue;
+        const UndoneFile undone = undoFile(file, mode);
+        if (undone.isUndone && !file.isUndone) done.push_back(file.id);
+        if (done.size() == markedAtOnce) mark();
+        report(undone);
+    }
+    mark();
+    return true;
+}
+
+} // namespace lumora

@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "model/settings_words.h"
+
+#include <charconv>
+#include <iterator>
+
+namespace lumora {
+namespace {
+
+std::string shortest(double number)
+{
+    char text[32];
+    const auto [end, error] = std::to_chars(std::begin(text), std::end(text), number);
+    return {text, end};
+}
+
+} // namespace
+
+std::string settingsWords(const OptimizerSettings& settings)
+{
+    std::string words(rawValue(settings.outputFormat));
+    const auto add = [&words](bool isSo, const std::string& what) {
+        if (isSo) words.append(", ").append(what);
+    };
+    add(settings.usesLossyCompression(), "quality " + shortest(settings.quality));
+    add(settings.resizeMode != ResizeMode::none,
+        std::string(rawValue(settings.resizeMode)) + " " + std::to_string(settings.maximumPixels));
+    add(settings.optimizeColorForSharing, "sRGB");
+    add(settings.removeColorManagement, "without profile");
+    add(settings.removeMetadata, "without metadata");
+    add(settings.moveOriginalToTrash, "originals to the Trash");
+    add(settings.destinationMode == DestinationMode::selectedFolder && settings.destinationFolderURL,
+        "to " + settings.destinationFolderURL.value_or("").native());
+    return words;
+}
+
+} // namespace lumora

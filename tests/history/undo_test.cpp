@@ -1,0 +1,230 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "history/undo.h"
+
+#include "history/file_state.h"
+#include "system/content_digest.h"
+#include "system/regular_file.h"
+#include "system/trash.h"
+#include "tests/history/history_harness.h"
+
+#include <cstdlib>
+#include <optional>
+
+namespace lumora {
+namespace {
+
+namespace fs = std::filesystem;
+using test::readFile;
+using test::writeFile;
+using testing::ElementsAre;
+
+// GIO looks for the user's folders once a process: one home for all tests of this program.
+class Home : public testing::Environment
+{
+public:
+    void SetUp() override
+    {
+        m_home.emplace();
+        setenv("XDG_DATA_HOME", m_home->path().c_str(), 1);
+    }
+    void TearDown() override { m_home.reset(); }
+
+private:
+    std::optional<test::TemporaryDirectory> m_home;
+};
+
+// NOLINTNEXTLINE(cppcoreguidelines-owning-memory): the test framework deletes it
+const auto* const home = testing::AddGlobalTestEnvironment(new Home);
+
+class Undo : public test::HistoryTest
+{
+protected:
+    // As a batch leaves it: the output written, the original in the Trash, an older output there too.
+    FileRecord optimized(const std::string& name)
+    {
+        const fs::path source = m_folder / (name + ".jpg");
+        const fs::path output = m_folder / (name + ".webp");
+        writeFile(source, "original of " + name);
+        FileRecord file{.source = source, .output = output, .isSuccess = true, .message = "Converted"};
+        file.trace.source = stateAt(source);
+        return file;
+    }
+
+    void write(FileRecord& file) const
+    {
+        writeFile(*file.output, "output of " + file.source.stem().string());
+        file.trace.output = stateAt(*file.output);
+        file.trace.outputDigest = contentDigest(openRegularFile(*file.output)->get()).value();
+    }
+
+    static fs::path trash(const fs::path& path)
+    {
+        const auto stamp = linkStamp(path);
+        EXPECT_TRUE(moveToTrash(path));
+        return placeInTrash(path, *stamp).value();
+    }
+
+    static void trashOriginal(FileRecord& file)
+    {
+        file.trace.isOriginalTrashed = true;
+        file.trace.trashedOriginal = trash(file.source);
+    }
+
+    void replaceOlder(FileRecord& file) const
+    {
+        writeFile(*file.output, "older");
+        file.trace.replaced = stateAt(*file.output);
+        file.trace.trashedReplaced = trash(*file.output);
+    }
+
+    std::vector<UndoneFile> undo(UndoMode mode = UndoMode::forReal)
+    {
+        const auto history = open();
+        std::vector<UndoneFile> rows;
+        const auto report = [&rows](const UndoneFile& file) { rows.push_back(file); };
+        EXPECT_TRUE(undoBatch(*history, history->batches().value().front().batch.id, mode, report));
+        return rows;
+    }
+
+    void rememberAll(const std::vector<FileRecord>& files)
+    {
+        const auto history = open();
+        const auto batch = history->begin("test", "");
+        for (const FileRecord& file : files)
+            history->add(batch, file);
+    }
+};
+
+MATCHER_P(SaysUndone, message, "")
+{
+    return arg.isUndone && arg.message == message;
+}
+
+MATCHER_P(SaysLeft, message, "")
+{
+    return !arg.isUndone && arg.message == message;
+}
+
+TEST_F(Undo, BringsTheOriginalAndWhatWasReplacedBackWithTheirTimes)
+{
+    FileRecord file = optimized("a");
+    const auto sourceState = file.trace.source;
+    replaceOlder(file);
+    const auto olderState = file.trace.replaced;
+    write(file);
+    trashOriginal(file);
+    rememberAll({file, row("/in/failed.jpg")});
+    EXPECT_THAT(undo(UndoMode::dryRun), ElementsAre(SaysUndone("Would be undone")));
+    EXPECT_FALSE(fs::exists(file.source));
+    EXPECT_THAT(undo(), ElementsAre(SaysUndone("Undone")));
+    EXPECT_EQ(readFile(file.source), "original of a");
+    EXPECT_EQ(stateAt(file.source), sourceState);
+    EXPECT_EQ(readFile(*file.output), "older");
+    EXPECT_EQ(stateAt(*file.output), olderState);
+    EXPECT_FALSE(fs::exists(*file.trace.trashedOriginal));
+    const fs::path info = file.trace.trashedOriginal->parent_path().parent_path() / "info/a.jpg.trashinfo";
+    EXPECT_FALSE(fs::exists(info));
+}
+
+TEST_F(Undo, TwiceIsHarmless)
+{
+    FileRecord file = optimized("twice");
+    write(file);
+    rememberAll({file});
+    EXPECT_THAT(undo(), ElementsAre(SaysUndone("Undone")));
+    writeFile(*file.output, "output of twice"); // somebody's, though it looks like ours
+    EXPECT_THAT(undo(), ElementsAre(SaysUndone("Undone already")));
+    EXPECT_EQ(readFile(*file.output), "output of twice");
+}
+
+TEST_F(Undo, LeavesAnOutputThatWasChanged)
+{
+    FileRecord file = optimized("changed");
+    write(file);
+    trashOriginal(file);
+    rememberAll({file});
+    writeFile(*file.output, "OUTPUT of changed");
+    const char* const message =
+        "The output is left as it is: the output was changed since. The original came back";
+    EXPECT_THAT(undo(), ElementsAre(SaysLeft(message)));
+    EXPECT_EQ(readFile(*file.output), "OUTPUT of changed");
+    EXPECT_EQ(readFile(file.source), "original of changed");
+}
+
+TEST_F(Undo, LeavesAllWhereTheOriginalsPlaceIsTaken)
+{
+    FileRecord file = optimized("taken");
+    write(file);
+    trashOriginal(file);
+    rememberAll({file});
+    writeFile(file.source, "another");
+    EXPECT_THAT(undo(), ElementsAre(SaysLeft("Left as it is: another file has the original's place")));
+    EXPECT_EQ(readFile(file.source), "another");
+    EXPECT_EQ(readFile(*file.output), "output of taken");
+    fs::remove(file.source);
+    EXPECT_THAT(undo(), ElementsAre(SaysUndone("Undone")));
+}
+
+TEST_F(Undo, LeavesTheOutputThatIsAllThatIsLeft)
+{
+    FileRecord emptied = optimized("emptied");
+    write(emptied);
+    trashOriginal(emptied);
+    FileRecord deleted = optimized("deleted");
+    write(deleted);
+    rememberAll({emptied, deleted});
+    fs::remove(*emptied.trace.trashedOriginal);
+    fs::remove(deleted.source);
+    EXPECT_THAT(undo(), ElementsAre(SaysLeft("Left as it is: the original is no longer there"),
+                                    SaysLeft("Left as it is: the original is not found in the Trash")));
+    EXPECT_EQ(readFile(*emptied.output), "output of emptied");
+    EXPECT_EQ(readFile(*deleted.output), "output of deleted");
+}
+
+TEST_F(Undo, TakesNoStrangersFileForTheOneInTheTrash)
+{
+    FileRecord file = optimized("exchanged");
+    write(file);
+    trashOriginal(file);
+    rememberAll({file});
+    writeFile(*file.trace.trashedOriginal, "another one of that name");
+    EXPECT_THAT(undo(), ElementsAre(SaysLeft("Left as it is: the original is not found in the Trash")));
+    EXPECT_FALSE(fs::exists(file.source));
+}
+
+// Whatever a killed undo has done of its steps, the next one does the others.
+TEST_F(Undo, GoesOnWhereItWasCutOff)
+{
+    for (const int steps : {1, 2, 3}) {
+        FileRecord file = optimized("cut" + std::to_string(steps));
+        replaceOlder(file);
+        write(file);
+        trashOriginal(file);
+        rememberAll({file});
+        ASSERT_TRUE(takeFromTrash(*file.trace.trashedOriginal, file.source));
+        if (steps >= 2) trash(*file.output);
+        const bool isLast = steps < 3 || takeFromTrash(*file.trace.trashedReplaced, *file.output);
+        ASSERT_TRUE(isLast);
+        const auto rows = undo();
+        ASSERT_EQ(rows.size(), 1u);
+        EXPECT_TRUE(rows[0].isUndone) << rows[0].message;
+        EXPECT_EQ(readFile(file.source), "original of cut" + std::to_string(steps));
+        EXPECT_EQ(readFile(*file.output), "older");
+    }
+}
+
+TEST_F(Undo, SaysThatWhatWasReplacedIsGone)
+{
+    FileRecord file = optimized("half");
+    replaceOlder(file);
+    write(file);
+    rememberAll({file});
+    fs::remove(*file.trace.trashedReplaced);
+    EXPECT_THAT(undo(), ElementsAre(SaysLeft(
+                            "Undone in part: what the output had replaced is not found in the Trash")));
+    EXPECT_FALSE(fs::exists(*file.output));
+}
+
+} // namespace
+} // namespace lumora
