@@ -19,6 +19,7 @@ constexpr std::size_t smallData = std::size_t{1} << 18U;
 // Enough to tell strategies apart: strips from all over the picture, each of which is a few times as long as
 // the compressor looks back.
 constexpr std::size_t smallSample = std::size_t{1} << 18U;
+constexpr std::size_t middleSample = std::size_t{1} << 19U;
 constexpr std::size_t largeSample = std::size_t{1} << 21U;
 constexpr std::size_t stripBytes = std::size_t{1} << 16U;
 
@@ -138,7 +139,7 @@ Compression bestCompression(PngLayout& layout)
     }
     const RowFilters filters = isPalette ? filtersForPalette(layout, trials, best) : best.filters;
     if (isSmall) return {filters, Search::thorough};
-    trials = Trials(layout, smallSample); // in the order that was found
+    trials = Trials(layout, middleSample); // in the order that was found
     return {filters, searchForDrawing(trials, filters)};
 }
 
