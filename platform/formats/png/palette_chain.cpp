@@ -93,8 +93,8 @@ std::vector<std::uint8_t> chainedOrder(const PngLayout& layout)
     for (const Meeting& meeting : meetingsIn(layout))
         chains.link(meeting.one, meeting.other);
     auto order = chains.inOrder();
-    std::ranges::stable_partition(order,
-                                  [&](std::size_t color) { return layout.palette[color].alpha != 255; });
+    std::stable_partition(order.begin(), order.end(),
+                          [&](std::size_t color) { return layout.palette[color].alpha != 255; });
     std::vector<std::uint8_t> newIndex(order.size());
     for (std::size_t i = 0; i < order.size(); ++i)
         newIndex[order[i]] = static_cast<std::uint8_t>(i);
