@@ -119,8 +119,9 @@ bool disposeOfOriginal(const Job& job, const std::optional<FileStamp>& read,
     if (!job.settings.moveOriginalToTrash || isSameFile(job.input, output)) return true;
     if (job.services.names->isAlsoAnother(job.input) || !read) return false;
     markAsOnlyCopy(output, *read);
-    const bool isDisposedOf =
-        syncFile(output) && fileStamp(job.input) == read && job.services.moveToTrash(job.input);
+    if (job.services.waitsForDisk) job.services.waitsForDisk();
+    const bool isDisposedOf = job.services.disk->sync(output) && fileStamp(job.input) == read &&
+                              job.services.moveToTrash(job.input);
     if (!isDisposedOf) unmarkAsOnlyCopy(output);
     return isDisposedOf;
 }

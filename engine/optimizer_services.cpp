@@ -12,6 +12,8 @@ OptimizerServices OptimizerServices::system()
         .confirmOverwrite = [](const std::filesystem::path&) { return false; },
         .moveToTrash = [](const std::filesystem::path& path) { return lumora::moveToTrash(path); },
         .stop = {},
+        .waitsForDisk = nullptr,
+        .disk = std::make_shared<DiskSync>(),
         .names = std::make_shared<ImageOptimizer::BatchNames>(),
         .outputs = nullptr,
         .pixels = nullptr,

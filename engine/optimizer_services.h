@@ -8,6 +8,7 @@
 #include "engine/batch_names.h"
 #include "engine/batch_outputs.h"
 #include "engine/picture_work.h"
+#include "system/disk_sync.h"
 #include "system/result.h"
 
 #include <filesystem>
@@ -29,6 +30,10 @@ struct OptimizerServices
     std::function<Status(const std::filesystem::path&)> moveToTrash;
     // Once requested, a file in work fails as soon as it can.
     std::stop_token stop;
+    // Called when nothing is left of a file but to wait for the disk, before its original may go to the
+    // Trash; may be null.
+    std::function<void()> waitsForDisk = nullptr;
+    std::shared_ptr<DiskSync> disk = std::make_shared<DiskSync>();
     // The outputs of the batch that the file belongs to.
     std::shared_ptr<const ImageOptimizer::BatchNames> names = std::make_shared<ImageOptimizer::BatchNames>();
     // What the batch has written so far; null for a file by itself.

@@ -16,6 +16,10 @@
 namespace lumora {
 namespace {
 
+// Files whose originals are to go to the Trash once the disk has the output, beside those in work: a disk
+// that takes a while serves them all at once.
+constexpr int mostWaitingForDisk = 16;
+
 ProcessingResult failed(const std::filesystem::path& file, std::string message)
 {
     return {file, std::nullopt, 0, 0, std::move(message), false};
@@ -61,18 +65,32 @@ void Batch::start(Expansion expansion, int workers, std::function<void(Processin
     m_finished = std::move(finished);
     m_workerCount = workers;
     if (auto folder = PrivateFolder::shared()) m_folder = std::move(*folder);
-    m_workerCount = workers;
-    m_workers = std::make_unique<WorkerPool>(workers);
-    for (int i = 0; i < workers; ++i)
+    m_workers = std::make_unique<WorkerPool>(static_cast<std::size_t>(workers + mostWaitingForDisk));
+    handOut();
+}
+
+void Batch::handOut()
+{
+    while (canHandOut())
         handOutNext();
+}
+
+bool Batch::canHandOut() const
+{
+    return !m_isCancelled && !m_isPaused && m_next < m_files.size() &&
+           m_inFlight - m_waitingForDisk < m_workerCount && m_waitingForDisk < mostWaitingForDisk;
 }
 
 void Batch::handOutNext()
 {
-    if (m_isCancelled || m_isPaused || m_next == m_files.size()) return;
     ++m_inFlight;
     m_workers->run([this, file = std::move(m_files[m_next++])] {
-        m_context.mainThread.post([finished = m_finished, result = optimize(file)] { finished(result); });
+        bool waited = false;
+        auto result = optimize(file, waited);
+        m_context.mainThread.post([this, finished = m_finished, result = std::move(result), waited] {
+            if (waited) --m_waitingForDisk;
+            finished(result);
+        });
         returnFreedMemory();
     });
 }
@@ -80,8 +98,7 @@ void Batch::handOutNext()
 void Batch::setPaused(bool paused)
 {
     m_isPaused = paused;
-    for (int free = m_workerCount - m_inFlight; free > 0; --free)
-        handOutNext();
+    handOut();
 }
 
 void Batch::cancel()
@@ -91,10 +108,18 @@ void Batch::cancel()
 }
 
 // Runs on a worker. A file that fails never stops its batch.
-ProcessingResult Batch::optimize(const std::filesystem::path& file) const
+ProcessingResult Batch::optimize(const std::filesystem::path& file, bool& waitsForDisk)
 {
     OptimizerServices services = m_context.services.optimizerServices;
     services.stop = m_stop.get_token();
+    services.waitsForDisk = [this, &waitsForDisk] {
+        waitsForDisk = true;
+        m_context.mainThread.post([this] {
+            ++m_waitingForDisk;
+            handOut();
+        });
+    };
+    services.disk = m_disk;
     services.names = m_names;
     services.outputs = m_outputs;
     services.memory = &m_memory;

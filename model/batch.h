@@ -56,8 +56,8 @@ public:
     // Hands out the first `workers` files of the expansion; `finished` comes once a file, in the order in
     // which they finish.
     void start(Expansion expansion, int workers, std::function<void(ProcessingResult)> finished);
-    // After a result: hands out the next file if there is one and the batch is not paused.
-    void handOutNext();
+    // After a result: hands out further files while there are workers free and the batch is not paused.
+    void handOut();
     // It was started, no file is in flight, and none will be.
     bool isDone() const
     {
@@ -78,7 +78,9 @@ public:
     void stop() { m_stop.request_stop(); }
 
 private:
-    ProcessingResult optimize(const std::filesystem::path& file) const;
+    bool canHandOut() const;
+    void handOutNext();
+    ProcessingResult optimize(const std::filesystem::path& file, bool& waitsForDisk);
 
     const BatchContext m_context;
     std::function<void(ProcessingResult)> m_finished;
@@ -89,11 +91,13 @@ private:
     std::shared_ptr<const PrivateFolder> m_folder; // made once for the whole batch; each file does without
     std::size_t m_next = 0;
     int m_inFlight = 0;
+    int m_waitingForDisk = 0; // of those in flight: their workers are free
     int m_workerCount = 0;
     bool m_isPaused = false;
     bool m_isCancelled = false;
     std::stop_source m_stop;
-    mutable MemoryBudget m_memory;                                // used by the workers
+    const std::shared_ptr<DiskSync> m_disk = std::make_shared<DiskSync>();
+    MemoryBudget m_memory;                                        // used by the workers
     std::unique_ptr<ImageOptimizer::WorkerProcesses> m_processes; // null where pixels stay in this one
     std::jthread m_expansion;
     std::unique_ptr<WorkerPool> m_workers;

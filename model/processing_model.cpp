@@ -28,6 +28,11 @@ QString optimizingText(std::size_t files, int workers)
              counted(static_cast<std::size_t>(workers), QStringLiteral("worker")));
 }
 
+QString invitation()
+{
+    return QStringLiteral("Drop images here");
+}
+
 } // namespace
 
 ProcessingModel::ProcessingModel(Snapshot snapshot, StatsStore* statsStore, ProcessingServices services,
@@ -35,8 +40,7 @@ ProcessingModel::ProcessingModel(Snapshot snapshot, StatsStore* statsStore, Proc
     : QObject(parent), m_snapshot(std::move(snapshot)), m_statsStore(statsStore),
       m_services(std::move(services)), m_folderAccess(m_services.requestSaveAccess),
       m_prompter(m_services.confirmOverwrite, m_mainThread),
-      m_debounce(m_services.makeDelay([this] { startPendingBatch(); })),
-      m_statusText(QStringLiteral("Drop images here"))
+      m_debounce(m_services.makeDelay([this] { startPendingBatch(); })), m_statusText(invitation())
 {
 }
 
@@ -101,6 +105,9 @@ void ProcessingModel::clearResults()
     if (m_results.empty()) return;
     m_results.clear();
     Q_EMIT resultsRemoved();
+    if (m_isProcessing) return;
+    m_outcome = {};
+    setStatusText(invitation());
 }
 
 void ProcessingModel::retry(int row)
@@ -197,7 +204,7 @@ void ProcessingModel::consume(const ProcessingResult& result)
     setProgress(m_completedCount + 1, m_totalCount);
     if (!m_batch->isCancelled()) setStatusText(progressText());
     m_batch->fileFinished(); // not before: an observer that runs an event loop must not see the batch end
-    m_batch->handOutNext();
+    m_batch->handOut();
     if (m_batch->isDone()) completeBatch(QStringLiteral("Done"));
 }
 

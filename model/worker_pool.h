@@ -5,6 +5,7 @@
 #pragma once
 
 #include <condition_variable>
+#include <cstddef>
 #include <deque>
 #include <functional>
 #include <mutex>
@@ -17,7 +18,8 @@ namespace lumora {
 class WorkerPool
 {
 public:
-    explicit WorkerPool(int workers);
+    // Threads start when there is something to do for them, up to so many.
+    explicit WorkerPool(std::size_t mostThreads);
     // Waits for the tasks that run and drops the others.
     ~WorkerPool();
     WorkerPool(const WorkerPool&) = delete;
@@ -28,11 +30,14 @@ public:
     void run(std::function<void()> task);
 
 private:
+    void startThread(); // one more, if it may be; under the lock
     void work(const std::stop_token& stop);
 
+    const std::size_t m_mostThreads;
     std::mutex m_mutex;
     std::condition_variable_any m_taskCame;
     std::deque<std::function<void()>> m_tasks; // guarded by m_mutex
+    std::size_t m_free = 0;                    // threads without a task; guarded by m_mutex
     std::vector<std::jthread> m_threads;
 };
 

@@ -40,6 +40,7 @@ BrandedWindow::BrandedWindow(const WindowParameters& parameters, QWidget* conten
     layout->setContentsMargins({});
     // The window's own minimum counts: a small screen must be able to hold it.
     layout->setSizeConstraint(QLayout::SetNoConstraint);
+    content->setMinimumSize(content->minimumSize().boundedTo(freeArea().size()));
     layout->addWidget(content);
     setMinimumSize(parameters.minimumSize.boundedTo(freeArea().size()));
     resize(parameters.size.boundedTo(freeArea().size()));

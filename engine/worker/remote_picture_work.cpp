@@ -8,8 +8,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <poll.h>
+#include <string>
+#include <thread>
 #include <utility>
 
 namespace lumora::ImageOptimizer {
@@ -18,13 +18,18 @@ namespace {
 using Kind = WorkError::Kind;
 using namespace std::chrono_literals;
 
-// Whether something came, or the channel ended, within a second.
-bool hasNews(int channel)
+std::string storyOf(int exitStatus)
 {
-    constexpr int second = 1000;
-    pollfd event{channel, POLLIN, 0};
-    const int count = ::poll(&event, 1, second);
-    return count > 0 || (count < 0 && errno != EINTR);
+    constexpr int signals = 128;
+    if (exitStatus > signals) return "it ended by signal " + std::to_string(exitStatus - signals);
+    return "it ended with status " + std::to_string(exitStatus);
+}
+
+// Of the decoder's and of the encoder's, each with a stack and a heap: set aside, hardly ever used.
+std::int64_t addressesOfThreads()
+{
+    constexpr std::int64_t ofOne = std::int64_t{72} << 20U;
+    return 2 * ofOne * std::thread::hardware_concurrency();
 }
 
 } // namespace
@@ -50,8 +55,9 @@ WorkResult<PictureHead> RemotePictureWork::open(int file, const OptimizerSetting
 
 WorkResult<WorkerReply> RemotePictureWork::askToOpen()
 {
+    if (!m_process) m_process = m_processes.takeIdle();
     if (!m_process) {
-        auto process = m_processes.take();
+        auto process = m_processes.start();
         if (!process) return WorkError{Kind::notStarted, process.error().description};
         m_process = std::move(*process);
         // Until it answers it may still be loading, which is not to count as the file's.
@@ -140,7 +146,7 @@ std::optional<WorkerReply> RemotePictureWork::reply()
 {
     auto lastTime = 0ms;
     auto lastProgress = std::chrono::steady_clock::now();
-    while (!hasNews(m_process->channel())) {
+    while (!hasNews(m_process->channel(), 1s)) {
         const auto now = std::chrono::steady_clock::now();
         const auto usage = m_process->usage();
         if (!usage) return std::nullopt;
@@ -161,7 +167,8 @@ WorkError RemotePictureWork::endOfWorker(WorkError::Kind lost)
     const int status = m_process->end();
     m_process.reset();
     if (m_stop.stop_requested()) return {Kind::stopped};
-    return {status == outOfMemoryExit ? Kind::memory : lost};
+    if (status == outOfMemoryExit) return {Kind::memory};
+    return {lost, lost == Kind::notStarted ? storyOf(status) : std::string()};
 }
 
 // For the file, beside what the worker took before. An estimate of its need may be half of the truth.
@@ -171,7 +178,7 @@ void RemotePictureWork::limit(std::int64_t need)
     if (!usage) return;
     const WorkerLimits& limits = m_processes.limits();
     constexpr std::int64_t megabyte = 1'000'000;
-    m_process->limitMemory(usage->virtualBytes + limits.openingBytes + 2 * need);
+    m_process->limitMemory(usage->virtualBytes + limits.openingBytes + addressesOfThreads() + 2 * need);
     m_process->limitProcessorTime(std::chrono::ceil<std::chrono::seconds>(usage->processorTime) +
                                   limits.processorTime + limits.processorTimeAMegabyte * (need / megabyte));
 }

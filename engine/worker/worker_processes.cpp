@@ -3,6 +3,7 @@
 #include "engine/worker/worker_processes.h"
 
 #include "system/file_services.h"
+#include "system/message_channel.h"
 
 #include <cstdlib>
 #include <utility>
@@ -25,16 +26,20 @@ WorkerProcesses::WorkerProcesses(std::filesystem::path executable, const WorkerL
 
 WorkerProcesses::~WorkerProcesses() = default;
 
-Result<std::unique_ptr<ServantProcess>> WorkerProcesses::take()
+std::unique_ptr<ServantProcess> WorkerProcesses::takeIdle()
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        if (!m_idle.empty()) {
-            auto process = std::move(m_idle.back());
-            m_idle.pop_back();
-            return process;
-        }
+    const std::lock_guard lock(m_mutex);
+    while (!m_idle.empty()) {
+        auto process = std::move(m_idle.back());
+        m_idle.pop_back();
+        // Nobody asked it anything: whatever is heard of it is its end.
+        if (!hasNews(process->channel(), std::chrono::milliseconds(0))) return process;
     }
+    return nullptr;
+}
+
+Result<std::unique_ptr<ServantProcess>> WorkerProcesses::start() const
+{
     auto started = ServantProcess::start(m_executable);
     if (!started) return started.error();
     return std::make_unique<ServantProcess>(std::move(*started));

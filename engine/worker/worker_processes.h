@@ -42,8 +42,10 @@ public:
 
     const WorkerLimits& limits() const { return m_limits; }
 
-    // An idle one, or a new one.
-    Result<std::unique_ptr<ServantProcess>> take();
+    // Null when there is none.
+    std::unique_ptr<ServantProcess> takeIdle();
+    // A new one, which may still be loading. An Error's description is the system's reason alone.
+    Result<std::unique_ptr<ServantProcess>> start() const;
     // For further use.
     void giveBack(std::unique_ptr<ServantProcess> process);
 

@@ -157,15 +157,6 @@ int AtomicFile::takeName(ExistingFile existing)
     return std::rename(m_draft.c_str(), name().c_str()) == 0 ? 0 : errno;
 }
 
-Status syncFile(const std::filesystem::path& path)
-{
-    for (const auto& [name, kind] : {std::pair(path, 0), std::pair(path.parent_path(), O_DIRECTORY)}) {
-        const FileDescriptor file(::open(name.empty() ? "." : name.c_str(), O_RDONLY | O_CLOEXEC | kind));
-        if (!file.isOpen() || ::fsync(file.get()) != 0) return fileError(path, "written", errno);
-    }
-    return Done{};
-}
-
 void removeStaleDrafts(const std::filesystem::path& folder)
 {
     const auto oldest = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);

@@ -5,6 +5,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <poll.h>
 #include <sys/socket.h>
 #include <sys/uio.h>
 
@@ -54,6 +55,13 @@ bool sendMessage(int channel, std::span<const std::byte> message, int descriptor
         const ssize_t sent = ::sendmsg(channel, &header, MSG_NOSIGNAL);
         if (sent >= 0 || errno != EINTR) return sent == static_cast<ssize_t>(message.size());
     }
+}
+
+bool hasNews(int channel, std::chrono::milliseconds within)
+{
+    pollfd event{channel, POLLIN, 0};
+    const int count = ::poll(&event, 1, static_cast<int>(within.count()));
+    return count > 0 || (count < 0 && errno != EINTR);
 }
 
 bool receiveMessage(int channel, std::span<std::byte> message, FileDescriptor& descriptor)

@@ -77,6 +77,8 @@ PrivateFolder::PrivateFolder(std::filesystem::path path, FileDescriptor lock)
 
 PrivateFolder::~PrivateFolder()
 {
+    // Needs no descriptor, of which there may be none left.
+    if (::rmdir(m_path.c_str()) == 0) return;
     std::error_code ignored;
     std::filesystem::remove_all(m_path, ignored);
 }

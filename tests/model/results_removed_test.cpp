@@ -37,6 +37,8 @@ TEST_F(ResultsRemoved, ClearingForgetsThemOnceAndForAll)
     EXPECT_EQ(removals, 1);
     EXPECT_EQ(model().resultCount(), 0);
     EXPECT_EQ(m_stats.stats().filesProcessed, 3);
+    EXPECT_EQ(model().statusText(), QStringLiteral("Drop images here"));
+    EXPECT_EQ(model().outcome(), BatchOutcome());
     finish({file("later.png")});
     EXPECT_EQ(rows(), std::vector<std::string>{"later.png"});
 }
@@ -49,6 +51,7 @@ TEST_F(ResultsRemoved, ABatchGoesOnWhenItsResultsAreCleared)
     m_gate.letGo("0.png");
     ASSERT_TRUE(test::waitUntil([&] { return model().resultCount() == 1; }));
     model().clearResults();
+    EXPECT_EQ(model().statusText(), QStringLiteral("Optimized 1 of 3"));
     m_gate.open();
     ASSERT_TRUE(waitUntilDone());
     EXPECT_EQ(model().resultCount(), 2);

@@ -16,6 +16,7 @@ proofs=(
     "kills.py|200|4"
     "races.py||--short"
     "bombs.py||--short"
+    "limits.py||--short"
     "powercuts.py|100|5"
     "endurance.py|100000|1000"
 )

@@ -8,6 +8,7 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <QPixmapCache>
 
 #include <algorithm>
 
@@ -60,7 +61,33 @@ void DropZonePicture::paint(QPainter& painter) const
                        TidewellTheme::copperBright());
 }
 
+// Dashes are dear, and the zone is painted anew for every file.
 void DropZonePicture::paintField(QPainter& painter) const
+{
+    const double scale = painter.device()->devicePixelRatioF();
+    const QString key = QStringLiteral("drop zone %1 %2 %3 %4 %5 %6")
+                            .arg(area.width())
+                            .arg(area.height())
+                            .arg(scale)
+                            .arg(targeted)
+                            .arg(hovered)
+                            .arg(pressed);
+    QPixmap field;
+    if (!QPixmapCache::find(key, &field)) {
+        field = QPixmap(area.size() * scale);
+        field.setDevicePixelRatio(scale);
+        field.fill(Qt::transparent);
+        QPainter onField(&field);
+        onField.setRenderHint(QPainter::Antialiasing);
+        onField.translate(-area.topLeft());
+        drawField(onField);
+        onField.end();
+        QPixmapCache::insert(key, field);
+    }
+    painter.drawPixmap(area.topLeft(), field);
+}
+
+void DropZonePicture::drawField(QPainter& painter) const
 {
     using namespace TidewellTheme;
     const QColor fill = targeted ? withOpacity(copper(), 0.2) : withOpacity(leatherRaised(), 0.9);

@@ -38,6 +38,7 @@ struct DropZonePicture
 
 private:
     void paintField(QPainter& painter) const;
+    void drawField(QPainter& painter) const;
     void paintProgress(QPainter& painter) const;
     void paintTimeLeft(QPainter& painter) const;
     void paintContent(QPainter& painter) const;

@@ -4,6 +4,7 @@
 
 #include "heif/heic_quality.h"
 #include "heif/heif_handles.h"
+#include "heif/hevc_threads.h"
 #include "pixels/row_stream.h"
 
 #include <libheif/heif.h>
@@ -163,7 +164,7 @@ bool hasHevcEncoder()
 void prepareHevcEncoder()
 {
     constexpr int edge = 64;
-    if (!hasHevcEncoder()) return;
+    if (!hasHevcEncoder() || !findHevcThreads()) return;
     VipsImage* black = nullptr;
     if (vips_black(&black, edge, edge, "bands", 3, nullptr) != 0) return;
     const VipsImagePtr image(black);
@@ -181,6 +182,7 @@ void prepareHevcEncoder()
 
 Status encodeHeic(const EncodeRequest& request, OutputFile& file)
 try {
+    if (auto status = findHevcThreads(); !status) return status;
     encodeTo(request, file);
     return Done{};
 } catch (const Error& error) {

@@ -5,6 +5,7 @@
 #include "heif/heic_encoder.h"
 #include "heif/heif_file.h"
 #include "heif/heif_items.h"
+#include "heif/hevc_threads.h"
 #include "pixels/color_profile.h"
 #include "pixels/described_colors.h"
 #include "vips_loading.h"
@@ -50,6 +51,7 @@ bool beginsHeif(std::string_view head)
 Result<VipsImagePtr> load(int descriptor)
 {
     ensureHeifReady();
+    if (auto status = findHevcThreads(); !status) return status.error();
     return loadStrictly(vips_heifload_source, descriptor);
 }
 

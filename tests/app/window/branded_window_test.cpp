@@ -60,6 +60,16 @@ TEST_F(BrandedWindowTest, SizesThatTheScreenCannotHoldAreCutToIt)
     EXPECT_EQ(window.minimumSize(), freeArea().size());
 }
 
+TEST_F(BrandedWindowTest, AContentThatTheScreenCannotHoldIsNotCutOff)
+{
+    auto* content = new QWidget;
+    content->setMinimumSize(7000, 6000);
+    BrandedWindow window({QStringLiteral("T"), QStringLiteral("I"), {9000, 8000}, {7000, 6000}}, content,
+                         m_menu);
+    window.show();
+    EXPECT_EQ(content->size(), freeArea().size());
+}
+
 TEST_F(BrandedWindowTest, AContentThatWantsMoreDoesNotRaiseTheMinimum)
 {
     auto* content = new QWidget;

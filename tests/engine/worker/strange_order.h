@@ -20,6 +20,7 @@ enum class StrangeOrder : char {
     runShortOfMemory,
     lieAboutOutput,
     dieIfRich,
+    eatMemory,
 };
 
 inline constexpr std::string_view orderMark = "strange order ";

@@ -21,6 +21,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 
 namespace lumora {
 namespace {
@@ -75,6 +76,19 @@ bool isRich(int file)
     return false;
 }
 
+// More than any picture of a test needs, but none of it ever touched.
+void eatMemory()
+{
+    constexpr std::size_t block = std::size_t{64} << 20U;
+    constexpr int most = 4096;
+    try {
+        for (int blocks = 0; blocks < most; ++blocks)
+            static_cast<void>(::operator new(block));
+    } catch (const std::bad_alloc&) {
+        std::_Exit(ImageOptimizer::outOfMemoryExit);
+    }
+}
+
 class StrangeWork : public ImageOptimizer::LocalPictureWork
 {
 public:
@@ -88,6 +102,7 @@ public:
         obey(StrangeOrder::leave, tryToLeave);
         obey(StrangeOrder::startProgram, [] { execl("/bin/true", "true", nullptr); });
         obey(StrangeOrder::runShortOfMemory, [] { std::_Exit(ImageOptimizer::outOfMemoryExit); });
+        obey(StrangeOrder::eatMemory, eatMemory);
         if (m_order == StrangeOrder::dieIfRich && isRich(file)) std::abort();
         return LocalPictureWork::open(file, settings);
     }

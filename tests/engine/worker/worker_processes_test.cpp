@@ -5,6 +5,7 @@
 #include "engine/worker/remote_picture_work.h"
 
 #include "system/confinement.h"
+#include "system/message_channel.h"
 #include "tests/engine/optimizer_test.h"
 #include "tests/engine/worker/strange_order.h"
 
@@ -13,6 +14,7 @@
 
 #include <fcntl.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <future>
 #include <optional>
@@ -46,13 +48,20 @@ protected:
         return file;
     }
 
+    std::unique_ptr<ServantProcess> newWorker()
+    {
+        auto started = m_processes->start();
+        EXPECT_TRUE(started);
+        return std::move(*started);
+    }
+
     // One worker, which the next file finds idle.
     pid_t idleWorker()
     {
-        auto process = m_processes->take();
-        EXPECT_TRUE(process);
-        const pid_t number = (*process)->number();
-        m_processes->giveBack(std::move(*process));
+        auto process = m_processes->takeIdle();
+        if (!process) process = newWorker();
+        const pid_t number = process->number();
+        m_processes->giveBack(std::move(process));
         return number;
     }
 
@@ -127,6 +136,24 @@ TEST_F(Workers, AreReplacedWhenTheyHaveGrown)
     EXPECT_NE(idleWorker(), idleWorker());
 }
 
+TEST_F(Workers, ThatDiedWhileIdleAreReplaced)
+{
+    useWorkers(LUMORA_WORKER);
+    auto process = newWorker();
+    const pid_t number = process->number();
+    const FileDescriptor channel(::dup(process->channel()));
+    m_processes->giveBack(std::move(process));
+    ::kill(number, SIGKILL);
+    ASSERT_TRUE(hasNews(channel.get(), 10s));
+    EXPECT_TRUE(optimize(photo("a.png"), {.outputFormat = OutputFormat::jpeg}).isSuccess);
+}
+
+TEST_F(Workers, ThatEndBeforeTheyAreReadySaySo)
+{
+    useWorkers("/bin/false");
+    EXPECT_EQ(failureOf(photo("a.jpg")), "The worker could not be started: it ended with status 1");
+}
+
 TEST_F(Workers, ThatCannotBeStartedFailTheirFilesOnly)
 {
     const auto file = photo("a.jpg");
@@ -192,6 +219,14 @@ TEST_F(StrangeWorkers, ThatRunShortOfMemorySaySo)
 {
     EXPECT_EQ(failureOf(strangePhoto(StrangeOrder::runShortOfMemory)),
               "There is not enough memory for this image.");
+    expectNextToWork();
+}
+
+TEST_F(StrangeWorkers, GetNoMoreMemoryThanTheirFileNeeds)
+{
+    constexpr std::int64_t megabytes = std::int64_t{64} << 20U;
+    useWorkers(LUMORA_STRANGE_WORKER, {.openingBytes = megabytes});
+    EXPECT_EQ(failureOf(strangePhoto(StrangeOrder::eatMemory)), "There is not enough memory for this image.");
     expectNextToWork();
 }
 

@@ -199,14 +199,6 @@ TEST_P(EachDraft, KeepsAnExistingTargetWhenToldToAndMayTryAgain)
     EXPECT_FALSE(other->isTaken());
 }
 
-TEST(SyncFile, FailsOnlyForWhatIsNotThere)
-{
-    const TemporaryDirectory folder;
-    writeFile(folder / "file", "content");
-    EXPECT_TRUE(syncFile(folder / "file"));
-    EXPECT_FALSE(syncFile(folder / "missing"));
-}
-
 TEST(AtomicFile, DoesNotReplaceAFolder)
 {
     const TemporaryDirectory folder;

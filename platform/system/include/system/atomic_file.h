@@ -68,9 +68,6 @@ private:
     bool m_isTaken = false;
 };
 
-// Forces a finished file and its name to the disk, so that both survive a power cut.
-Status syncFile(const std::filesystem::path& path);
-
 // Removes what AtomicFile left in this folder when its program was killed: drafts that nobody has touched for
 // an hour. Failures are left to the next call.
 void removeStaleDrafts(const std::filesystem::path& folder);

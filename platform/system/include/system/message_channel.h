@@ -6,6 +6,7 @@
 
 #include "system/file_descriptor.h"
 
+#include <chrono>
 #include <cstddef>
 #include <span>
 
@@ -13,6 +14,9 @@ namespace lumora {
 
 // The descriptor -1 sends none. False when nobody is there to read it.
 bool sendMessage(int channel, std::span<const std::byte> message, int descriptor = -1);
+
+// Whether a message waits or the channel has ended, now or within the time.
+bool hasNews(int channel, std::chrono::milliseconds within);
 
 // Waits for a message of exactly this size. Its file goes to `descriptor`, which is closed without one. False
 // at the end of the channel and for anything else than such a message.
