@@ -105,7 +105,7 @@ private:
                 for (unsigned channel = 0; channel < m_channels; ++channel)
                     s.at(channel) = sample(x, y, channel);
                 if (m_colorType == 3) {
-                    const unsigned i = s[0];
+                    const std::size_t i = s[0];
                     const unsigned alpha = i < m_alphas.size() ? m_alphas[i] : 255U;
                     colors.push_back({m_palette.at(i * 3) * 257U, m_palette.at(i * 3 + 1) * 257U,
                                       m_palette.at(i * 3 + 2) * 257U, alpha * 257});
