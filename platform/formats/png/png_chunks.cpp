@@ -3,24 +3,17 @@
 #include "png/png_chunks.h"
 
 #include "encoded_bytes.h"
+#include "png/deflation.h"
 
 #include <libdeflate.h>
 
-#include <memory>
-#include <new>
+#include <span>
 
 namespace lumora {
 namespace {
 
-// The optimal parser pays on small data and takes seconds on large.
-constexpr std::size_t smallData = std::size_t{1} << 21U;
-constexpr int optimalLevel = 12;
-constexpr int thoroughLevel = 9;
-
-struct CompressorDelete
-{
-    void operator()(libdeflate_compressor* compressor) const { libdeflate_free_compressor(compressor); }
-};
+// The most thorough search takes seconds on large texts.
+constexpr std::size_t smallText = std::size_t{1} << 21U;
 
 std::uint32_t checksum(std::string_view type, std::string_view data)
 {
@@ -31,21 +24,18 @@ std::uint32_t checksum(std::string_view type, std::string_view data)
 
 } // namespace
 
-DeflatedData deflate(std::string_view data)
+std::string deflated(std::string_view text)
 {
-    const std::unique_ptr<libdeflate_compressor, CompressorDelete> compressor(
-        libdeflate_alloc_compressor(data.size() <= smallData ? optimalLevel : thoroughLevel));
-    if (!compressor) throw std::bad_alloc();
-    const std::size_t most = libdeflate_zlib_compress_bound(compressor.get(), data.size());
-    DeflatedData result{std::make_unique_for_overwrite<char[]>(most), 0};
-    result.size =
-        libdeflate_zlib_compress(compressor.get(), data.data(), data.size(), result.memory.get(), most);
-    return result;
-}
-
-std::string deflated(std::string_view data)
-{
-    return std::string(deflate(data).bytes());
+    const auto bytes = std::as_bytes(std::span(text));
+    std::string stream;
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): characters as bytes
+    static_cast<void>(deflate({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()},
+                              text.size() <= smallText ? Search::thorough : Search::deep,
+                              [&](ByteSpan piece) -> Status {
+                                  stream.append(piece.begin(), piece.end());
+                                  return Done{};
+                              }));
+    return stream;
 }
 
 std::string bigEndian(std::size_t value)

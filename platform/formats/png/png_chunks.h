@@ -6,24 +6,13 @@
 #include "format_io.h"
 
 #include <cstddef>
-#include <memory>
 #include <string>
 #include <string_view>
 
 namespace lumora {
 
-// A zlib stream, in memory that was never touched but for its bytes.
-struct DeflatedData
-{
-    std::unique_ptr<char[]> memory;
-    std::size_t size = 0;
-
-    std::string_view bytes() const { return {memory.get(), size}; }
-};
-
-// Throws std::bad_alloc.
-DeflatedData deflate(std::string_view data);
-std::string deflated(std::string_view data);
+// A zlib stream. Throws std::bad_alloc.
+std::string deflated(std::string_view text);
 // Four bytes, the most significant first.
 std::string bigEndian(std::size_t value);
 // `type` is the four letters of the chunk.

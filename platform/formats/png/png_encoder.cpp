@@ -1,13 +1,14 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A PNG writer of our own, because the size of the file is what people come for: the exact colours go into a
-// palette when they are few, both filtering strategies are tried, and libdeflate compresses better than zlib
-// in less time. It compresses what lies in one piece, so the pixels are held, filtered in their place.
+// palette when they are few, filtering strategies are tried on a sample, and libdeflate compresses better
+// than zlib in less time. It compresses what lies in one piece, so the pixels are held, filtered in their
+// place.
 #include "png/png_encoder.h"
 
 #include "encoded_bytes.h"
 #include "png/png_chunks.h"
-#include "png/png_filter.h"
+#include "png/png_compression.h"
 #include "png/png_layout.h"
 #include "png/png_metadata.h"
 
@@ -18,36 +19,6 @@ namespace lumora {
 namespace {
 
 using namespace std::string_view_literals;
-
-// Above this only the strategy that suits photographs is tried.
-constexpr std::size_t largeData = std::size_t{1} << 25U;
-
-DeflatedData compressed(const PngLayout& layout, RowFilters filters, std::span<std::uint8_t> room)
-{
-    filterRows(layout.pixels.rows(), layout.rowBytes, layout.step, filters, room);
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as characters
-    return deflate({reinterpret_cast<const char*>(room.data()), room.size()});
-}
-
-// Uses the pixels up.
-DeflatedData smallestData(PngLayout& layout)
-{
-    DeflatedData best;
-    const auto attempt = [&](RowFilters filters, std::span<std::uint8_t> room) {
-        DeflatedData data = compressed(layout, filters, room);
-        if (!best.memory || data.size < best.size) best = std::move(data);
-    };
-    if (layout.pixels.rows().size() > largeData) {
-        attempt(RowFilters::adaptive, layout.pixels.all());
-        return best;
-    }
-    std::vector<std::uint8_t> room(layout.pixels.all().size());
-    attempt(RowFilters::adaptive, room);
-    attempt(RowFilters::none, room);
-    // Sums of differences between indices mislead where a picture's colours are many.
-    if (!layout.palette.empty() && layout.bitDepth == 8) attempt(RowFilters::paeth, room);
-    return best;
-}
 
 void appendPalette(Bytes& png, const std::vector<PaletteColor>& palette)
 {
@@ -85,10 +56,13 @@ Status encodePng(const EncodeRequest& request, OutputFile& file)
 {
     auto layout = pngLayout(request.image, request.keepsModel);
     if (!layout) return layout.error();
+    const Compression compression = bestCompression(*layout);
     if (auto status = file.append(headOf(*layout, request)); !status) return status;
-    const DeflatedData data = smallestData(*layout);
-    layout->pixels = {};
-    if (auto status = appendChunk(file, "IDAT", data.bytes()); !status) return status;
+    auto status = compressRows(*layout, compression, [&](ByteSpan piece) {
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as characters
+        return appendChunk(file, "IDAT", {reinterpret_cast<const char*>(piece.data()), piece.size()});
+    });
+    if (!status) return status;
     return appendChunk(file, "IEND", {});
 }
 

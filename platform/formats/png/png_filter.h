@@ -9,9 +9,10 @@
 
 namespace lumora {
 
-// How the rows are filtered: not at all, all by the predictor of Paeth, or each by whatever gives the
-// smallest sum of absolute differences (the heuristic of the PNG specification, 12.8).
-enum class RowFilters { none, paeth, adaptive };
+// How the rows are filtered: not at all, or each by whatever gives the smallest sum of absolute differences
+// (the heuristic of the PNG specification, 12.8) or bytes that an ideal code of theirs alone would make
+// shortest.
+enum class RowFilters { none, leastSum, leastEntropy };
 
 // Every row behind its filter byte, which makes `out` a byte a row longer than `rows`. `step` is the bytes of
 // one whole pixel. The rows may be the last bytes of `out`: each is read before anything lies in its place.

@@ -77,7 +77,7 @@ TEST(FilteredRows, GiveTheRowsBackWhateverWasChosen)
     for (const std::size_t step : {1U, 3U, 4U, 8U}) {
         const std::size_t rowBytes = step * 5;
         const Row rows = noise(rowBytes * 7);
-        for (const RowFilters choice : {RowFilters::none, RowFilters::paeth, RowFilters::adaptive}) {
+        for (const RowFilters choice : {RowFilters::none, RowFilters::leastSum, RowFilters::leastEntropy}) {
             const Row result = filtered(rows, rowBytes, step, choice);
             ASSERT_EQ(result.size(), (rowBytes + 1) * 7);
             EXPECT_EQ(reconstructed(result, rowBytes, step), rows) << step << static_cast<int>(choice);
@@ -85,11 +85,28 @@ TEST(FilteredRows, GiveTheRowsBackWhateverWasChosen)
     }
 }
 
-TEST(FilteredRows, AreWhatWasAskedFor)
+TEST(FilteredRows, StayAsTheyAreWhereNoneIsAskedFor)
 {
-    const Row rows = noise(30);
-    EXPECT_EQ(filtersOf(filtered(rows, 10, 1, RowFilters::none), 10), (Row{0, 0, 0}));
-    EXPECT_EQ(filtersOf(filtered(rows, 10, 1, RowFilters::paeth), 10), (Row{4, 4, 4}));
+    EXPECT_EQ(filtersOf(filtered(noise(30), 10, 1, RowFilters::none), 10), (Row{0, 0, 0}));
+}
+
+// Two values far from zero and apart by steps that are smaller, but of three kinds.
+TEST(FilteredRows, SuitTheCodeWhenEntropyCounts)
+{
+    const Row rows{100, 120, 120, 100, 120, 100, 100, 120, 100, 100, 120, 120};
+    EXPECT_EQ(filtersOf(filtered(rows, rows.size(), 1, RowFilters::leastEntropy), rows.size()), Row{0});
+    EXPECT_NE(filtersOf(filtered(rows, rows.size(), 1, RowFilters::leastSum), rows.size()), Row{0});
+}
+
+// More equal bytes in a row than are prepared for.
+TEST(FilteredRows, SuitVeryLongRowsToo)
+{
+    Row rows = noise(1U << 16U);
+    const Row first = rows;
+    rows.insert(rows.end(), first.begin(), first.end());
+    rows.insert(rows.end(), first.size(), 0);
+    EXPECT_EQ(filtersOf(filtered(rows, first.size(), 4, RowFilters::leastEntropy), first.size()),
+              (Row{0, 2, 0}));
 }
 
 // A constant row, a slope to the right, the same slope again, and it once more as its own mean.
@@ -99,14 +116,14 @@ TEST(FilteredRows, SuitEachRowWhenTheyAreChosenOneByOne)
                    50, 60, 70, 80,  // by the left neighbour
                    50, 60, 70, 80,  // by the row above
                    52, 60, 70, 80}; // by the row above, but for one
-    EXPECT_EQ(filtersOf(filtered(rows, 4, 1, RowFilters::adaptive), 4), (Row{0, 1, 2, 2}));
+    EXPECT_EQ(filtersOf(filtered(rows, 4, 1, RowFilters::leastSum), 4), (Row{0, 1, 2, 2}));
 }
 
 // Each value is the mean of its neighbours.
 TEST(FilteredRows, SuitARowOfMeans)
 {
     const Row rows{200, 10, 180, 30, 160, 50, 100, 55, 117, 73, 116, 83};
-    EXPECT_EQ(filtered(rows, 6, 1, RowFilters::adaptive),
+    EXPECT_EQ(filtered(rows, 6, 1, RowFilters::leastSum),
               (Row{0, 200, 10, 180, 30, 160, 50, 3, 0, 0, 0, 0, 0, 0}));
 }
 
@@ -114,7 +131,7 @@ TEST(FilteredRows, SuitARowOfMeans)
 TEST(FilteredRows, CountAStepDownLikeAStepUp)
 {
     const Row falling{120, 114, 108, 102, 96, 90};
-    EXPECT_EQ(filtered(falling, 6, 1, RowFilters::adaptive), (Row{1, 120, 250, 250, 250, 250, 250}));
+    EXPECT_EQ(filtered(falling, 6, 1, RowFilters::leastSum), (Row{1, 120, 250, 250, 250, 250, 250}));
 }
 
 } // namespace

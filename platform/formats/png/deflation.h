@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Streams in the format of zlib. Any thread; throws std::bad_alloc.
+#pragma once
+
+#include "system/result.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <span>
+
+namespace lumora {
+
+// Which repetitions are replaced, from the quickest search to the slowest: none, so that codes alone save;
+// bytes equal to the one before; and more and more of all.
+enum class Search { none, runs, trial, deep, usual, thorough };
+
+using ByteSpan = std::span<const std::uint8_t>;
+// Takes the stream in one piece or several.
+using StreamTaker = std::function<Status(ByteSpan piece)>;
+
+Status deflate(ByteSpan data, Search search, const StreamTaker& take);
+std::size_t deflatedSize(ByteSpan data, Search search);
+
+} // namespace lumora

@@ -1,0 +1,153 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "png/png_compression.h"
+
+#include "png/palette_chain.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <span>
+#include <vector>
+
+namespace lumora {
+namespace {
+
+// Up to here time is nothing, and the most thorough search pays.
+constexpr std::size_t smallData = std::size_t{1} << 18U;
+
+// Enough to tell strategies apart: strips from all over the picture, each of which is a few times as long as
+// the compressor looks back.
+constexpr std::size_t smallSample = std::size_t{1} << 18U;
+constexpr std::size_t middleSample = std::size_t{1} << 19U;
+constexpr std::size_t largeSample = std::size_t{1} << 21U;
+constexpr std::size_t stripBytes = std::size_t{1} << 16U;
+
+// What compresses better than this is drawn: trials are quick there, and small samples mislead.
+constexpr std::size_t ratioOfDrawings = 8;
+// What a search has to save, as one part in so many, to be worth the time: it takes some twenty times as long
+// as codes or runs, and some three times as long as the deep one.
+constexpr std::size_t worthTwentyTimes = 16;
+constexpr std::size_t worthThreeTimes = 25;
+
+// All of the picture, or strips of it; nothing where single rows are longer.
+std::vector<std::uint8_t> sampleOf(const PngLayout& layout, std::size_t bytes)
+{
+    const auto rows = layout.pixels.rows();
+    if (rows.size() <= bytes) return {rows.begin(), rows.end()};
+    const std::size_t stripRows = std::max<std::size_t>(1, stripBytes / layout.rowBytes);
+    const std::size_t strips = bytes / (stripRows * layout.rowBytes);
+    std::vector<std::uint8_t> sample;
+    for (std::size_t i = 0; i < strips; ++i) {
+        const std::size_t first = strips == 1 ? 0 : i * (layout.height - stripRows) / (strips - 1);
+        const auto strip = rows.subspan(first * layout.rowBytes, stripRows * layout.rowBytes);
+        sample.insert(sample.end(), strip.begin(), strip.end());
+    }
+    return sample;
+}
+
+struct Outcome
+{
+    std::size_t size = std::numeric_limits<std::size_t>::max();
+    RowFilters filters = RowFilters::leastEntropy;
+};
+
+class Trials
+{
+public:
+    Trials(const PngLayout& layout, std::size_t bytes)
+        : m_rowBytes(layout.rowBytes), m_step(layout.step), m_sample(sampleOf(layout, bytes)),
+          m_room(m_sample.size() + m_sample.size() / layout.rowBytes)
+    {
+    }
+
+    std::span<std::uint8_t> sample() { return m_sample; }
+
+    std::size_t sizeBy(RowFilters filters, Search search)
+    {
+        filterRows(m_sample, m_rowBytes, m_step, filters, m_room);
+        return deflatedSize(m_room, search);
+    }
+
+    Outcome bestOf(std::span<const RowFilters> choices)
+    {
+        Outcome best;
+        for (const RowFilters filters : choices) {
+            const std::size_t size = sizeBy(filters, Search::trial);
+            if (size < best.size) best = {size, filters};
+        }
+        return best;
+    }
+
+private:
+    std::size_t m_rowBytes;
+    std::size_t m_step;
+    std::vector<std::uint8_t> m_sample;
+    std::vector<std::uint8_t> m_room;
+};
+
+bool isWorthIt(std::size_t slow, std::size_t quick, std::size_t worth)
+{
+    return slow + slow / worth < quick;
+}
+
+Search searchForDrawing(Trials& trials, RowFilters filters)
+{
+    const std::size_t deep = trials.sizeBy(filters, Search::deep);
+    const std::size_t usual = trials.sizeBy(filters, Search::usual);
+    return isWorthIt(usual, deep, worthThreeTimes) ? Search::usual : Search::deep;
+}
+
+// In photographs nearly all repetitions are accidents: codes for single bytes are often as short.
+Search searchForPhotograph(Trials& trials, RowFilters filters)
+{
+    const std::size_t codes = trials.sizeBy(filters, Search::none);
+    const std::size_t runs = trials.sizeBy(filters, Search::runs);
+    const std::size_t usual = trials.sizeBy(filters, Search::usual);
+    if (isWorthIt(usual, std::min(codes, runs), worthTwentyTimes)) return Search::usual;
+    return codes < runs ? Search::none : Search::runs;
+}
+
+// Another order of the palette if that is better than `sorted`.
+RowFilters filtersForPalette(PngLayout& layout, Trials& trials, const Outcome& sorted)
+{
+    const auto newIndex = chainedOrder(layout);
+    renumber(trials.sample(), newIndex);
+    constexpr std::array filters{RowFilters::leastSum, RowFilters::leastEntropy};
+    const Outcome chained = trials.bestOf(filters);
+    if (chained.size >= sorted.size) return sorted.filters;
+    renumber(layout.pixels.rows(), newIndex);
+    reorder(layout.palette, newIndex);
+    return chained.filters;
+}
+
+} // namespace
+
+Compression bestCompression(PngLayout& layout)
+{
+    constexpr std::array allFilters{RowFilters::none, RowFilters::leastSum, RowFilters::leastEntropy};
+    Trials trials(layout, smallSample);
+    if (trials.sample().empty()) return {RowFilters::leastEntropy, Search::usual};
+    Outcome best = trials.bestOf(allFilters);
+    const bool isPalette = !layout.palette.empty() && layout.bitDepth == 8;
+    const bool isSmall = layout.pixels.rows().size() <= smallData;
+    const bool isDrawing = isPalette || best.size < trials.sample().size() / ratioOfDrawings;
+    if (!isSmall && !isDrawing) return {best.filters, searchForPhotograph(trials, best.filters)};
+    if (layout.pixels.rows().size() > smallSample) {
+        trials = Trials(layout, largeSample);
+        best = trials.bestOf(allFilters);
+    }
+    const RowFilters filters = isPalette ? filtersForPalette(layout, trials, best) : best.filters;
+    if (isSmall) return {filters, Search::thorough};
+    trials = Trials(layout, middleSample); // in the order that was found
+    return {filters, searchForDrawing(trials, filters)};
+}
+
+Status compressRows(PngLayout& layout, Compression compression, const StreamTaker& take)
+{
+    const auto room = layout.pixels.all();
+    filterRows(layout.pixels.rows(), layout.rowBytes, layout.step, compression.filters, room);
+    return deflate(room, compression.search, take);
+}
+
+} // namespace lumora

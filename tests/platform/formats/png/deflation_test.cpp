@@ -1,0 +1,92 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "png/deflation.h"
+
+#include <gtest/gtest.h>
+#include <zlib.h>
+
+#include <vector>
+
+namespace lumora {
+namespace {
+
+using Data = std::vector<std::uint8_t>;
+
+// Noise, a run, and the noise again.
+Data someData(std::size_t size)
+{
+    Data data;
+    unsigned state = 1;
+    for (std::size_t i = 0; i < size / 3; ++i) {
+        state = state * 1103515245U + 12345U;
+        data.push_back(static_cast<std::uint8_t>(state >> 16U));
+    }
+    data.insert(data.end(), size / 3, 7);
+    const Data noise(data.begin(), data.begin() + static_cast<std::ptrdiff_t>(size / 3));
+    data.insert(data.end(), noise.begin(), noise.end());
+    return data;
+}
+
+constexpr std::array everySearch{Search::none, Search::runs,  Search::trial,
+                                 Search::deep, Search::usual, Search::thorough};
+
+TEST(Deflation, IsWhatInflationTurnsBack)
+{
+    for (const Search search : everySearch) {
+        for (const std::size_t size : {0U, 3U, 3U << 10U, 3U << 18U, 3U << 20U}) {
+            const Data data = someData(size);
+            Data stream;
+            const auto status = deflate(data, search, [&](ByteSpan piece) -> Status {
+                stream.insert(stream.end(), piece.begin(), piece.end());
+                return Done{};
+            });
+            ASSERT_TRUE(status);
+            Data back(data.size() + 1);
+            auto length = uLongf(back.size());
+            ASSERT_EQ(uncompress(back.data(), &length, stream.data(), uLong(stream.size())), Z_OK);
+            back.resize(length);
+            EXPECT_TRUE(back == data) << static_cast<int>(search) << ' ' << size;
+            EXPECT_EQ(deflatedSize(data, search), stream.size());
+        }
+    }
+}
+
+TEST(Deflation, FindsWhatItIsToldToLookFor)
+{
+    const Data data = someData(3U << 12U);
+    const std::size_t codes = deflatedSize(data, Search::none);
+    const std::size_t runs = deflatedSize(data, Search::runs);
+    EXPECT_LT(runs, codes);
+    EXPECT_LT(deflatedSize(data, Search::usual), runs - runs / 3);
+}
+
+// What is huge never lies in memory a second time where pieces will do.
+TEST(Deflation, ComesInPiecesWhereItCan)
+{
+    const Data data = someData(3U << 20U);
+    std::size_t longest = 0;
+    const auto status = deflate(data, Search::runs, [&](ByteSpan piece) -> Status {
+        longest = std::max(longest, piece.size());
+        return Done{};
+    });
+    ASSERT_TRUE(status);
+    EXPECT_LT(longest, data.size() / 4);
+}
+
+TEST(Deflation, EndsWhenItsTakerFails)
+{
+    const Data data = someData(3U << 20U);
+    for (const Search search : everySearch) {
+        int pieces = 0;
+        const auto status = deflate(data, search, [&](ByteSpan) -> Status {
+            ++pieces;
+            return Error{"full"};
+        });
+        ASSERT_FALSE(status);
+        EXPECT_EQ(status.error().description, "full");
+        EXPECT_EQ(pieces, 1);
+    }
+}
+
+} // namespace
+} // namespace lumora
