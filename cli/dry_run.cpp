@@ -64,9 +64,9 @@ ProcessingResult foreseen(const std::filesystem::path& path, const CommandLine& 
 // Where it would be asked. One that is not there yet is not made.
 std::optional<std::filesystem::path> knownHistory(const CommandLine& line)
 {
+    if (!line.skipOptimized || !line.keepHistory) return std::nullopt;
     std::filesystem::path file = History::fileIn(StatsStore::userDataFolder());
-    if (!line.skipOptimized || !line.keepHistory || !fileExists(file)) return std::nullopt;
-    return file;
+    return fileExists(file) ? std::optional(std::move(file)) : std::nullopt;
 }
 
 std::string row(const ProcessingResult& result)

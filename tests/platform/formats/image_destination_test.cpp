@@ -81,7 +81,7 @@ TEST_F(Destination, TellsThatTheDiskIsFull)
     rlimit before{};
     getrlimit(RLIMIT_FSIZE, &before);
     const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit tiny{1000, before.rlim_max};
+    const rlimit tiny{100, before.rlim_max};
     setrlimit(RLIMIT_FSIZE, &tiny);
     const Status status = destination->finalize();
     setrlimit(RLIMIT_FSIZE, &before);
