@@ -66,12 +66,12 @@ build_and_test() {
 
 stage_asan() {
     export LSAN_OPTIONS=suppressions=$root/tests/leak-suppressions.txt
-    build_and_test asan-ubsan tests/records tests/platform tests/engine tests/model tests/cli
+    build_and_test asan-ubsan tests/records tests/platform tests/engine tests/history tests/model tests/cli
 }
 
-# Only the model runs threads of our own; the codec libraries are not instrumented.
+# Only these run threads of our own; the codec libraries are not instrumented.
 stage_tsan() {
-    build_and_test tsan tests/model
+    build_and_test tsan tests/history tests/model
 }
 
 stage_fuzz() {

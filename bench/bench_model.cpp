@@ -14,6 +14,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <fstream>
 #include <string>
 #include <string_view>
@@ -150,7 +151,7 @@ int settings(int argc, char** argv)
 } // namespace lumora
 
 int main(int argc, char** argv)
-{
+try {
     const std::string_view what = argc > 1 ? argv[1] : "";
     const auto count = [&](int otherwise) { return argc > 2 ? std::atoi(argv[2]) : otherwise; };
     if (what == "results") return lumora::results(argc, argv, count(100'000));
@@ -160,4 +161,7 @@ int main(int argc, char** argv)
     if (what == "settings") return lumora::settings(argc, argv);
     std::fputs("usage: bench_model results [N] | records [N] | drops [N] | scan FOLDER | settings\n", stderr);
     return 2;
+} catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+    return 1;
 }
