@@ -16,7 +16,6 @@
 namespace lumora {
 namespace {
 
-constexpr std::chrono::seconds pace{1};
 // So many rows are not kept waiting.
 constexpr std::size_t manyRows = 10'000;
 
@@ -39,8 +38,8 @@ void History::complainOnStandardError(const std::string& complaint)
     std::fprintf(stderr, "lumora: %s\n", complaint.c_str());
 }
 
-History::History(std::filesystem::path file, Complain complain)
-    : m_file(std::move(file)), m_complain(std::move(complain))
+History::History(std::filesystem::path file, Complain complain, std::chrono::milliseconds pace)
+    : m_file(std::move(file)), m_complain(std::move(complain)), m_pace(pace)
 {
     try {
         m_writer = std::jthread([this](const std::stop_token& stop) { work(stop); });
@@ -69,6 +68,8 @@ void History::add(const Batch& batch, FileRecord file)
     {
         const std::lock_guard lock(m_waiting);
         m_pending.emplace_back(batch, std::move(file));
+        m_isUrgent = m_isUrgent || m_latest != batch;
+        m_latest = batch;
     }
     m_rowCame.notify_one();
 }
@@ -78,7 +79,7 @@ void History::work(const std::stop_token& stop)
     while (!stop.stop_requested()) {
         std::unique_lock lock(m_waiting);
         if (!m_rowCame.wait(lock, stop, [this] { return !m_pending.empty(); })) return;
-        m_rowCame.wait_for(lock, stop, pace, [this] { return m_pending.size() >= manyRows; });
+        m_rowCame.wait_for(lock, stop, m_pace, [this] { return m_isUrgent || m_pending.size() >= manyRows; });
         lock.unlock();
         const std::lock_guard inUse(m_using);
         writePending();
@@ -92,6 +93,7 @@ void History::writeRows(HistoryDatabase& database)
     {
         const std::lock_guard lock(m_waiting);
         rows.swap(m_pending);
+        m_isUrgent = false;
     }
     if (rows.empty()) return;
     try {

@@ -9,6 +9,7 @@
 #include "history/history_database.h"
 #include "history/history_records.h"
 
+#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <filesystem>
@@ -34,8 +35,10 @@ public:
     // One line on standard error.
     static void complainOnStandardError(const std::string& complaint);
 
-    // Opened when it is first needed.
-    explicit History(std::filesystem::path file, Complain complain = complainOnStandardError);
+    // Opened when it is first needed. A row waits so long for others, but the first one of a batch not at
+    // all: a batch that is killed early is to be known.
+    explicit History(std::filesystem::path file, Complain complain = complainOnStandardError,
+                     std::chrono::milliseconds pace = std::chrono::seconds(1));
     // Writes what is left.
     ~History();
     History(const History&) = delete;
@@ -79,11 +82,14 @@ private:
 
     const std::filesystem::path m_file;
     const Complain m_complain;
+    const std::chrono::milliseconds m_pace;
     std::mutex m_using; // guards the next two
     std::unique_ptr<HistoryDatabase> m_database;
     bool m_hasComplained = false;
-    std::mutex m_waiting; // guards the next one; never held while the disk is used
+    std::mutex m_waiting; // guards the next three; never held while the disk is used
     std::vector<Row> m_pending;
+    Batch m_latest;
+    bool m_isUrgent = false;
     std::condition_variable_any m_rowCame;
     std::jthread m_writer;
 };

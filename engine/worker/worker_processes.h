@@ -44,7 +44,8 @@ public:
 
     // Null when there is none.
     std::unique_ptr<ServantProcess> takeIdle();
-    // A new one, which may still be loading. An Error's description is the system's reason alone.
+    // A new one, which may still be loading, and which ends with this thread. An Error's description is the
+    // system's reason alone.
     Result<std::unique_ptr<ServantProcess>> start() const;
     // For further use.
     void giveBack(std::unique_ptr<ServantProcess> process);

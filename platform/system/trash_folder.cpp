@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <ctime>
 #include <memory>
 #include <unistd.h>
@@ -35,7 +36,10 @@ std::filesystem::path topFolderOf(const std::filesystem::path& file)
 
 std::filesystem::path homeTrash()
 {
-    return std::filesystem::path(g_get_user_data_dir()) / "Trash";
+    const char* const data = std::getenv("XDG_DATA_HOME");
+    if (data && *data == '/') return std::filesystem::path(data) / "Trash";
+    const char* const home = std::getenv("HOME");
+    return std::filesystem::path(home ? home : "/") / ".local" / "share" / "Trash";
 }
 
 std::vector<TrashFolder> trashFoldersFor(const std::filesystem::path& file)

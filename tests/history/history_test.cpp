@@ -6,6 +6,7 @@
 #include "system/content_digest.h"
 #include "system/regular_file.h"
 
+#include <chrono>
 #include <thread>
 
 namespace lumora {
@@ -157,6 +158,19 @@ TEST_F(HistoryTest, KnowsTheContentOfItsOutputsWhereverTheyLie)
 }
 
 // What two programs do, each with its own connection.
+TEST_F(HistoryTest, TheFirstFileOfABatchWaitsForNoOther)
+{
+    History history(file(), History::complainOnStandardError, std::chrono::hours(1));
+    for (const std::size_t batches : {1U, 2U}) {
+        history.add(history.begin("test", ""), row("/in/a.jpg"));
+        const auto reader = open();
+        const auto given = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        while (reader->batches().value().size() < batches && std::chrono::steady_clock::now() < given)
+            std::this_thread::yield();
+        EXPECT_EQ(reader->batches().value().size(), batches);
+    }
+}
+
 TEST_F(HistoryTest, LosesNothingWhenTwoWriteAtOnce)
 {
     constexpr int batches = 10;

@@ -86,6 +86,7 @@ void ComparisonControls::refresh()
     m_flip->setEnabled(m_canvas.hasBoth());
     m_previous->setEnabled(m_results.canStep(-1));
     m_next->setEnabled(m_results.canStep(1));
+    arrange();
 }
 
 int ComparisonControls::widthOf(const Group& group, bool compact) const

@@ -41,12 +41,11 @@ QString savingText(const ProcessingResult& result)
 
 ComparisonView::ComparisonView(ResultsListModel& results,
                                const std::optional<std::filesystem::path>& workerProgram, QWidget* parent)
-    : QWidget(parent), m_results(results),
+    : QWidget(parent), m_results(results), m_worker(workerProgram),
       m_captions{new PictureCaption(QStringLiteral("Original"), PictureCaption::Edge::leading),
                  new PictureCaption(QStringLiteral("Output"), PictureCaption::Edge::trailing)},
       m_canvas(new ComparisonCanvas)
 {
-    if (workerProgram) m_processes.emplace(*workerProgram);
     setFocusPolicy(Qt::ClickFocus);
     auto* captions = new QHBoxLayout;
     captions->setSpacing(18);
@@ -98,8 +97,7 @@ void ComparisonView::read(Side side)
     picture = {};
     picture.reader = std::make_unique<PictureReader>(
         isOriginal ? QStringLiteral("The original") : QStringLiteral("The output"),
-        [result, isOriginal] { return isOriginal ? findOriginal(result) : findOutput(result); },
-        m_processes ? &*m_processes : nullptr);
+        [result, isOriginal] { return isOriginal ? findOriginal(result) : findOutput(result); }, m_worker);
     connect(picture.reader.get(), &PictureReader::opened, this, [this, side](const PictureFacts& facts) {
         m_pictures[side].facts = facts;
         showFacts();

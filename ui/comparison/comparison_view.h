@@ -4,7 +4,6 @@
 // done below. Reads the pictures itself, away from the main thread and the process. Main thread.
 #pragma once
 
-#include "engine/worker/worker_processes.h"
 #include "ui/comparison/comparison_canvas.h"
 #include "ui/comparison/picture_reader.h"
 #include "ui/comparison/result_sequence.h"
@@ -74,8 +73,8 @@ private:
     bool takeArrow(int key, bool pans);
 
     ResultSequence m_results;
-    std::optional<ImageOptimizer::WorkerProcesses> m_processes;
-    std::array<Picture, 2> m_pictures; // outlived by the processes
+    const std::optional<std::filesystem::path> m_worker;
+    std::array<Picture, 2> m_pictures;
     std::array<PictureCaption*, 2> m_captions;
     ComparisonCanvas* m_canvas;
     QTimer m_progress;

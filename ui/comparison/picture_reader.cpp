@@ -123,10 +123,11 @@ private:
 };
 
 PictureReader::PictureReader(QString name, std::function<PictureFile()> find,
-                             ImageOptimizer::WorkerProcesses* processes, QObject* parent)
-    : QObject(parent), m_name(std::move(name)), m_find(std::move(find)), m_processes(processes),
-      m_thread([this](const std::stop_token& stop) { run(stop); })
+                             const std::optional<std::filesystem::path>& worker, QObject* parent)
+    : QObject(parent), m_name(std::move(name)), m_find(std::move(find))
 {
+    if (worker) m_processes.emplace(*worker);
+    m_thread = std::jthread([this](const std::stop_token& stop) { run(stop); });
 }
 
 PictureReader::~PictureReader()

@@ -50,10 +50,10 @@ class PictureReader : public QObject
     Q_OBJECT
 
 public:
-    // `find` is called on the reader's thread. Without `processes`, which outlive the reader, this process
-    // does the work. `name` begins the sentences about it: "The original".
-    PictureReader(QString name, std::function<PictureFile()> find, ImageOptimizer::WorkerProcesses* processes,
-                  QObject* parent = nullptr);
+    // `find` is called on the reader's thread. Without the program of a worker this process does the work.
+    // `name` begins the sentences about it: "The original".
+    PictureReader(QString name, std::function<PictureFile()> find,
+                  const std::optional<std::filesystem::path>& worker, QObject* parent = nullptr);
     ~PictureReader() override;
 
     void want(const PicturePart& part);
@@ -76,7 +76,8 @@ private:
 
     const QString m_name;
     const std::function<PictureFile()> m_find;
-    ImageOptimizer::WorkerProcesses* const m_processes;
+    // Its own: a worker ends with the thread that started it. Absent where this process does the work.
+    std::optional<ImageOptimizer::WorkerProcesses> m_processes;
     MainThreadQueue m_mainThread;
     mutable std::mutex m_mutex;
     std::condition_variable_any m_wanted;
