@@ -22,6 +22,12 @@ constexpr int gap = 6;
 constexpr int groupGap = 18;
 constexpr double zoomStep = 1.25;
 
+// The zoom has a column, however short its figures are.
+QSize sizeOf(const QWidget& part)
+{
+    return part.sizeHint().expandedTo(part.minimumSize());
+}
+
 QFont zoomFont()
 {
     return fonts::systemFont(11, QFont::DemiBold);
@@ -86,7 +92,6 @@ void ComparisonControls::refresh()
     m_flip->setEnabled(m_canvas.hasBoth());
     m_previous->setEnabled(m_results.canStep(-1));
     m_next->setEnabled(m_results.canStep(1));
-    arrange();
 }
 
 int ComparisonControls::widthOf(const Group& group, bool compact) const
@@ -95,7 +100,7 @@ int ComparisonControls::widthOf(const Group& group, bool compact) const
     for (const QWidget* part : group) {
         const auto* chip = qobject_cast<const ChipButton*>(part);
         const bool hasText = chip && !chip->text().isEmpty();
-        width += gap + (chip ? chip->widthWhen(compact || !hasText) : part->sizeHint().width());
+        width += gap + (chip ? chip->widthWhen(compact || !hasText) : sizeOf(*part).width());
     }
     return width;
 }
@@ -150,7 +155,7 @@ void ComparisonControls::arrange()
 void ComparisonControls::place(const Group& group, int left)
 {
     for (QWidget* part : group) {
-        const QSize size = part->sizeHint();
+        const QSize size = sizeOf(*part);
         part->setGeometry(QStyle::visualRect(layoutDirection(), rect(),
                                              QRect(QPoint(left, (height() - size.height()) / 2), size)));
         left += size.width() + gap;

@@ -4,6 +4,7 @@
 
 #include "tests/support/sample_images.h"
 #include "tests/ui/comparison/comparison_window.h"
+#include "ui/comparison/comparison_controls.h"
 #include "ui/comparison/picture_caption.h"
 #include "ui/controls/chip_button.h"
 
@@ -371,6 +372,22 @@ TEST_F(Comparison, EndsItsWorkWhenItIsClosedEarly)
     ASSERT_TRUE(test::waitFor([&] { return workers() == 2; }));
     other.reset();
     EXPECT_EQ(workers(), 0);
+}
+
+TEST_F(Comparison, NoneOfItsControlsCoversAnother)
+{
+    addRedAndBlue();
+    ASSERT_TRUE(compare());
+    for (const int width : {1000, 620, 480}) {
+        view.resize(width, 420);
+        QCoreApplication::processEvents();
+        const auto* controls = view.findChild<ComparisonControls*>();
+        const auto parts = controls->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+        for (const QWidget* part : parts) {
+            for (const QWidget* other : parts)
+                EXPECT_TRUE(part == other || !part->geometry().intersects(other->geometry())) << width;
+        }
+    }
 }
 
 TEST_F(Comparison, AsksToBeClosedByEscape)
