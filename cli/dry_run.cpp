@@ -86,13 +86,13 @@ int dryRun(const CommandLine& line, Console& console)
     if (paths.empty()) console.complain("No supported image files found");
     bool allSucceed = !paths.empty() && complaints.empty();
     OptimizerServices services = OptimizerServices::system();
-    services.names =
-        std::make_shared<ImageOptimizer::BatchNames>(paths, line.settings(), std::stop_token(), line.paths);
     std::optional<History> history;
     if (const auto file = knownHistory(line)) {
         history.emplace(*file);
         services.isOptimized = [&history](const auto& path) { return history->isOptimized(path); };
     }
+    services.names = std::make_shared<ImageOptimizer::BatchNames>(paths, line.settings(), std::stop_token(),
+                                                                  line.paths, services.isOptimized);
     std::optional<ImageOptimizer::WorkerProcesses> workers;
     if (const auto program = ImageOptimizer::findWorker(mainBundlePath())) {
         workers.emplace(*program);

@@ -12,7 +12,6 @@
 #include "system/regular_file.h"
 
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <optional>
 #include <utility>
@@ -115,15 +114,20 @@ std::size_t numberOf(const std::filesystem::path& input, const std::filesystem::
 } // namespace
 
 BatchNames::BatchNames(const std::vector<std::filesystem::path>& inputs, const OptimizerSettings& settings,
-                       const std::stop_token& stop, const std::vector<std::filesystem::path>& dropped)
+                       const std::stop_token& stop, const std::vector<std::filesystem::path>& dropped,
+                       const std::function<bool(const std::filesystem::path&)>& isLeftAlone)
 {
     // Without a folder to go to, each file says so itself.
     if (settings.destinationMode == DestinationMode::selectedFolder && !settings.destinationFolderURL) return;
     Places places;
     Inputs known(places);
+    std::unordered_set<std::string> leftAlone;
     for (const auto& input : inputs) {
         if (stop.stop_requested()) return;
-        known.add(input);
+        if (isLeftAlone && isLeftAlone(input))
+            leftAlone.insert(input.native());
+        else
+            known.add(input);
     }
     std::unordered_set<std::string> taken;
     const auto take = [&](const std::filesystem::path& input, const std::filesystem::path& output) {
@@ -137,6 +141,7 @@ BatchNames::BatchNames(const std::vector<std::filesystem::path>& inputs, const O
     const KeptFolders folders(dropped, settings);
     for (const auto& input : inputs) {
         if (stop.stop_requested()) return;
+        if (leftAlone.contains(input.native())) continue;
         const OptimizerSettings own = folders.settingsFor(input);
         std::filesystem::path output = outputPath(input, typeOf(input, settings), own);
         if (!take(input, output))

@@ -8,6 +8,7 @@
 #include "records/optimizer_settings.h"
 
 #include <filesystem>
+#include <functional>
 #include <stop_token>
 #include <string>
 #include <unordered_map>
@@ -26,9 +27,11 @@ public:
     // that of an input, gets the lowest number from 2 on that is no other's of the batch and, where existing
     // files are replaced without a question, under which nothing stands. So does one whose name has what is
     // left of another picture. Asks the disk about every input; a stop leaves the rest as by itself.
-    // Where folders are kept, `dropped` names those to keep the trees below of.
+    // Where folders are kept, `dropped` names those to keep the trees below of. An input that `isLeftAlone`
+    // (may be null) has no output and is in nobody's way.
     BatchNames(const std::vector<std::filesystem::path>& inputs, const OptimizerSettings& settings,
-               const std::stop_token& stop = {}, const std::vector<std::filesystem::path>& dropped = {});
+               const std::stop_token& stop = {}, const std::vector<std::filesystem::path>& dropped = {},
+               const std::function<bool(const std::filesystem::path&)>& isLeftAlone = nullptr);
 
     // Where the output goes when not to the path that it would have by itself, else null. `input` is spelled
     // as in the batch.

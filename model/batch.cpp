@@ -41,14 +41,15 @@ Batch::~Batch()
 
 void Batch::expand(std::vector<std::filesystem::path> inputs, std::function<void(Expansion)> done)
 {
-    const auto work = [&context = m_context, inputs = std::move(inputs),
+    m_history = BatchMemory(m_context.services, m_context.settings);
+    const auto work = [&context = m_context, &history = m_history, inputs = std::move(inputs),
                        done = std::move(done)](const std::stop_token& stop) {
         auto expansion = std::make_shared<Expansion>();
         expansion->files = context.services.expand(inputs, stop);
         expansion->folders = uniqueParentFolders(expansion->files);
         expansion->comesFromFolders = expansion->files.size() > inputs.size();
-        expansion->names =
-            std::make_shared<ImageOptimizer::BatchNames>(expansion->files, context.settings, stop, inputs);
+        expansion->names = std::make_shared<ImageOptimizer::BatchNames>(
+            expansion->files, context.settings, stop, inputs, history.whatIsLeftAlone(context.settings));
         context.mainThread.post([done, expansion] { done(std::move(*expansion)); });
     };
     try {
@@ -65,7 +66,6 @@ void Batch::start(Expansion expansion, int workers, std::function<void(Processin
     m_finished = std::move(finished);
     m_workerCount = workers;
     if (auto folder = PrivateFolder::shared()) m_folder = std::move(*folder);
-    m_history = BatchMemory(m_context.services, m_context.settings);
     m_workers = std::make_unique<WorkerPool>(static_cast<std::size_t>(workers + mostWaitingForDisk));
     handOut();
 }

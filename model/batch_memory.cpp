@@ -24,6 +24,13 @@ void BatchMemory::lendTo(OptimizerServices& services) const
     services.isOptimized = [history = m_history](const auto& input) { return history->isOptimized(input); };
 }
 
+std::function<bool(const std::filesystem::path&)>
+BatchMemory::whatIsLeftAlone(const OptimizerSettings& settings) const
+{
+    if (!m_history || !settings.skipOptimized) return nullptr;
+    return [history = m_history](const auto& input) { return history->isOptimized(input); };
+}
+
 void BatchMemory::add(const ProcessingResult& result, FileTrace trace) const
 {
     std::optional<std::filesystem::path> output;

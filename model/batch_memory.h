@@ -9,6 +9,8 @@
 #include "records/optimizer_settings.h"
 #include "records/processing_result.h"
 
+#include <filesystem>
+#include <functional>
 #include <memory>
 
 namespace lumora {
@@ -23,6 +25,9 @@ public:
     explicit operator bool() const { return m_history != nullptr; }
     // What it knows of earlier batches.
     void lendTo(OptimizerServices& services) const;
+    // Null where nothing is.
+    std::function<bool(const std::filesystem::path&)>
+    whatIsLeftAlone(const OptimizerSettings& settings) const;
     void add(const ProcessingResult& result, FileTrace trace) const;
 
 private:

@@ -113,6 +113,20 @@ TEST_F(CliSafety, whatWasOptimizedIsLeftAloneWhereThatIsWanted)
     EXPECT_EQ(runInto({"moved.webp"}).status, 0);
 }
 
+TEST_F(CliSafety, aFolderThatIsOptimizedAgainKeepsItsNumberOfFiles)
+{
+    fs::create_directory(in("album"));
+    photograph("album/a.jpg");
+    for (int time = 0; time < 3; ++time) {
+        const Outcome outcome = run({"--skip-optimized", "--json", "album"});
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_THAT(outcome.objects(), SizeIs(time == 0 ? 1 : 2));
+        EXPECT_TRUE(fs::exists(in("album/a.webp")));
+        EXPECT_FALSE(fs::exists(in("album/a 2.webp")));
+        EXPECT_THAT(trashed(), IsEmpty());
+    }
+}
+
 TEST_F(CliSafety, noLargerOutputIsWrittenWhereThatIsWanted)
 {
     photograph("a.jpg");
