@@ -67,8 +67,9 @@ std::string helpText()
             help += std::string(indentation - left.size(), ' ');
         appendWrapped(help, description(option), indentation);
     }
-    help += "\nExit status: 0 when every file succeeded; 1 when one failed or was skipped or a\n"
-            "named path led to no image; 2 for wrong usage; 130 when interrupted.\n";
+    help += "\nExit status: 0 when every file succeeded or was left alone by a switch; 1 when\n"
+            "one failed or kept its existing output, or a named path led to no image; 2 for\n"
+            "wrong usage; 130 when interrupted.\n";
     return help;
 }
 

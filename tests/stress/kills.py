@@ -82,14 +82,18 @@ class Kills:
             if file.read_bytes() != OLD and file.name not in self.contents and not pictures.is_whole(file):
                 found.append(f'{file.name} is a piece')
         for name, content in self.contents.items():
-            source, trashed = place.pictures / name, place.trashed / name
+            source = place.pictures / name
             if source.exists():
                 found += [] if source.read_bytes() == content else [f'{name} changed']
-            elif not trashed.exists() or trashed.read_bytes() != content:
+            elif not self.is_trashed(place, name):
                 found.append(f'{name} is gone')
             elif not any(self.is_output(file, name) for file in outputs.iterdir()):
                 found.append(f'{name} is in the Trash and has no output')
         return found
+
+    def is_trashed(self, place, name):
+        """Under whichever name: what an output replaces lies in the Trash, too, and may have been there first."""
+        return any(file.read_bytes() == self.contents[name] for file in place.trashed.glob('*'))
 
     def is_output(self, file, name):
         stem = Path(name).stem
