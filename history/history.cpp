@@ -127,7 +127,7 @@ void History::write(HistoryDatabase& database, const std::vector<Row>& rows)
             }
             database.addFile(batch->id, file);
         }
-        if (!added.empty()) database.prune(std::time(nullptr));
+        database.prune(std::time(nullptr));
         writing.commit();
     } catch (...) {
         for (const Batch& batch : added)

@@ -147,18 +147,20 @@ void HistoryDatabase::addFile(std::int64_t batch, const FileRecord& file)
     row.bind(16, file.isSuccess ? 1 : 0).bindText(17, file.message).run();
 }
 
+// Files are numbered one after the other, so that their number tells without counting how many there are:
+// this runs in every transaction.
 void HistoryDatabase::prune(std::int64_t now)
 {
     constexpr std::int64_t day = 86'400;
     const HistoryLimits most = limits();
-    m_database
-        .statement("DELETE FROM files WHERE id <= (SELECT id FROM files ORDER BY id DESC LIMIT 1 OFFSET ?)")
+    m_database.statement("DELETE FROM files WHERE id <= (SELECT max(id) FROM files) - ?")
         .bind(1, most.files)
         .run();
     m_database.statement("DELETE FROM files WHERE batch IN (SELECT id FROM batches WHERE time < ?)")
         .bind(1, now - most.days * day)
         .run();
-    m_database.run("DELETE FROM batches WHERE id NOT IN (SELECT batch FROM files)");
+    m_database.run("DELETE FROM batches WHERE (SELECT min(batch) FROM files) IS NULL OR"
+                   " id < (SELECT min(batch) FROM files)");
 }
 
 std::vector<std::string> HistoryDatabase::digestsOf(const std::filesystem::path& output,

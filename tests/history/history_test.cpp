@@ -6,6 +6,7 @@
 #include "system/content_digest.h"
 #include "system/regular_file.h"
 
+#include <algorithm>
 #include <chrono>
 #include <thread>
 
@@ -104,6 +105,18 @@ TEST_F(HistoryTest, DropsTheOldestFilesBeyondItsLimit)
     EXPECT_EQ(rowsOfAll(), 5u);
     remember(6);
     EXPECT_EQ(open()->batches().value().size(), 1u);
+}
+
+TEST_F(HistoryTest, DropsTheOldestFilesOfABatchThatIsStillWritten)
+{
+    EXPECT_TRUE(open()->setLimits({.files = 5, .days = 365}));
+    const auto history = open();
+    const auto batch = history->begin("here", "");
+    for (int number = 0; number < 7; ++number) {
+        history->add(batch, row("/in/" + std::to_string(number) + ".jpg"));
+        EXPECT_EQ(history->batches().value()[0].files, std::min(number + 1, 5));
+    }
+    EXPECT_EQ(history->filesOf(batch->id).value()[0].source, "/in/2.jpg");
 }
 
 TEST_F(HistoryTest, DropsBatchesThatAreTooOld)
