@@ -42,7 +42,7 @@ ProcessingResult foresee(const std::filesystem::path& path, const CommandLine& l
                          const OptimizerServices& services)
 {
     const OptimizerSettings settings = line.settings();
-    if (services.isOptimized && services.isOptimized(path)) throw LeftAlone::alreadyOptimized();
+    if (services.names->isLeftAlone(path)) throw LeftAlone::alreadyOptimized();
     const ImageOptimizer::Job job{path, settings, services};
     const ImageOptimizer::OpenedPicture picture(job);
     const ImageOptimizer::OutputPlan output =
@@ -61,12 +61,14 @@ ProcessingResult foreseen(const std::filesystem::path& path, const CommandLine& 
     }
 }
 
-// Where it would be asked. One that is not there yet is not made.
-std::optional<std::filesystem::path> knownHistory(const CommandLine& line)
+// Null where nothing is. A history that is not there yet is not made.
+std::function<bool(const std::filesystem::path&)> whatIsLeftAlone(const CommandLine& line)
 {
-    if (!line.skipOptimized || !line.keepHistory) return std::nullopt;
-    std::filesystem::path file = History::fileIn(StatsStore::userDataFolder());
-    return fileExists(file) ? std::optional(std::move(file)) : std::nullopt;
+    if (!line.skipOptimized || !line.keepHistory) return nullptr;
+    const std::filesystem::path file = History::fileIn(StatsStore::userDataFolder());
+    if (!fileExists(file)) return nullptr;
+    const auto history = std::make_shared<History>(file);
+    return [history](const std::filesystem::path& path) { return history->isOptimized(path); };
 }
 
 std::string row(const ProcessingResult& result)
@@ -86,13 +88,8 @@ int dryRun(const CommandLine& line, Console& console)
     if (paths.empty()) console.complain("No supported image files found");
     bool allSucceed = !paths.empty() && complaints.empty();
     OptimizerServices services = OptimizerServices::system();
-    std::optional<History> history;
-    if (const auto file = knownHistory(line)) {
-        history.emplace(*file);
-        services.isOptimized = [&history](const auto& path) { return history->isOptimized(path); };
-    }
     services.names = std::make_shared<ImageOptimizer::BatchNames>(paths, line.settings(), std::stop_token(),
-                                                                  line.paths, services.isOptimized);
+                                                                  line.paths, whatIsLeftAlone(line));
     std::optional<ImageOptimizer::WorkerProcesses> workers;
     if (const auto program = ImageOptimizer::findWorker(mainBundlePath())) {
         workers.emplace(*program);

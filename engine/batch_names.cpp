@@ -115,20 +115,19 @@ std::size_t numberOf(const std::filesystem::path& input, const std::filesystem::
 
 BatchNames::BatchNames(const std::vector<std::filesystem::path>& inputs, const OptimizerSettings& settings,
                        const std::stop_token& stop, const std::vector<std::filesystem::path>& dropped,
-                       const std::function<bool(const std::filesystem::path&)>& isLeftAlone)
+                       const std::function<bool(const std::filesystem::path&)>& leaves)
 {
-    // Without a folder to go to, each file says so itself.
-    if (settings.destinationMode == DestinationMode::selectedFolder && !settings.destinationFolderURL) return;
     Places places;
     Inputs known(places);
-    std::unordered_set<std::string> leftAlone;
     for (const auto& input : inputs) {
         if (stop.stop_requested()) return;
-        if (isLeftAlone && isLeftAlone(input))
-            leftAlone.insert(input.native());
+        if (leaves && leaves(input))
+            m_leftAlone.insert(input.native());
         else
             known.add(input);
     }
+    // Without a folder to go to, each file says so itself.
+    if (settings.destinationMode == DestinationMode::selectedFolder && !settings.destinationFolderURL) return;
     std::unordered_set<std::string> taken;
     const auto take = [&](const std::filesystem::path& input, const std::filesystem::path& output) {
         const bool isFree = !known.isOneOf(output) &&
@@ -141,12 +140,12 @@ BatchNames::BatchNames(const std::vector<std::filesystem::path>& inputs, const O
     const KeptFolders folders(dropped, settings);
     for (const auto& input : inputs) {
         if (stop.stop_requested()) return;
-        if (leftAlone.contains(input.native())) continue;
-        const OptimizerSettings own = folders.settingsFor(input);
-        std::filesystem::path output = outputPath(input, typeOf(input, settings), own);
+        if (isLeftAlone(input)) continue;
+        const std::filesystem::path below = folders.below(input);
+        std::filesystem::path output = outputPath(input, typeOf(input, settings), settings, below);
         if (!take(input, output))
             unnamed.emplace_back(&input, std::move(output));
-        else if (own.destinationFolderURL != settings.destinationFolderURL)
+        else if (!below.empty())
             m_otherOutputs.emplace(input.native(), std::move(output));
     }
     // Nobody could foresee a name that was made up here, so that no stranger's file may stand under it unless
@@ -171,6 +170,11 @@ const std::filesystem::path* BatchNames::otherOutputOf(const std::filesystem::pa
 {
     const auto found = m_otherOutputs.find(input.native());
     return found == m_otherOutputs.end() ? nullptr : &found->second;
+}
+
+bool BatchNames::isLeftAlone(const std::filesystem::path& input) const
+{
+    return m_leftAlone.contains(input.native());
 }
 
 bool BatchNames::isDecided(const std::filesystem::path& input, const std::filesystem::path& output) const

@@ -27,11 +27,13 @@ public:
     // that of an input, gets the lowest number from 2 on that is no other's of the batch and, where existing
     // files are replaced without a question, under which nothing stands. So does one whose name has what is
     // left of another picture. Asks the disk about every input; a stop leaves the rest as by itself.
-    // Where folders are kept, `dropped` names those to keep the trees below of. An input that `isLeftAlone`
-    // (may be null) has no output and is in nobody's way.
+    // Where folders are kept, `dropped` names those to keep the trees below of. An input that `leaves` (may
+    // be null) names has no output and is in nobody's way.
     BatchNames(const std::vector<std::filesystem::path>& inputs, const OptimizerSettings& settings,
                const std::stop_token& stop = {}, const std::vector<std::filesystem::path>& dropped = {},
-               const std::function<bool(const std::filesystem::path&)>& isLeftAlone = nullptr);
+               const std::function<bool(const std::filesystem::path&)>& leaves = nullptr);
+
+    bool isLeftAlone(const std::filesystem::path& input) const;
 
     // Where the output goes when not to the path that it would have by itself, else null. `input` is spelled
     // as in the batch.
@@ -45,6 +47,7 @@ public:
     bool isAlsoAnother(const std::filesystem::path& input) const;
 
 private:
+    std::unordered_set<std::string> m_leftAlone;
     std::unordered_map<std::string, std::filesystem::path> m_otherOutputs;
     std::unordered_set<std::string> m_alsoOthers;
     std::unordered_set<std::size_t> m_decided; // a number for each pair: the paths take ten times the memory

@@ -166,8 +166,7 @@ ProcessingResult optimize(const std::filesystem::path& input, const OptimizerSet
                           const OptimizerServices& services)
 try {
     const Job job{input, settings, services};
-    if (settings.skipOptimized && services.isOptimized && services.isOptimized(input))
-        throw LeftAlone::alreadyOptimized();
+    if (services.names->isLeftAlone(input)) throw LeftAlone::alreadyOptimized();
     const std::int64_t originalBytes = fileSize(input);
     OpenedPicture picture(job);
     traceSource(job, picture.stamp());

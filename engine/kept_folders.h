@@ -16,14 +16,12 @@ namespace lumora::ImageOptimizer {
 class KeptFolders
 {
 public:
-    // `settings` outlives it.
     KeptFolders(const std::vector<std::filesystem::path>& dropped, const OptimizerSettings& settings);
 
-    // The settings with the folder that this file's output goes to.
-    OptimizerSettings settingsFor(const std::filesystem::path& input) const;
+    // From the chosen folder to the one that this file's output goes to; empty where they are the same.
+    std::filesystem::path below(const std::filesystem::path& input) const;
 
 private:
-    const OptimizerSettings& m_settings;
     std::unordered_set<std::string> m_dropped; // standardized; empty where no folders are kept
 };
 

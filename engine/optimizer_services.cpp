@@ -20,7 +20,6 @@ OptimizerServices OptimizerServices::system()
         .memory = nullptr,
         .keepInTrash = {},
         .isOwnOutput = {},
-        .isOptimized = {},
         .trace = nullptr,
     };
 }

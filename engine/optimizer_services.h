@@ -50,8 +50,6 @@ struct OptimizerServices
     // Whether an output that stands there already is what an earlier batch made of this input, untouched.
     // Empty: nobody knows.
     std::function<bool(const std::filesystem::path& output, const std::filesystem::path& input)> isOwnOutput;
-    // Whether an input is what an earlier batch made of another. Empty: nobody knows.
-    std::function<bool(const std::filesystem::path& input)> isOptimized;
     // Filled in with what a file leaves behind; null where nobody remembers it.
     FileTrace* trace = nullptr;
 

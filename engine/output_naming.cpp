@@ -19,11 +19,12 @@ constexpr std::string_view collisionSuffix = "-optimized";
 constexpr std::string_view lastResortExtension = "png";
 constexpr std::string_view lastResortType = "public.png";
 
-std::filesystem::path outputFolder(const std::filesystem::path& source, const OptimizerSettings& settings)
+std::filesystem::path outputFolder(const std::filesystem::path& source, const OptimizerSettings& settings,
+                                   const std::filesystem::path& below)
 {
     if (settings.destinationMode == DestinationMode::originalLocation) return source.parent_path();
     if (!settings.destinationFolderURL) throw ImageOptimizerError::missingDestinationFolder();
-    return *settings.destinationFolderURL;
+    return below.empty() ? *settings.destinationFolderURL : *settings.destinationFolderURL / below;
 }
 
 std::string outputName(const std::filesystem::path& source, const OptimizerSettings& settings)
@@ -71,20 +72,22 @@ std::filesystem::path fileIn(const std::filesystem::path& folder, const std::str
 
 std::filesystem::path outputURL(const std::filesystem::path& source,
                                 const std::optional<std::string>& sourceType,
-                                const OptimizerSettings& settings)
+                                const OptimizerSettings& settings, const std::filesystem::path& below)
 {
     const std::filesystem::path candidate =
-        fileIn(outputFolder(source, settings), outputName(source, settings),
+        fileIn(outputFolder(source, settings, below), outputName(source, settings),
                outputExtension(source, sourceType, settings));
     if (standardized(candidate) != standardized(source)) return candidate;
-    return outputPathBesideSource(source, sourceType, settings);
+    return outputPathBesideSource(source, sourceType, settings, below);
 }
 
 std::filesystem::path outputPathBesideSource(const std::filesystem::path& source,
                                              const std::optional<std::string>& sourceType,
-                                             const OptimizerSettings& settings)
+                                             const OptimizerSettings& settings,
+                                             const std::filesystem::path& below)
 {
-    return fileIn(outputFolder(source, settings), outputName(source, settings) + std::string(collisionSuffix),
+    return fileIn(outputFolder(source, settings, below),
+                  outputName(source, settings) + std::string(collisionSuffix),
                   outputExtension(source, sourceType, settings));
 }
 

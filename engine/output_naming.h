@@ -17,15 +17,17 @@ namespace lumora::ImageOptimizer {
 // {folder}/{prefix}{base}{suffix}.{extension}; with "-optimized" before the dot when that would be the source
 // itself (names compared as standardized, links not resolved). A name longer than a directory entry may be is
 // cut and gets a digest of the whole, so that two long names stay apart. `sourceType` is the identifier of
-// the source's content. Throws missingDestinationFolder.
+// the source's content. `below` is a relative path from a chosen folder to the one that the output goes to.
+// Throws missingDestinationFolder.
 std::filesystem::path outputURL(const std::filesystem::path& source,
                                 const std::optional<std::string>& sourceType,
-                                const OptimizerSettings& settings);
+                                const OptimizerSettings& settings, const std::filesystem::path& below = {});
 
 // The same with the "-optimized" name, for an output that turns out to be the source under another path.
 std::filesystem::path outputPathBesideSource(const std::filesystem::path& source,
                                              const std::optional<std::string>& sourceType,
-                                             const OptimizerSettings& settings);
+                                             const OptimizerSettings& settings,
+                                             const std::filesystem::path& below = {});
 
 // "a 2.jpg" of "a.jpg"; a name that gets too long loses the end of its stem.
 std::filesystem::path numbered(const std::filesystem::path& output, int number);

@@ -10,11 +10,11 @@ namespace lumora::ImageOptimizer {
 // Links give the input further paths that names alone cannot tell from another file.
 std::filesystem::path outputPath(const std::filesystem::path& input,
                                  const std::optional<std::string>& sourceType,
-                                 const OptimizerSettings& settings)
+                                 const OptimizerSettings& settings, const std::filesystem::path& below)
 {
-    std::filesystem::path output = outputURL(input, sourceType, settings);
+    std::filesystem::path output = outputURL(input, sourceType, settings, below);
     if (!isSameFile(output, input)) return output;
-    const auto besides = outputPathBesideSource(input, sourceType, settings);
+    const auto besides = outputPathBesideSource(input, sourceType, settings, below);
     output = besides;
     for (int number = 2; isSameFile(output, input); ++number)
         output = numbered(besides, number);

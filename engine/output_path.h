@@ -12,11 +12,11 @@
 
 namespace lumora::ImageOptimizer {
 
-// Never a path that leads to the input. `sourceType` is the identifier of the input's content. Throws
-// missingDestinationFolder.
+// Never a path that leads to the input. `sourceType` is the identifier of the input's content, `below` leads
+// from a chosen folder to the one that the output goes to. Throws missingDestinationFolder.
 std::filesystem::path outputPath(const std::filesystem::path& input,
                                  const std::optional<std::string>& sourceType,
-                                 const OptimizerSettings& settings);
+                                 const OptimizerSettings& settings, const std::filesystem::path& below = {});
 
 // Whether two paths lead to one file, by their names or through links.
 bool isSameFile(const std::filesystem::path& a, const std::filesystem::path& b);

@@ -21,7 +21,6 @@ void BatchMemory::lendTo(OptimizerServices& services) const
     services.isOwnOutput = [history = m_history](const auto& output, const auto& input) {
         return history->isOwnOutput(output, input);
     };
-    services.isOptimized = [history = m_history](const auto& input) { return history->isOptimized(input); };
 }
 
 std::function<bool(const std::filesystem::path&)>

@@ -23,6 +23,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr double cornerRadius = 8;
+constexpr double zoomStep = 1.25;
 // A wheel or a finger asks for many zooms on its way; parts of pictures are made for some of them.
 constexpr auto askingPause = 40ms;
 
@@ -51,7 +52,7 @@ void ComparisonCanvas::clear()
     m_geometry.setFrame({});
     m_notice.clear();
     m_progress.reset();
-    update();
+    redraw();
     Q_EMIT changed();
 }
 
@@ -61,7 +62,7 @@ void ComparisonCanvas::setSizes(QSize originalSize, QSize outputSize)
     m_pictures[output].setSize(outputSize);
     // Both are laid over the larger one: an output never has more pixels, unless a small original is missing.
     m_geometry.setFrame(originalSize.isEmpty() ? outputSize : originalSize);
-    update();
+    redraw();
     ask();
     Q_EMIT changed();
 }
@@ -69,21 +70,21 @@ void ComparisonCanvas::setSizes(QSize originalSize, QSize outputSize)
 void ComparisonCanvas::take(Side side, const PicturePart& part, const QImage& pixels)
 {
     m_pictures[side].take(part, pixels);
-    update();
+    redraw();
     ask();
 }
 
 void ComparisonCanvas::setNotice(const QString& notice)
 {
     m_notice = notice;
-    QWidget::update();
+    update();
 }
 
 void ComparisonCanvas::setProgress(std::optional<double> progress)
 {
     if (m_progress == progress) return;
     m_progress = progress;
-    QWidget::update();
+    update();
 }
 
 bool ComparisonCanvas::isComplete() const
@@ -112,16 +113,16 @@ void ComparisonCanvas::ask()
     }
 }
 
-void ComparisonCanvas::update()
+void ComparisonCanvas::redraw()
 {
     m_difference = {};
-    QWidget::update();
+    update();
 }
 
 void ComparisonCanvas::fit()
 {
     m_geometry.fit();
-    update();
+    redraw();
     m_asking.start();
     Q_EMIT changed();
 }
@@ -134,22 +135,27 @@ void ComparisonCanvas::zoomTo(double zoom)
 void ComparisonCanvas::zoomTo(double zoom, QPointF anchor)
 {
     m_geometry.zoomTo(zoom, anchor);
-    update();
+    redraw();
     if (!m_asking.isActive()) m_asking.start();
     Q_EMIT changed();
+}
+
+void ComparisonCanvas::stepZoom(int steps)
+{
+    zoomTo(m_geometry.zoom() * std::pow(zoomStep, steps));
 }
 
 void ComparisonCanvas::panBy(QPointF way)
 {
     m_geometry.panBy(way * devicePixelRatioF());
-    update();
+    redraw();
     if (!m_asking.isActive()) m_asking.start();
 }
 
 void ComparisonCanvas::setSplit(double split)
 {
     m_split = std::clamp(split, 0.0, 1.0);
-    QWidget::update();
+    update();
     Q_EMIT changed();
 }
 
@@ -157,14 +163,14 @@ void ComparisonCanvas::setFlipped(bool flipped)
 {
     if (m_flipped == flipped) return;
     m_flipped = flipped;
-    QWidget::update();
+    update();
     Q_EMIT changed();
 }
 
 void ComparisonCanvas::setShowsDifference(bool shows)
 {
     m_showsDifference = shows;
-    update();
+    redraw();
     Q_EMIT changed();
 }
 
@@ -264,7 +270,7 @@ void ComparisonCanvas::takeSize()
     const QSize pixels = (QSizeF(size()) * devicePixelRatioF()).toSize();
     if (m_geometry.view() == pixels) return;
     m_geometry.setView(pixels);
-    update();
+    redraw();
     m_asking.start();
     Q_EMIT changed();
 }

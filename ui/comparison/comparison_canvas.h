@@ -45,7 +45,8 @@ public:
     const ComparisonGeometry& geometry() const { return m_geometry; }
     void fit();
     void zoomTo(double zoom);
-    void zoomBy(double factor) { zoomTo(m_geometry.zoom() * factor); }
+    // One step in for 1, one out for -1.
+    void stepZoom(int steps);
     // In logical pixels.
     void panBy(QPointF way);
     // The line, from 0 at the left edge to 1.
@@ -84,7 +85,7 @@ private:
     Drag dragAt(QPointF place) const;
     void showCursorAt(QPointF place);
     void takeSize();
-    void update();
+    void redraw();
     void ask();
 
     Side sideOf(bool leading) const;
@@ -92,7 +93,6 @@ private:
     void paintPictures(QPainter& painter);
     void paintSide(QPainter& painter, Side side, const QRect& area);
     void paintDifference(QPainter& painter);
-    void paintLine(QPainter& painter) const;
     void paintLabels(QPainter& painter) const;
     void paintNotice(QPainter& painter) const;
     QImage rendered(Side side) const;

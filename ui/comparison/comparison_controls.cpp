@@ -20,7 +20,6 @@ namespace {
 
 constexpr int gap = 6;
 constexpr int groupGap = 18;
-constexpr double zoomStep = 1.25;
 
 // The zoom has a column, however short its figures are.
 QSize sizeOf(const QWidget& part)
@@ -58,8 +57,8 @@ ComparisonControls::ComparisonControls(ComparisonCanvas& canvas, ResultSequence&
     m_difference->setMarksChecked();
     connect(m_previous, &QAbstractButton::clicked, &results, [this] { m_results.step(-1); });
     connect(m_next, &QAbstractButton::clicked, &results, [this] { m_results.step(1); });
-    connect(m_zoomOut, &QAbstractButton::clicked, &canvas, [this] { m_canvas.zoomBy(1 / zoomStep); });
-    connect(m_zoomIn, &QAbstractButton::clicked, &canvas, [this] { m_canvas.zoomBy(zoomStep); });
+    connect(m_zoomOut, &QAbstractButton::clicked, &canvas, [this] { m_canvas.stepZoom(-1); });
+    connect(m_zoomIn, &QAbstractButton::clicked, &canvas, [this] { m_canvas.stepZoom(1); });
     connect(m_fit, &QAbstractButton::clicked, &canvas, &ComparisonCanvas::fit);
     connect(m_fullSize, &QAbstractButton::clicked, &canvas, [this] { m_canvas.zoomTo(1); });
     connect(m_difference, &QAbstractButton::clicked, &canvas, &ComparisonCanvas::setShowsDifference);

@@ -26,7 +26,6 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr QMargins padding(22, 42, 22, 16);
-constexpr double zoomStep = 1.25;
 constexpr double lineStep = 0.02;
 constexpr double panStep = 64;
 // Before that nobody wonders what becomes of it.
@@ -196,10 +195,10 @@ bool ComparisonView::takeKey(int key, Qt::KeyboardModifiers modifiers)
         return true;
     case Qt::Key_Plus:
     case Qt::Key_Equal:
-        m_canvas->zoomBy(zoomStep);
+        m_canvas->stepZoom(1);
         return true;
     case Qt::Key_Minus:
-        m_canvas->zoomBy(1 / zoomStep);
+        m_canvas->stepZoom(-1);
         return true;
     case Qt::Key_0:
         m_canvas->fit();

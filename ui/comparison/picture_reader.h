@@ -8,14 +8,12 @@
 #include "engine/worker/worker_processes.h"
 #include "formats/rgba_writer.h"
 #include "model/main_thread_queue.h"
-#include "system/file_descriptor.h"
 
 #include <QImage>
 #include <QObject>
 #include <QSize>
 #include <QString>
 
-#include <atomic>
 #include <condition_variable>
 #include <cstdint>
 #include <filesystem>

@@ -26,10 +26,9 @@ std::uint32_t checksum(std::string_view type, std::string_view data)
 
 std::string deflated(std::string_view text)
 {
-    const auto bytes = std::as_bytes(std::span(text));
     std::string stream;
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): characters as bytes
-    static_cast<void>(deflate({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()},
+    static_cast<void>(deflate({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()},
                               text.size() <= smallText ? Search::thorough : Search::deep,
                               [&](ByteSpan piece) -> Status {
                                   stream.append(piece.begin(), piece.end());

@@ -2,90 +2,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/comparison/comparison_view.h"
 
-#include "tests/support/sample_images.h"
-#include "tests/ui/comparison/comparison_window.h"
+#include "tests/ui/comparison/comparison_test.h"
 #include "ui/comparison/comparison_controls.h"
-#include "ui/comparison/picture_caption.h"
-#include "ui/controls/chip_button.h"
 
 #include <QNativeGestureEvent>
 #include <QSignalSpy>
-#include <QTest>
 #include <QWheelEvent>
-
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <fstream>
 
 namespace lumora {
 namespace {
 
 using std::filesystem::path;
-
-class Comparison : public testing::Test, protected test::ComparisonWindow
-{
-protected:
-    Comparison() { setenv("XDG_DATA_HOME", (folder() / "data").c_str(), 1); }
-
-    path picture(const char* name, const test::Pixels& pixels, const test::SaveOptions& options = {})
-    {
-        test::save(folder() / name, pixels, options);
-        return folder() / name;
-    }
-    path plain(const char* name, QSize size, std::vector<std::uint8_t> colour)
-    {
-        return picture(name, test::uniformPicture(size.width(), size.height(), std::move(colour)));
-    }
-    // A red original and a blue output of the same extent.
-    void addRedAndBlue(QSize originalSize = {1600, 800}, QSize outputSize = {1600, 800})
-    {
-        const path source = plain("a.png", originalSize, {200, 0, 0});
-        add(source, plain("a-out.png", outputSize, {0, 0, 200}));
-    }
-
-    QImage grab() { return canvas().grab().toImage(); }
-    // What is in the middle of the height, at a part of the width.
-    QColor colourAt(double part)
-    {
-        const QImage image = grab();
-        return image.pixelColor(static_cast<int>(part * (image.width() - 1)), image.height() / 2 + 30);
-    }
-    QString colourNameAt(double part)
-    {
-        const QColor colour = colourAt(part);
-        if (colour.red() > 150 && colour.blue() < 50) return QStringLiteral("red");
-        if (colour.blue() > 150 && colour.red() < 50) return QStringLiteral("blue");
-        return colour.name();
-    }
-    int lineX() { return static_cast<int>(canvas().split() * canvas().width()); }
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(&view, key, modifiers); }
-    QString captions()
-    {
-        QStringList texts;
-        for (const PictureCaption* caption : view.findChildren<PictureCaption*>())
-            texts << caption->accessibleName();
-        return texts.join(u'\n');
-    }
-    // Processes that this one has started, on whichever thread.
-    static int workers()
-    {
-        int count = 0;
-        for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task")) {
-            std::ifstream children(thread.path() / "children");
-            for (int process = 0; children >> process;)
-                ++count;
-        }
-        return count;
-    }
-    ChipButton* chip(const char* symbol)
-    {
-        for (ChipButton* candidate : view.findChildren<ChipButton*>()) {
-            if (candidate->systemName() == QLatin1String(symbol)) return candidate;
-        }
-        return nullptr;
-    }
-};
+using test::Comparison;
 
 TEST_F(Comparison, ShowsTheOriginalAtTheLeftOfTheLineAndTheOutputAtItsRight)
 {
@@ -294,84 +222,6 @@ TEST_F(Comparison, GoesToTheNextResultAndBack)
     chip("arrow.down")->click();
     ASSERT_TRUE(waitUntilComplete());
     EXPECT_EQ(colourNameAt(0.3), QStringLiteral("red"));
-}
-
-TEST_F(Comparison, FindsAnOriginalInTheTrash)
-{
-    addRedAndBlue();
-    const path trash = folder() / "data" / "Trash";
-    std::filesystem::create_directories(trash / "files");
-    std::filesystem::create_directories(trash / "info");
-    std::filesystem::rename(folder() / "a.png", trash / "files" / "a.png");
-    test::writeText(trash / "info" / "a.png.trashinfo",
-                    "[Trash Info]\nPath=" + (folder() / "a.png").string() +
-                        "\nDeletionDate=2026-01-14T09:12:44\n");
-    ASSERT_TRUE(compare());
-    EXPECT_EQ(colourNameAt(0.3), QStringLiteral("red"));
-    EXPECT_TRUE(captions().contains(QStringLiteral("in the Trash")));
-}
-
-TEST_F(Comparison, ExplainsAMissingOriginalAndShowsTheOutputAlone)
-{
-    addRedAndBlue();
-    std::filesystem::remove(folder() / "a.png");
-    ASSERT_TRUE(compare());
-    EXPECT_EQ(colourNameAt(0.3), QStringLiteral("blue"));
-    EXPECT_EQ(colourNameAt(0.7), QStringLiteral("blue"));
-    EXPECT_TRUE(canvas().accessibleDescription().contains(
-        QStringLiteral("The original is no longer in its folder, nor in the Trash.")));
-    EXPECT_FALSE(chip("circle.lefthalf.filled")->isEnabled());
-}
-
-TEST_F(Comparison, ExplainsADamagedFile)
-{
-    addRedAndBlue();
-    test::writeText(folder() / "a-out.png", "no picture");
-    ASSERT_TRUE(compare());
-    EXPECT_EQ(colourNameAt(0.7), QStringLiteral("red"));
-    EXPECT_TRUE(canvas().accessibleDescription().contains(QStringLiteral("The output cannot be shown")));
-}
-
-TEST_F(Comparison, ExplainsAFileWhoseDamageIsInItsPixels)
-{
-    const path source = picture("a.png", test::corneredPicture(800, 600));
-    const path output = picture("a-out.jpg", test::corneredPicture(800, 600));
-    const std::string bytes = test::readBytes(output);
-    test::writeText(output, bytes.substr(0, bytes.size() / 2));
-    add(source, output);
-    ASSERT_TRUE(compare());
-    EXPECT_TRUE(test::waitFor([&] {
-        return canvas().accessibleDescription().contains(QStringLiteral("The output cannot be shown"));
-    }));
-    EXPECT_FALSE(canvas().hasBoth());
-}
-
-TEST_F(Comparison, IsReadByWorkersToo)
-{
-    addRedAndBlue();
-    ComparisonView other(list, path(LUMORA_WORKER));
-    other.resize(1000, 720);
-    other.show();
-    QCoreApplication::processEvents();
-    const auto* pictures = other.findChild<ComparisonCanvas*>();
-    // One after another: what the last pair leaves behind is not the next one's.
-    constexpr int pairs = 4;
-    for (int pair = 0; pair < pairs; ++pair) {
-        other.compare(row(0));
-        ASSERT_TRUE(test::waitFor([&] { return other.isComplete(); }));
-        EXPECT_TRUE(pictures->hasBoth()) << pair;
-    }
-}
-
-TEST_F(Comparison, EndsItsWorkWhenItIsClosedEarly)
-{
-    addRedAndBlue({3000, 1500}, {3000, 1500});
-    ASSERT_EQ(workers(), 0);
-    auto other = std::make_unique<ComparisonView>(list, path(LUMORA_WORKER));
-    other->compare(row(0));
-    ASSERT_TRUE(test::waitFor([&] { return workers() == 2; }));
-    other.reset();
-    EXPECT_EQ(workers(), 0);
 }
 
 TEST_F(Comparison, NoneOfItsControlsCoversAnother)
