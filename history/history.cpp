@@ -230,6 +230,20 @@ std::optional<std::vector<FileRecord>> History::filesOf(std::int64_t batch)
     return found;
 }
 
+std::optional<std::vector<FoundFile>> History::find(const FileQuery& wanted)
+{
+    std::vector<FoundFile> found;
+    if (!use([&](HistoryDatabase& database) { found = database.find(wanted); })) return std::nullopt;
+    return found;
+}
+
+std::optional<std::vector<FileRecord>> History::filesNumbered(const std::vector<std::int64_t>& files)
+{
+    std::vector<FileRecord> found;
+    if (!use([&](HistoryDatabase& database) { found = database.filesNumbered(files); })) return std::nullopt;
+    return found;
+}
+
 void History::markUndone(const std::vector<std::int64_t>& files)
 {
     use([&](HistoryDatabase& database) { database.markUndone(files); });

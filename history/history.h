@@ -57,6 +57,8 @@ public:
     // Newest first; absent when the history cannot be read, which was told then.
     std::optional<std::vector<BatchSummary>> batches();
     std::optional<std::vector<FileRecord>> filesOf(std::int64_t batch);
+    std::optional<std::vector<FoundFile>> find(const FileQuery& wanted);
+    std::optional<std::vector<FileRecord>> filesNumbered(const std::vector<std::int64_t>& files);
     void markUndone(const std::vector<std::int64_t>& files);
 
     HistoryLimits limits();

@@ -8,6 +8,8 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <string_view>
 #include <utility>
 
 namespace lumora {
@@ -89,6 +91,40 @@ std::optional<std::filesystem::path> pathIn(const Statement& row, int column)
 {
     if (row.isNull(column)) return std::nullopt;
     return row.bytes(column);
+}
+
+const std::string wholeFiles =
+    "SELECT id, source, source_size, source_time, output, output_size, output_time, output_digest,"
+    " original_bytes, output_bytes, original_trashed, trashed_original, replaced_size, replaced_time,"
+    " trashed_replaced, success, message, undone FROM files ";
+
+const char* condition(HistoryFilter filter)
+{
+    switch (filter) {
+    case HistoryFilter::written:
+        return "output IS NOT NULL";
+    case HistoryFilter::notWritten:
+        return "output IS NULL";
+    case HistoryFilter::undone:
+        return "undone <> 0";
+    case HistoryFilter::all:
+        break;
+    }
+    return "TRUE";
+}
+
+char lowerCase(char character)
+{
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+}
+
+// The folders of the path do not count.
+bool nameHolds(std::string_view path, std::string_view part)
+{
+    const std::string_view name = path.substr(path.rfind('/') + 1);
+    return std::search(name.begin(), name.end(), part.begin(), part.end(), [](char left, char right) {
+               return lowerCase(left) == lowerCase(right);
+           }) != name.end();
 }
 
 FileRecord fileIn(const Statement& row)
@@ -197,7 +233,8 @@ std::vector<BatchSummary> HistoryDatabase::batches()
 {
     Statement query = m_database.statement(
         "SELECT b.id, b.time, b.origin, b.settings, count(*), count(f.output), sum(f.undone),"
-        " sum(iif(f.output IS NULL, 0, f.original_bytes)), sum(f.output_bytes)"
+        " sum(iif(f.output IS NULL, 0, f.original_bytes)), sum(f.output_bytes),"
+        " sum(iif(f.output IS NULL OR f.undone, 0, f.original_bytes - f.output_bytes))"
         " FROM batches b JOIN files f ON f.batch = b.id GROUP BY b.id ORDER BY b.id DESC");
     std::vector<BatchSummary> found;
     while (query.step())
@@ -206,22 +243,50 @@ std::vector<BatchSummary> HistoryDatabase::batches()
                          .written = query.integer(5),
                          .undone = query.integer(6),
                          .originalBytes = query.integer(7),
-                         .outputBytes = query.integer(8)});
+                         .outputBytes = query.integer(8),
+                         .saved = query.integer(9)});
     return found;
 }
 
 std::vector<FileRecord> HistoryDatabase::filesOf(std::int64_t batch)
 {
-    Statement query = m_database.statement("SELECT id, source, source_size, source_time, output, "
-                                           "output_size, output_time, output_digest, original_bytes,"
-                                           " output_bytes, original_trashed, trashed_original, "
-                                           "replaced_size, replaced_time, trashed_replaced, success,"
-                                           " message, undone FROM files WHERE batch = ? ORDER BY id");
+    Statement query = m_database.statement(wholeFiles + "WHERE batch = ? ORDER BY id");
     query.bind(1, batch);
     std::vector<FileRecord> files;
     while (query.step())
         files.push_back(fileIn(query));
     return files;
+}
+
+// Names are compared here: to the database they are bytes, of which it knows no capitals.
+std::vector<FoundFile> HistoryDatabase::find(const FileQuery& wanted)
+{
+    Statement query = m_database.statement(
+        std::string("SELECT id, batch, output IS NOT NULL, undone, source, output FROM files WHERE ") +
+        condition(wanted.filter) + (wanted.batch ? " AND batch = ? ORDER BY id" : " ORDER BY id DESC"));
+    if (wanted.batch) query.bind(1, *wanted.batch);
+    std::vector<FoundFile> found;
+    while (query.step()) {
+        const bool isMeant = wanted.name.empty() || nameHolds(query.bytes(4), wanted.name) ||
+                             nameHolds(query.bytes(5), wanted.name);
+        if (isMeant)
+            found.push_back(
+                {query.integer(0), query.integer(1), query.integer(2) != 0, query.integer(3) != 0});
+    }
+    return found;
+}
+
+std::vector<FileRecord> HistoryDatabase::filesNumbered(const std::vector<std::int64_t>& files)
+{
+    Statement query = m_database.statement(wholeFiles + "WHERE id = ?");
+    std::vector<FileRecord> found;
+    found.reserve(files.size());
+    for (const std::int64_t file : files) {
+        query.bind(1, file);
+        if (query.step()) found.push_back(fileIn(query));
+        query.run();
+    }
+    return found;
 }
 
 void HistoryDatabase::markUndone(const std::vector<std::int64_t>& files)

@@ -42,6 +42,10 @@ public:
     std::vector<BatchSummary> batches();
     // In the order in which they finished.
     std::vector<FileRecord> filesOf(std::int64_t batch);
+    // Those of one batch in the order in which they finished, those of all the other way round.
+    std::vector<FoundFile> find(const FileQuery& wanted);
+    // Without those that are remembered no more.
+    std::vector<FileRecord> filesNumbered(const std::vector<std::int64_t>& files);
     void markUndone(const std::vector<std::int64_t>& files);
 
     HistoryLimits limits();

@@ -42,6 +42,29 @@ struct BatchSummary
     std::int64_t undone = 0;
     std::int64_t originalBytes = 0; // of those with an output
     std::int64_t outputBytes = 0;
+    std::int64_t saved = 0; // bytes, by those of them that are not undone
+};
+
+enum class HistoryFilter { all, written, notWritten, undone };
+
+// Which files are asked for.
+struct FileQuery
+{
+    std::optional<std::int64_t> batch = {}; // absent: of every one
+    // What the name of the source or of the output holds, in capitals or not; empty: anything.
+    std::string name = {};
+    HistoryFilter filter = HistoryFilter::all;
+};
+
+// A file that was found, of which there may be very many.
+struct FoundFile
+{
+    std::int64_t id = 0;
+    std::int64_t batch = 0;
+    bool hasOutput = false;
+    bool isUndone = false;
+
+    bool operator==(const FoundFile&) const = default;
 };
 
 // What is dropped, oldest first.
