@@ -261,10 +261,10 @@ void AppDelegate::showAboutPanel()
     m_aboutPanel->activateWindow();
 }
 
-void AppDelegate::showComparison(ResultsListModel& results, const QModelIndex& index)
+void AppDelegate::showComparison(ComparableResults& results, const QModelIndex& index)
 {
     if (!m_comparisonWindow) {
-        m_comparison = new ComparisonView(results, ImageOptimizer::findWorker(mainBundlePath()));
+        m_comparison = new ComparisonView(ImageOptimizer::findWorker(mainBundlePath()));
         m_comparisonWindow = makeWindow(comparisonWindowParameters(), m_comparison);
         BrandedWindow* window = m_comparisonWindow.get();
         connect(m_comparison, &ComparisonView::titleChanged, window, &QWidget::setWindowTitle);
@@ -273,7 +273,7 @@ void AppDelegate::showComparison(ResultsListModel& results, const QModelIndex& i
         connect(window, &BrandedWindow::closed, this,
                 [this] { m_comparisonWindow.release()->deleteLater(); });
     }
-    m_comparison->compare(index);
+    m_comparison->compare(results, index);
     m_comparisonWindow->bringToFront();
 }
 

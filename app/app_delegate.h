@@ -33,8 +33,8 @@
 
 namespace lumora {
 
+class ComparableResults;
 class ComparisonView;
-class ResultsListModel;
 
 class AppDelegate : public QObject
 {
@@ -59,7 +59,7 @@ public:
     void showPreferences();
     void showAboutPanel();
     // One window, whichever result it shows.
-    void showComparison(ResultsListModel& results, const QModelIndex& index);
+    void showComparison(ComparableResults& results, const QModelIndex& index);
 
     ProcessingModel& processingModel() { return *m_processingModel; }
     LumoraSettings& settings() { return m_settingsStore.settings(); }

@@ -231,10 +231,10 @@ int comparison(int argc, char** argv)
     std::vector<double> both;
     for (int round = 0; round < 21; ++round) {
         const auto begin = Clock::now();
-        ComparisonView view(results, argv[3]);
+        ComparisonView view(argv[3]);
         const auto* canvas = view.findChild<ComparisonCanvas*>();
         view.resize(view.sizeHint());
-        view.compare(results.index(0));
+        view.compare(results, results.index(0));
         view.show();
         const auto until = [&](auto isReached) {
             while (!isReached())

@@ -8,7 +8,6 @@
 #include "ui/comparison/picture_caption.h"
 #include "ui/controls/byte_text.h"
 #include "ui/controls/path_text.h"
-#include "ui/results/results_list_model.h"
 #include "ui/theme/surfaces.h"
 
 #include <QHBoxLayout>
@@ -38,9 +37,8 @@ QString savingText(const ProcessingResult& result)
 
 } // namespace
 
-ComparisonView::ComparisonView(ResultsListModel& results,
-                               const std::optional<std::filesystem::path>& workerProgram, QWidget* parent)
-    : QWidget(parent), m_results(results), m_worker(workerProgram),
+ComparisonView::ComparisonView(const std::optional<std::filesystem::path>& workerProgram, QWidget* parent)
+    : QWidget(parent), m_worker(workerProgram),
       m_captions{new PictureCaption(QStringLiteral("Original"), PictureCaption::Edge::leading),
                  new PictureCaption(QStringLiteral("Output"), PictureCaption::Edge::trailing)},
       m_canvas(new ComparisonCanvas)
@@ -68,9 +66,9 @@ ComparisonView::ComparisonView(ResultsListModel& results,
 
 ComparisonView::~ComparisonView() = default;
 
-void ComparisonView::compare(const QModelIndex& index)
+void ComparisonView::compare(ComparableResults& results, const QModelIndex& index)
 {
-    m_results.begin(index);
+    m_results.begin(results, index);
 }
 
 bool ComparisonView::isComplete() const

@@ -19,20 +19,19 @@
 namespace lumora {
 
 class PictureCaption;
-class ResultsListModel;
 
 class ComparisonView : public QWidget
 {
     Q_OBJECT
 
 public:
-    // Without a program for workers this process reads the pictures. The list must outlive the view.
-    ComparisonView(ResultsListModel& results, const std::optional<std::filesystem::path>& workerProgram,
-                   QWidget* parent = nullptr);
+    // Without a program for workers this process reads the pictures.
+    explicit ComparisonView(const std::optional<std::filesystem::path>& workerProgram,
+                            QWidget* parent = nullptr);
     ~ComparisonView() override;
 
-    // Of a result in the list.
-    void compare(const QModelIndex& index);
+    // A result of the list, which may go before the view does.
+    void compare(ComparableResults& results, const QModelIndex& index);
     // Whether all is shown that the window has room for.
     bool isComplete() const;
 

@@ -8,22 +8,23 @@
 
 #include <QObject>
 #include <QPersistentModelIndex>
+#include <QPointer>
 
 #include <optional>
 
 namespace lumora {
 
-class ResultsListModel;
+class ComparableResults;
 
 class ResultSequence : public QObject
 {
     Q_OBJECT
 
 public:
-    // The list must outlive the walk.
-    explicit ResultSequence(ResultsListModel& results, QObject* parent = nullptr);
+    using QObject::QObject;
 
-    void begin(const QModelIndex& index);
+    // The walk ends where it is when the list goes.
+    void begin(ComparableResults& results, const QModelIndex& index);
     // Stays when its row goes.
     const std::optional<ProcessingResult>& current() const { return m_current; }
     bool canStep(int direction) const { return neighbour(direction).isValid(); }
@@ -36,11 +37,15 @@ Q_SIGNALS:
     void neighboursChanged();
 
 private:
+    void follow(ComparableResults& results);
+    void goTo(const QModelIndex& index);
+    void take();
     QModelIndex neighbour(int direction) const;
     void findAgain();
 
-    ResultsListModel& m_results;
+    QPointer<ComparableResults> m_results;
     QPersistentModelIndex m_row;
+    bool m_isAwaited = false; // the result of that row
     std::optional<ProcessingResult> m_current;
 };
 

@@ -14,6 +14,7 @@
 
 namespace lumora {
 
+class ComparableResults;
 class DropWindowFooter;
 class DropZone;
 class FileIntake;
@@ -21,7 +22,6 @@ class LifetimeStatsStrip;
 class LumoraSettings;
 class ProcessingModel;
 class ResultsList;
-class ResultsListModel;
 class StatsStore;
 
 class DropWindowView : public QWidget
@@ -45,7 +45,7 @@ public:
 
 Q_SIGNALS:
     // A result is to be seen beside its original.
-    void compareRequested(lumora::ResultsListModel& results, const QModelIndex& index);
+    void compareRequested(lumora::ComparableResults& results, const QModelIndex& index);
 
 protected:
     bool event(QEvent* event) override;

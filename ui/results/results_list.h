@@ -11,6 +11,7 @@
 
 namespace lumora {
 
+class ComparableResults;
 class ProcessingModel;
 class ResultsListModel;
 class ResultsListView;
@@ -28,7 +29,7 @@ public:
     QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
-    void compareRequested(lumora::ResultsListModel& results, const QModelIndex& index);
+    void compareRequested(lumora::ComparableResults& results, const QModelIndex& index);
 
 protected:
     bool event(QEvent* event) override;

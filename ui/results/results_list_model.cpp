@@ -52,7 +52,7 @@ QString spokenOutcome(const ProcessingResult& result)
 } // namespace
 
 ResultsListModel::ResultsListModel(ProcessingModel& processing, QObject* parent)
-    : QAbstractListModel(parent), m_processing(processing), m_arrangement(processing)
+    : ComparableResults(parent), m_processing(processing), m_arrangement(processing)
 {
     connect(&processing, &ProcessingModel::resultInserted, this, &ResultsListModel::insertNewest);
     connect(&processing, &ProcessingModel::resultsRemoved, this, &ResultsListModel::readAll);
@@ -62,6 +62,24 @@ ResultsListModel::ResultsListModel(ProcessingModel& processing, QObject* parent)
 const ProcessingResult& ResultsListModel::result(const QModelIndex& index) const
 {
     return m_arrangement.at(index.row());
+}
+
+bool ResultsListModel::isComparable(const QModelIndex& index) const
+{
+    return result(index).outputURL.has_value();
+}
+
+std::optional<ProcessingResult> ResultsListModel::comparedResult(const QModelIndex& index)
+{
+    return result(index);
+}
+
+QModelIndex ResultsListModel::rowOf(const Uuid& result) const
+{
+    for (int row = 0; row < rowCount(); ++row) {
+        if (m_arrangement.at(row).id == result) return index(row);
+    }
+    return {};
 }
 
 int ResultsListModel::rowCount(const QModelIndex& parent) const

@@ -4,16 +4,14 @@
 // new result is one inserted row, whatever the length. Main thread.
 #pragma once
 
+#include "ui/results/comparable_results.h"
 #include "ui/results/results_arrangement.h"
-
-#include <QAbstractListModel>
 
 namespace lumora {
 
 class ProcessingModel;
-struct ProcessingResult;
 
-class ResultsListModel : public QAbstractListModel
+class ResultsListModel : public ComparableResults
 {
     Q_OBJECT
 
@@ -44,6 +42,10 @@ public:
 
     // The record itself, for its byte paths; valid until the next result arrives.
     const ProcessingResult& result(const QModelIndex& index) const;
+
+    bool isComparable(const QModelIndex& index) const override;
+    std::optional<ProcessingResult> comparedResult(const QModelIndex& index) override;
+    QModelIndex rowOf(const Uuid& result) const override;
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;

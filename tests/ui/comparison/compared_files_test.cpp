@@ -77,7 +77,7 @@ TEST_F(Comparison, ExplainsAFileWhoseDamageIsInItsPixels)
 TEST_F(Comparison, IsReadByWorkersToo)
 {
     addRedAndBlue();
-    ComparisonView other(list, path(LUMORA_WORKER));
+    ComparisonView other{path(LUMORA_WORKER)};
     other.resize(1000, 720);
     other.show();
     QCoreApplication::processEvents();
@@ -85,7 +85,7 @@ TEST_F(Comparison, IsReadByWorkersToo)
     // One after another: what the last pair leaves behind is not the next one's.
     constexpr int pairs = 4;
     for (int pair = 0; pair < pairs; ++pair) {
-        other.compare(row(0));
+        other.compare(list, row(0));
         ASSERT_TRUE(test::waitFor([&] { return other.isComplete(); }));
         EXPECT_TRUE(pictures->hasBoth()) << pair;
     }
@@ -95,8 +95,8 @@ TEST_F(Comparison, EndsItsWorkWhenItIsClosedEarly)
 {
     addRedAndBlue({3000, 1500}, {3000, 1500});
     ASSERT_EQ(workers(), 0);
-    auto other = std::make_unique<ComparisonView>(list, path(LUMORA_WORKER));
-    other->compare(row(0));
+    auto other = std::make_unique<ComparisonView>(path(LUMORA_WORKER));
+    other->compare(list, row(0));
     ASSERT_TRUE(test::waitFor([&] { return workers() == 2; }));
     other.reset();
     EXPECT_EQ(workers(), 0);

@@ -35,7 +35,7 @@ struct ComparisonWindow
     {
         view.show();
         QCoreApplication::processEvents();
-        view.compare(row(number));
+        view.compare(list, row(number));
         return waitUntilComplete();
     }
     bool waitUntilComplete()
@@ -45,7 +45,7 @@ struct ComparisonWindow
 
     DropWindowObjects objects;
     ResultsListModel list{objects.model};
-    ComparisonView view{list, std::nullopt};
+    ComparisonView view{std::nullopt};
 };
 
 } // namespace lumora::test
