@@ -44,25 +44,42 @@ std::optional<Entry> readEntry(const fs::path& note, const fs::path& top)
 
 std::optional<fs::path> findInTrash(const fs::path& path)
 {
+    return TrashContents().find(path);
+}
+
+std::optional<fs::path> TrashContents::find(const fs::path& path)
+{
     const fs::path wanted = standardized(path);
     std::optional<fs::path> found;
     std::string latest;
     for (const auto& [folder, top] : trashFoldersFor(wanted)) {
-        std::error_code error;
-        for (fs::directory_iterator notes(folder / "info", error), end; !error && notes != end;
-             notes.increment(error)) {
-            const fs::path& note = notes->path();
-            if (note.extension() != ".trashinfo") continue;
-            const auto entry = readEntry(note, top);
-            if (!entry || standardized(entry->path) != wanted || entry->deletionDate < latest) continue;
-            const fs::path file = folder / "files" / note.stem();
+        const auto [first, last] = readOnce(folder, top).equal_range(wanted.native());
+        for (auto thrown = first; thrown != last; ++thrown) {
+            const auto& [deletionDate, file] = thrown->second;
             std::error_code unknown;
-            if (!fs::is_regular_file(file, unknown)) continue;
-            latest = entry->deletionDate;
+            if (deletionDate < latest || !fs::is_regular_file(file, unknown)) continue;
+            latest = deletionDate;
             found = file;
         }
     }
     return found;
+}
+
+const TrashContents::ByPath& TrashContents::readOnce(const fs::path& folder, const fs::path& top)
+{
+    const auto [known, isNew] = m_folders.try_emplace(folder);
+    if (!isNew) return known->second;
+    std::error_code error;
+    for (fs::directory_iterator notes(folder / "info", error), end; !error && notes != end;
+         notes.increment(error)) {
+        const fs::path& note = notes->path();
+        if (note.extension() != ".trashinfo") continue;
+        const auto entry = readEntry(note, top);
+        if (!entry) continue;
+        known->second.emplace(standardized(entry->path).native(),
+                              Thrown{entry->deletionDate, folder / "files" / note.stem()});
+    }
+    return known->second;
 }
 
 } // namespace lumora

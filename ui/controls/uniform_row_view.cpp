@@ -115,8 +115,9 @@ QModelIndex UniformRowView::moveCursor(CursorAction action, Qt::KeyboardModifier
 
 void UniformRowView::setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command)
 {
-    const QModelIndex first = indexAt(rect.topLeft());
-    const QModelIndex last = indexAt(rect.bottomLeft());
+    // From where the selection began, which may be below where it ends.
+    const QModelIndex first = indexAt(rect.normalized().topLeft());
+    const QModelIndex last = indexAt(rect.normalized().bottomLeft());
     selectionModel()->select(
         first.isValid() && last.isValid() ? QItemSelection(first, last) : QItemSelection(), command);
 }

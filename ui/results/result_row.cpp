@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/results/result_row.h"
 
-#include "ui/controls/figures.h"
+#include "ui/controls/row_painting.h"
 #include "ui/theme/fonts.h"
 #include "ui/theme/surfaces.h"
-#include "ui/theme/symbols.h"
 #include "ui/theme/tidewell_theme.h"
 
 #include <QPainter>
@@ -30,7 +29,9 @@ int buttonExtent()
 
 using Outcome = ResultsListModel::Outcome;
 
-Symbol statusSymbol(Outcome outcome)
+} // namespace
+
+Symbol outcomeSymbol(Outcome outcome)
 {
     switch (outcome) {
     case Outcome::success:
@@ -43,13 +44,11 @@ Symbol statusSymbol(Outcome outcome)
     return {QStringLiteral("exclamationmark.triangle.fill"), symbolSize};
 }
 
-QColor statusColour(Outcome outcome)
+QColor outcomeColour(Outcome outcome)
 {
     if (outcome == Outcome::success) return TidewellTheme::sage();
     return outcome == Outcome::skip ? TidewellTheme::creamSubtle() : TidewellTheme::copperBright();
 }
-
-} // namespace
 
 int ResultRow::height()
 {
@@ -83,18 +82,18 @@ QRect ResultRow::revealButton() const
 
 QRect ResultRow::textColumn() const
 {
-    const int leading = sidePadding + statusSymbol(m_outcome).extent() + columnSpacing;
+    const int leading = sidePadding + outcomeSymbol(m_outcome).extent() + columnSpacing;
     const int trailing = sidePadding + (m_hasOutput ? buttonExtent() + columnSpacing : 0);
     return m_option.rect.adjusted(leading, 0, -trailing, 0);
 }
 
 void ResultRow::paint(QPainter& painter, bool revealHovered) const
 {
-    paintGround(painter);
-    const Symbol status = statusSymbol(m_outcome);
+    paintRowGround(painter, m_option, m_isLast);
+    const Symbol status = outcomeSymbol(m_outcome);
     const QRect icon(m_option.rect.left() + sidePadding, m_option.rect.top(), status.extent(),
                      m_option.rect.height());
-    status.paint(painter, mirrored(icon), statusColour(m_outcome));
+    status.paint(painter, mirrored(icon), outcomeColour(m_outcome));
     paintTexts(painter);
     if (!m_hasOutput) return;
     if (revealHovered)
@@ -102,21 +101,6 @@ void ResultRow::paint(QPainter& painter, bool revealHovered) const
                      Qt::transparent);
     Symbol{QStringLiteral("magnifyingglass"), symbolSize}.paint(
         painter, revealButton(), revealHovered ? TidewellTheme::cream() : TidewellTheme::copperBright());
-}
-
-void ResultRow::paintGround(QPainter& painter) const
-{
-    const auto cream = [](double opacity) {
-        return TidewellTheme::withOpacity(TidewellTheme::cream(), opacity);
-    };
-    const bool selected = m_option.state.testFlag(QStyle::State_Selected);
-    if (selected)
-        painter.fillRect(m_option.rect, cream(0.1));
-    else if (m_option.state.testFlag(QStyle::State_MouseOver))
-        painter.fillRect(m_option.rect, cream(0.05));
-    if (!m_isLast) painter.fillRect(m_option.rect.adjusted(0, m_option.rect.height() - 1, 0, 0), cream(0.1));
-    if (m_option.state.testFlag(QStyle::State_HasFocus))
-        paintFocusRing(painter, m_option.rect.adjusted(1, 1, -1, -2), 7, TidewellTheme::copperBright());
 }
 
 void ResultRow::paintTexts(QPainter& painter) const
@@ -132,37 +116,12 @@ void ResultRow::paintTexts(QPainter& painter) const
         return mirrored(line);
     };
     painter.setPen(TidewellTheme::cream());
-    paintText(painter, nextLine(TextStyle::body), m_name, Qt::ElideMiddle);
+    paintRowText(painter, m_option, nextLine(TextStyle::body), m_name, Qt::ElideMiddle);
     painter.setPen(TidewellTheme::creamMuted());
-    paintText(painter, nextLine(TextStyle::caption), m_message, Qt::ElideRight);
+    paintRowText(painter, m_option, nextLine(TextStyle::caption), m_message, Qt::ElideRight);
     if (!m_isSuccess) return;
     painter.setPen(TidewellTheme::creamSubtle());
-    paintMetrics(painter, nextLine(TextStyle::caption2));
-}
-
-// The edge follows the window's direction, not that of the text.
-Qt::Alignment ResultRow::edge() const
-{
-    return m_option.direction == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
-}
-
-void ResultRow::paintText(QPainter& painter, const QRect& line, const QString& text,
-                          Qt::TextElideMode mode) const
-{
-    painter.setFont(fonts::shapedFor(text, painter.font()));
-    const auto place = static_cast<int>(edge() | Qt::AlignAbsolute | Qt::AlignVCenter);
-    painter.drawText(line, place | Qt::TextDontClip | Qt::TextSingleLine,
-                     painter.fontMetrics().elidedText(text, mode, line.width()));
-}
-
-void ResultRow::paintMetrics(QPainter& painter, const QRect& line) const
-{
-    const QFontMetricsF metrics(painter.font());
-    const double width = figuresWidth(metrics, m_metricsText);
-    if (width > line.width()) return paintText(painter, line, m_metricsText, Qt::ElideRight);
-    const double left = edge() == Qt::AlignRight ? line.right() + 1 - width : line.left();
-    const double baseline = line.top() + (line.height() + metrics.ascent() - metrics.descent()) / 2;
-    drawFigures(painter, {left, baseline}, m_metricsText);
+    paintRowFigures(painter, m_option, nextLine(TextStyle::caption2), m_metricsText);
 }
 
 } // namespace lumora

@@ -5,15 +5,21 @@
 #pragma once
 
 #include "ui/results/results_list_model.h"
+#include "ui/theme/symbols.h"
 
 #include <QRect>
 #include <QString>
 #include <QStyleOptionViewItem>
 
+class QColor;
 class QModelIndex;
 class QPainter;
 
 namespace lumora {
+
+// How the eye is told of an outcome.
+Symbol outcomeSymbol(ResultsListModel::Outcome outcome);
+QColor outcomeColour(ResultsListModel::Outcome outcome);
 
 class ResultRow
 {
@@ -31,11 +37,7 @@ public:
 private:
     QRect mirrored(const QRect& area) const;
     QRect textColumn() const;
-    void paintGround(QPainter& painter) const;
     void paintTexts(QPainter& painter) const;
-    Qt::Alignment edge() const;
-    void paintText(QPainter& painter, const QRect& line, const QString& text, Qt::TextElideMode mode) const;
-    void paintMetrics(QPainter& painter, const QRect& line) const;
 
     const QStyleOptionViewItem& m_option;
     QString m_name;

@@ -33,13 +33,6 @@ QString toolTip(const ProcessingResult& result)
     return QStringLiteral("<p style=\"white-space:pre\">%1</p>").arg(lines.join(u'\n').toHtmlEscaped());
 }
 
-ResultsListModel::Outcome outcome(const ProcessingResult& result)
-{
-    using Outcome = ResultsListModel::Outcome;
-    if (result.isSuccess) return Outcome::success;
-    return isSkipped(result) ? Outcome::skip : Outcome::failure;
-}
-
 // What the icon says to the eye comes first.
 QString spokenOutcome(const ProcessingResult& result)
 {
@@ -50,6 +43,12 @@ QString spokenOutcome(const ProcessingResult& result)
 }
 
 } // namespace
+
+ResultsListModel::Outcome ResultsListModel::outcome(const ProcessingResult& result)
+{
+    if (result.isSuccess) return Outcome::success;
+    return isSkipped(result) ? Outcome::skip : Outcome::failure;
+}
 
 ResultsListModel::ResultsListModel(ProcessingModel& processing, QObject* parent)
     : ComparableResults(parent), m_processing(processing), m_arrangement(processing)

@@ -17,6 +17,7 @@ class ResultsListModel : public ComparableResults
 
 public:
     enum class Outcome { success, failure, skip };
+    static Outcome outcome(const ProcessingResult& result);
 
     enum Role {
         MessageRole = Qt::UserRole, // QString, lines as they came

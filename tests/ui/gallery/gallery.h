@@ -34,5 +34,6 @@ void menuPages(const Gallery& gallery);
 void dialogPages(const Gallery& gallery);
 void windowPages(const Gallery& gallery);
 void comparisonPages(const Gallery& gallery);
+void historyPages(const Gallery& gallery);
 
 } // namespace lumora::gallery

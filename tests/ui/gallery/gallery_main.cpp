@@ -58,6 +58,7 @@ int main(int argc, char** argv)
         lumora::gallery::dialogPages(gallery);
         lumora::gallery::windowPages(gallery);
         lumora::gallery::comparisonPages(gallery);
+        lumora::gallery::historyPages(gallery);
     }
     return 0;
 }
