@@ -57,6 +57,12 @@ public:
     // Newest first; absent when the history cannot be read, which was told then.
     std::optional<std::vector<BatchSummary>> batches();
     std::optional<std::vector<FileRecord>> filesOf(std::int64_t batch);
+    // The last time that this source became this output, both spelled as resolvedPlace() does; no file when
+    // that is not known.
+    std::optional<std::vector<FileRecord>> lastOf(const std::filesystem::path& source,
+                                                  const std::filesystem::path& output);
+    // That of the newest output that was not taken back; no batch when there is none.
+    std::optional<std::vector<BatchSummary>> lastToUndo();
     void markUndone(const std::vector<std::int64_t>& files);
 
     HistoryLimits limits();

@@ -71,7 +71,7 @@ PreferencesView::PreferencesView(LumoraSettings& settings, StatsStore& stats, Fo
     stack->addWidget(makeDestinationSection(settings, [this] { chooseDestinationFolder(); }));
     stack->addWidget(makeMiscellaneousSection(settings));
     stack->addWidget(makeLifetimeStatsSection(stats, [this] { return m_confirmReset(window()); }));
-    stack->addWidget(makeSafetySection(settings));
+    stack->addWidget(makeSafetySection(settings, [this] { Q_EMIT forgetRequested(); }));
     stack->addStretch();
     setWidget(content);
     content->setAutoFillBackground(false);

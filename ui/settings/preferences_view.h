@@ -39,6 +39,10 @@ public:
 
     QSize sizeHint() const override { return {620, 820}; }
 
+Q_SIGNALS:
+    // What was done is to be forgotten.
+    void forgetRequested();
+
 protected:
     bool event(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
