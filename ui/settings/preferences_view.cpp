@@ -20,7 +20,9 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QSlider>
 #include <QVBoxLayout>
 
@@ -127,6 +129,14 @@ void PreferencesView::showEvent(QShowEvent* event)
 {
     QScrollArea::showEvent(event);
     if (!window()->focusWidget()) setFocus();
+}
+
+// The scroll area knows the other keys itself.
+void PreferencesView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Home) return verticalScrollBar()->setValue(verticalScrollBar()->minimum());
+    if (event->key() == Qt::Key_End) return verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+    QScrollArea::keyPressEvent(event);
 }
 
 // Strip and viewport share one gradient.

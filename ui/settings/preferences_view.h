@@ -46,6 +46,7 @@ Q_SIGNALS:
 protected:
     bool event(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     // Scrolling over a control scrolls the view; it never changes the control's setting.
     bool eventFilter(QObject* watched, QEvent* event) override;
