@@ -7,6 +7,7 @@
 #include "system/regular_file.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <ctime>
@@ -35,7 +36,7 @@ std::filesystem::path History::fileIn(const std::filesystem::path& dataFolder)
 
 void History::complainOnStandardError(const std::string& complaint)
 {
-    std::fprintf(stderr, "lumora: %s\n", complaint.c_str());
+    std::fprintf(stderr, "%s: %s\n", program_invocation_short_name, complaint.c_str());
 }
 
 History::History(std::filesystem::path file, Complain complain, std::chrono::milliseconds pace)

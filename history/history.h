@@ -32,7 +32,7 @@ public:
 
     // Lumora/history.sqlite in the user's data folder.
     static std::filesystem::path fileIn(const std::filesystem::path& dataFolder);
-    // One line on standard error.
+    // One line on standard error, after the name of the program.
     static void complainOnStandardError(const std::string& complaint);
 
     // Opened when it is first needed. A row waits so long for others, but the first one of a batch not at
