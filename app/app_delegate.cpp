@@ -12,6 +12,7 @@
 #include "system/bundle.h"
 #include "ui/comparison/comparison_view.h"
 #include "ui/dropwindow/drop_window_view.h"
+#include "ui/history/history_view.h"
 #include "ui/settings/preferences_view.h"
 
 #include <QAction>
@@ -34,6 +35,11 @@ WindowParameters preferencesWindowParameters()
 WindowParameters comparisonWindowParameters()
 {
     return {QStringLiteral("Comparison"), QStringLiteral("LumoraComparisonWindow"), {1000, 720}, {480, 360}};
+}
+
+WindowParameters historyWindowParameters()
+{
+    return {QStringLiteral("History"), QStringLiteral("LumoraHistoryWindow"), {940, 680}, {560, 400}};
 }
 
 // Among the few values that no view shows: the user knows that the program goes on without a window.
@@ -61,6 +67,7 @@ AppDelegate::~AppDelegate()
     m_statusItem.reset();
     m_mainWindowHeight.reset();
     m_comparisonWindow.reset();
+    m_historyWindow.reset();
     m_mainWindow.reset();
     m_preferencesWindow.reset();
 }
@@ -90,16 +97,10 @@ ProcessingServices AppDelegate::services()
     services.requestSaveAccess = saveAccessRequest([this](const std::filesystem::path& folder) {
         return requestSaveAccess(folder, m_mainWindow.get());
     });
-    services.history = [this] { return history(); };
+    services.history = [this] { return m_historyCommands.history(); };
+    services.keepsHistory = [this] { return settings().keepHistory(); };
     services.origin = "lumora";
     return services;
-}
-
-std::shared_ptr<History> AppDelegate::history()
-{
-    if (!settings().keepHistory()) return nullptr;
-    if (!m_history) m_history = std::make_shared<History>(History::fileIn(StatsStore::userDataFolder()));
-    return m_history;
 }
 
 void AppDelegate::applicationDidFinishLaunching()
@@ -117,6 +118,14 @@ void AppDelegate::configureMenus()
     QAction* preferences =
         m_menu.addAction(QStringLiteral("Preferences..."), this, &AppDelegate::showPreferences);
     preferences->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    m_menu.addAction(QStringLiteral("History..."), this, &AppDelegate::showHistory)
+        ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_H));
+    m_undo = m_menu.addAction(QStringLiteral("Undo Last Batch..."), this, [this] {
+        m_historyCommands.undoLastBatch(*m_processingModel, QApplication::activeWindow());
+    });
+    m_undo->setShortcut(QKeySequence::Undo);
+    connect(m_processingModel.get(), &ProcessingModel::isProcessingChanged, m_undo,
+            [this] { m_undo->setEnabled(!m_processingModel->isProcessing()); });
     m_menu.addSeparator();
     m_quit = m_menu.addAction(QStringLiteral("Quit Lumora"), [] { Termination::shared().begin(); });
     m_quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
@@ -167,7 +176,7 @@ Closing AppDelegate::closing(const BrandedWindow* window)
     };
     PreferencesFile& file = m_settingsStore.settings().preferencesFile();
     const bool isLast = !isOtherShown(m_mainWindow.get()) && !isOtherShown(m_preferencesWindow.get()) &&
-                        !isOtherShown(m_comparisonWindow.get());
+                        !isOtherShown(m_comparisonWindow.get()) && !isOtherShown(m_historyWindow.get());
     return closingOf({.isLast = isLast,
                       .hasStatusItem = m_statusItem && m_statusItem->isPresent(),
                       .canBeLaunchedAgain = m_bus.isConnected(),
@@ -192,7 +201,8 @@ bool AppDelegate::isWindowShown() const
 {
     return (m_mainWindow && m_mainWindow->isVisible()) ||
            (m_preferencesWindow && m_preferencesWindow->isVisible()) ||
-           (m_comparisonWindow && m_comparisonWindow->isVisible());
+           (m_comparisonWindow && m_comparisonWindow->isVisible()) ||
+           (m_historyWindow && m_historyWindow->isVisible());
 }
 
 // The last window was closed while a batch ran.
@@ -227,12 +237,9 @@ void AppDelegate::showMainWindow()
 {
     if (!m_mainWindow) {
         const auto reducesMotion = [this] { return m_desktopSettings.reducesMotion(); };
-        const auto showInFolder = [this](const std::filesystem::path& file) {
-            showInFileBrowser(m_bus, file);
-        };
         auto* view = new DropWindowView(
-            settings(), *m_processingModel, m_statsStore, [this] { showPreferences(); },
-            FileBrowser{showInFolder, openFile}, reducesMotion,
+            settings(), *m_processingModel, m_statsStore, [this] { showPreferences(); }, fileBrowser(),
+            reducesMotion,
             [this](QWidget* parent, const ChosenFiles& chosen) { m_fileChooser.open(parent, chosen); });
         connect(view, &DropWindowView::compareRequested, this, &AppDelegate::showComparison);
         m_mainWindow = makeWindow(mainWindowParameters(), view);
@@ -246,9 +253,35 @@ void AppDelegate::showPreferences()
 {
     if (!m_preferencesWindow) {
         auto* view = new PreferencesView(settings(), m_statsStore);
+        connect(view, &PreferencesView::forgetRequested, this,
+                [this] { m_historyCommands.forget(m_preferencesWindow.get()); });
         m_preferencesWindow = makeWindow(preferencesWindowParameters(), view);
     }
     m_preferencesWindow->bringToFront();
+}
+
+void AppDelegate::showHistory()
+{
+    if (!m_historyWindow) {
+        auto* view = new HistoryView(m_historyCommands.history(),
+                                     {.fileBrowser = fileBrowser(), .undoBatch = {}, .undoFiles = {}});
+        m_historyWindow = makeWindow(historyWindowParameters(), view);
+        BrandedWindow* window = m_historyWindow.get();
+        connect(view, &HistoryView::compareRequested, this, &AppDelegate::showComparison);
+        connect(view, &HistoryView::closeRequested, window, &QWidget::close);
+        connect(&m_historyCommands, &HistoryCommands::forgotten, view, &HistoryView::refresh);
+        connect(m_processingModel.get(), &ProcessingModel::isProcessingChanged, view, [this, view] {
+            if (!m_processingModel->isProcessing()) view->refresh();
+        });
+        // What it holds of a long history is not kept for nobody.
+        connect(window, &BrandedWindow::closed, this, [this] { m_historyWindow.release()->deleteLater(); });
+    }
+    m_historyWindow->bringToFront();
+}
+
+FileBrowser AppDelegate::fileBrowser()
+{
+    return {[this](const std::filesystem::path& file) { showInFileBrowser(m_bus, file); }, openFile};
 }
 
 void AppDelegate::showAboutPanel()

@@ -93,11 +93,6 @@ std::optional<std::filesystem::path> pathIn(const Statement& row, int column)
     return row.bytes(column);
 }
 
-const std::string wholeFiles =
-    "SELECT id, source, source_size, source_time, output, output_size, output_time, output_digest,"
-    " original_bytes, output_bytes, original_trashed, trashed_original, replaced_size, replaced_time,"
-    " trashed_replaced, success, message, undone FROM files ";
-
 const char* condition(HistoryFilter filter)
 {
     switch (filter) {
@@ -127,6 +122,31 @@ bool nameHolds(std::string_view path, std::string_view part)
            }) != name.end();
 }
 
+constexpr std::string_view summaries =
+    "SELECT b.id, b.time, b.origin, b.settings, count(*), count(f.output), sum(f.undone),"
+    " sum(iif(f.output IS NULL, 0, f.original_bytes)), sum(f.output_bytes),"
+    " sum(iif(f.output IS NULL OR f.undone, 0, f.original_bytes - f.output_bytes))"
+    " FROM batches b JOIN files f ON f.batch = b.id";
+
+std::vector<BatchSummary> summariesIn(Statement& rows)
+{
+    std::vector<BatchSummary> found;
+    while (rows.step())
+        found.push_back({.batch = {rows.integer(0), rows.integer(1), rows.bytes(2), rows.bytes(3)},
+                         .files = rows.integer(4),
+                         .written = rows.integer(5),
+                         .undone = rows.integer(6),
+                         .originalBytes = rows.integer(7),
+                         .outputBytes = rows.integer(8),
+                         .saved = rows.integer(9)});
+    return found;
+}
+
+constexpr std::string_view files =
+    "SELECT id, source, source_size, source_time, output, output_size, output_time, output_digest,"
+    " original_bytes, output_bytes, original_trashed, trashed_original, replaced_size, replaced_time,"
+    " trashed_replaced, success, message, undone FROM files";
+
 FileRecord fileIn(const Statement& row)
 {
     return {.id = row.integer(0),
@@ -144,6 +164,14 @@ FileRecord fileIn(const Statement& row)
                       .replaced = stateIn(row, 12),
                       .trashedReplaced = pathIn(row, 14)},
             .isUndone = row.integer(17) != 0};
+}
+
+std::vector<FileRecord> filesIn(Statement& rows)
+{
+    std::vector<FileRecord> found;
+    while (rows.step())
+        found.push_back(fileIn(rows));
+    return found;
 }
 
 } // namespace
@@ -231,31 +259,33 @@ bool HistoryDatabase::hasOutput(std::int64_t size, const std::string& digest)
 
 std::vector<BatchSummary> HistoryDatabase::batches()
 {
+    Statement query = m_database.statement(std::string(summaries) + " GROUP BY b.id ORDER BY b.id DESC");
+    return summariesIn(query);
+}
+
+std::vector<BatchSummary> HistoryDatabase::lastToUndo()
+{
     Statement query = m_database.statement(
-        "SELECT b.id, b.time, b.origin, b.settings, count(*), count(f.output), sum(f.undone),"
-        " sum(iif(f.output IS NULL, 0, f.original_bytes)), sum(f.output_bytes),"
-        " sum(iif(f.output IS NULL OR f.undone, 0, f.original_bytes - f.output_bytes))"
-        " FROM batches b JOIN files f ON f.batch = b.id GROUP BY b.id ORDER BY b.id DESC");
-    std::vector<BatchSummary> found;
-    while (query.step())
-        found.push_back({.batch = {query.integer(0), query.integer(1), query.bytes(2), query.bytes(3)},
-                         .files = query.integer(4),
-                         .written = query.integer(5),
-                         .undone = query.integer(6),
-                         .originalBytes = query.integer(7),
-                         .outputBytes = query.integer(8),
-                         .saved = query.integer(9)});
-    return found;
+        std::string(summaries) +
+        " WHERE b.id = (SELECT batch FROM files WHERE output IS NOT NULL AND undone = 0 ORDER BY id DESC"
+        " LIMIT 1) GROUP BY b.id");
+    return summariesIn(query);
 }
 
 std::vector<FileRecord> HistoryDatabase::filesOf(std::int64_t batch)
 {
-    Statement query = m_database.statement(wholeFiles + "WHERE batch = ? ORDER BY id");
+    Statement query = m_database.statement(std::string(files) + " WHERE batch = ? ORDER BY id");
     query.bind(1, batch);
-    std::vector<FileRecord> files;
-    while (query.step())
-        files.push_back(fileIn(query));
-    return files;
+    return filesIn(query);
+}
+
+std::vector<FileRecord> HistoryDatabase::lastOf(const std::filesystem::path& source,
+                                                const std::filesystem::path& output)
+{
+    Statement query = m_database.statement(std::string(files) +
+                                           " WHERE output = ? AND source = ? ORDER BY id DESC LIMIT 1");
+    query.bindBytes(1, output.native()).bindBytes(2, source.native());
+    return filesIn(query);
 }
 
 // Names are compared here: to the database they are bytes, of which it knows no capitals.
@@ -276,13 +306,13 @@ std::vector<FoundFile> HistoryDatabase::find(const FileQuery& wanted)
     return found;
 }
 
-std::vector<FileRecord> HistoryDatabase::filesNumbered(const std::vector<std::int64_t>& files)
+std::vector<FileRecord> HistoryDatabase::filesNumbered(const std::vector<std::int64_t>& numbers)
 {
-    Statement query = m_database.statement(wholeFiles + "WHERE id = ?");
+    Statement query = m_database.statement(std::string(files) + " WHERE id = ?");
     std::vector<FileRecord> found;
-    found.reserve(files.size());
-    for (const std::int64_t file : files) {
-        query.bind(1, file);
+    found.reserve(numbers.size());
+    for (const std::int64_t number : numbers) {
+        query.bind(1, number);
         if (query.step()) found.push_back(fileIn(query));
         query.run();
     }

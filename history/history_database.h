@@ -45,7 +45,10 @@ public:
     // Those of one batch in the order in which they finished, those of all the other way round.
     std::vector<FoundFile> find(const FileQuery& wanted);
     // Without those that are remembered no more.
-    std::vector<FileRecord> filesNumbered(const std::vector<std::int64_t>& files);
+    std::vector<FileRecord> filesNumbered(const std::vector<std::int64_t>& numbers);
+    // At most one each.
+    std::vector<FileRecord> lastOf(const std::filesystem::path& source, const std::filesystem::path& output);
+    std::vector<BatchSummary> lastToUndo();
     void markUndone(const std::vector<std::int64_t>& files);
 
     HistoryLimits limits();

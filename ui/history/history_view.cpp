@@ -221,9 +221,10 @@ void HistoryView::describeFiles()
                                   QStringLiteral("In all batches"));
     if (!batch) return m_heading->display({}, {});
     const BatchRecord& record = batch->summary.batch;
+    QString files = filesText(batch->summary.files);
+    if (isListed && number != batch->summary.files) files = QStringLiteral("%1 of %2").arg(number).arg(files);
     m_heading->display(
-        QStringLiteral("%1 %2, %3")
-            .arg(dayText(batch->day), timeText(record.time), filesText(batch->summary.files)),
+        QStringLiteral("%1 %2, %3").arg(dayText(batch->day), timeText(record.time), files),
         QStringLiteral("%1, by %2")
             .arg(QString::fromStdString(record.settings), QString::fromStdString(record.origin)));
 }

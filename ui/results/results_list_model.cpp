@@ -37,7 +37,7 @@ QString toolTip(const ProcessingResult& result)
 QString spokenOutcome(const ProcessingResult& result)
 {
     QString message = QString::fromStdString(result.message);
-    if (isSkipped(result)) return message;
+    if (isSkipped(result) || isOfUndo(result)) return message;
     if (!result.isSuccess) return QStringLiteral("Failed: %1").arg(message);
     return QStringLiteral("Succeeded: %1, %2").arg(message, metricsLine(result));
 }
@@ -46,6 +46,7 @@ QString spokenOutcome(const ProcessingResult& result)
 
 ResultsListModel::Outcome ResultsListModel::outcome(const ProcessingResult& result)
 {
+    if (isOfUndo(result)) return Outcome::skip;
     if (result.isSuccess) return Outcome::success;
     return isSkipped(result) ? Outcome::skip : Outcome::failure;
 }
@@ -54,6 +55,7 @@ ResultsListModel::ResultsListModel(ProcessingModel& processing, QObject* parent)
     : ComparableResults(parent), m_processing(processing), m_arrangement(processing)
 {
     connect(&processing, &ProcessingModel::resultInserted, this, &ResultsListModel::insertNewest);
+    connect(&processing, &ProcessingModel::resultChanged, this, &ResultsListModel::readChanged);
     connect(&processing, &ProcessingModel::resultsRemoved, this, &ResultsListModel::readAll);
     readAll();
 }
@@ -101,6 +103,17 @@ void ResultsListModel::retry(const QModelIndex& index)
 void ResultsListModel::retryFailed()
 {
     m_processing.retryFailed();
+}
+
+void ResultsListModel::undo(const QModelIndex& index)
+{
+    if (index.isValid()) m_processing.undo(m_arrangement.modelRow(index.row()));
+}
+
+bool ResultsListModel::canUndo(const QModelIndex& index) const
+{
+    const ProcessingResult& row = result(index);
+    return row.isSuccess && row.outputURL && m_processing.canUndo();
 }
 
 void ResultsListModel::clear()
@@ -172,6 +185,12 @@ void ResultsListModel::insertNewest()
         m_arrangement.leaveOutNewest();
     }
     if (isFailed(m_processing.resultAt(0))) setFailureCount(m_failureCount + 1);
+}
+
+// What is in sight is read again; where a row stands by its order is left as it was.
+void ResultsListModel::readChanged()
+{
+    if (rowCount() > 0) Q_EMIT dataChanged(index(0), index(rowCount() - 1));
 }
 
 void ResultsListModel::readAll()
