@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What a screen reader says of the two windows and where the Tab key leads in them.
 #include "tests/ui/drop_window_objects.h"
+#include "tests/ui/history/history_window.h"
 #include "ui/dropzone/drop_zone.h"
 #include "ui/settings/preferences_view.h"
 
@@ -39,7 +40,7 @@ QStringList walkByTab(QWidget& window)
     }
 }
 
-void expectEveryControlToBeNamedAndExplained(QWidget& window)
+void expectEveryControlToBeNamedAndExplained(QWidget& window, int moreThan = 8)
 {
     int controls = 0;
     for (QWidget* control : window.findChildren<QWidget*>()) {
@@ -51,7 +52,7 @@ void expectEveryControlToBeNamedAndExplained(QWidget& window)
         EXPECT_FALSE(name.isEmpty()) << control->metaObject()->className();
         EXPECT_FALSE(spoken(*control, QAccessible::Description).isEmpty()) << name.toStdString();
     }
-    EXPECT_GT(controls, 8);
+    EXPECT_GT(controls, moreThan);
 }
 
 QStringList words(std::initializer_list<const char*> texts)
@@ -122,7 +123,8 @@ TEST_F(Accessibility, TabWalksThePreferencesFromTopToBottom)
                                       "Move replaced files to Trash",
                                       "Skip files that were optimized before",
                                       "Write smaller files only",
-                                      "Keep folders in the chosen folder"}));
+                                      "Keep folders in the chosen folder",
+                                      "Forget What Was Done"}));
 }
 
 TEST_F(Accessibility, EveryControlOfTheDropWindowIsNamedAndExplained)
@@ -176,6 +178,30 @@ TEST_F(Accessibility, TheDropZoneSpeaksItsStatus)
     objects.addSuccess("/photos/a.jpg", 2, 1, "Optimized");
     EXPECT_EQ(spoken(*view->findChild<DropZone*>(), QAccessible::Description),
               QStringLiteral("Done. Drop image files or folders here, or onto the Lumora Dock icon."));
+}
+
+class HistoryAccessibility : public testing::Test, protected test::HistoryWindow
+{
+protected:
+    void SetUp() override
+    {
+        add({written("/photos/a.jpg")});
+        open();
+    }
+};
+
+TEST_F(HistoryAccessibility, TabWalksTheHistoryInReadingOrder)
+{
+    EXPECT_EQ(view->focusWidget(), view.get());
+    fileList().setCurrentIndex(files().index(0));
+    EXPECT_EQ(walkByTab(*view),
+              words({"Search by name", "Show, All Files", "Batches", "Undo Batch", "Files", "Show in Folder",
+                     "Compare", "Undo files"}));
+}
+
+TEST_F(HistoryAccessibility, EveryControlOfTheHistoryIsNamedAndExplained)
+{
+    expectEveryControlToBeNamedAndExplained(*view, 7);
 }
 
 } // namespace

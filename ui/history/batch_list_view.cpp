@@ -26,6 +26,7 @@ constexpr int designHeight = 46;
 constexpr int sidePadding = 12;
 constexpr int lineSpacing = 3;
 constexpr int columnSpacing = 10;
+constexpr int leastWidth = 170;
 
 int widthOf(const QPainter& painter, const QString& text)
 {
@@ -61,6 +62,11 @@ BatchListView::BatchListView(BatchListModel& batches, QWidget* parent)
 int BatchListView::rowHeight() const
 {
     return fonts::scaled(designHeight);
+}
+
+QSize BatchListView::minimumSizeHint() const
+{
+    return {fonts::scaled(leastWidth), rowHeight()};
 }
 
 std::int64_t BatchListView::chosenBatch() const
@@ -127,15 +133,14 @@ void BatchListView::paintRow(QPainter& painter, const QModelIndex& index,
     paintBatch(painter, index, option);
 }
 
-// At the foot of its row, near to its batches.
+// On a darker band, which parts the days.
 void BatchListView::paintDay(QPainter& painter, const QModelIndex& index,
                              const QStyleOptionViewItem& option) const
 {
     using namespace TidewellTheme;
     const BatchRow& row = m_batches.row(index);
-    const int height = fonts::lineHeight(TextStyle::caption);
-    const QRect area = option.rect.adjusted(sidePadding, 0, -sidePadding, -fonts::scaled(7));
-    const QRect line(area.left(), area.bottom() + 1 - height, area.width(), height);
+    const QRect line = option.rect.adjusted(sidePadding, 0, -sidePadding, 0);
+    painter.fillRect(option.rect, withOpacity(leatherDeep(), 0.45));
     QFont font = fonts::font(TextStyle::caption, QFont::Bold);
     font.setCapitalization(QFont::AllUppercase);
     painter.setFont(font);
@@ -171,8 +176,12 @@ void BatchListView::paintBatch(QPainter& painter, const QModelIndex& index,
     paintRowFigures(painter, option, head, time);
     const int timeWidth = widthOf(painter, time) + columnSpacing;
     painter.setFont(fonts::font(TextStyle::subheadline));
+    const QString saved = savedText(summary.saved);
+    QString files = filesText(summary.files);
+    if (timeWidth + widthOf(painter, files) + columnSpacing + widthOf(painter, saved) > head.width())
+        files.clear();
     paintEnds(painter, option, QStyle::visualRect(option.direction, head, head.adjusted(timeWidth, 0, 0, 0)),
-              filesText(summary.files), creamMuted(), savedText(summary.saved), cream());
+              files, creamMuted(), saved, cream());
     painter.setFont(fonts::font(TextStyle::caption));
     const QString undone = summary.undone > 0 ? QStringLiteral("%1 undone").arg(summary.undone) : QString();
     paintEnds(painter, option, QRect(area.left(), top + first + lineSpacing, area.width(), second),

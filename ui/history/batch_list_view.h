@@ -21,6 +21,7 @@ public:
     explicit BatchListView(BatchListModel& batches, QWidget* parent = nullptr);
 
     int rowHeight() const override;
+    QSize minimumSizeHint() const override;
     // 0 while there is none.
     std::int64_t chosenBatch() const;
     // The newest one where it is not listed.

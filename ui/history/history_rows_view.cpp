@@ -36,7 +36,7 @@ void HistoryRowsView::setPlaceholder(const QString& text)
 
 QSize HistoryRowsView::minimumSizeHint() const
 {
-    return {fonts::scaled(170), rowHeight()};
+    return {fonts::scaled(120), rowHeight()};
 }
 
 void HistoryRowsView::rowsPainted(int, int) {}

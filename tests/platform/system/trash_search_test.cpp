@@ -87,5 +87,18 @@ TEST_F(FindInTrash, IsNoFailureWithoutATrash)
     EXPECT_EQ(findInTrash("/photos/a.jpg"), std::nullopt);
 }
 
+TEST_F(FindInTrash, ReadsATrashOnceForManyFiles)
+{
+    const path first = throwAway(home(), "a.jpg", "/photos/a.jpg", day);
+    const path second = throwAway(home(), "b.jpg", "/photos/b.jpg", day);
+    TrashContents trash;
+    EXPECT_EQ(trash.find("/photos/a.jpg"), first);
+    EXPECT_EQ(trash.find("/photos/b.jpg"), second);
+    throwAway(home(), "c.jpg", "/photos/c.jpg", day);
+    EXPECT_EQ(trash.find("/photos/c.jpg"), std::nullopt);
+    std::filesystem::remove(second);
+    EXPECT_EQ(trash.find("/photos/b.jpg"), std::nullopt);
+}
+
 } // namespace
 } // namespace lumora

@@ -96,7 +96,7 @@ struct HistoryWindow
             const int height = fileList().viewport()->height();
             for (int y = 0; y < height; y += fileList().rowHeight()) {
                 const QModelIndex row = fileList().indexAt(QPoint(0, y));
-                if (row.isValid() && !model.places(row)) return false;
+                if (row.isValid() && !(model.record(row) && model.places(row))) return false;
             }
             return true;
         });
