@@ -3,6 +3,8 @@
 #include "ui/history/history_search.h"
 
 #include "ui/controls/chip_button.h"
+#include "ui/theme/symbols.h"
+#include "ui/theme/tidewell_theme.h"
 
 #include <QActionGroup>
 #include <QHBoxLayout>
@@ -27,6 +29,19 @@ constexpr FilterName filters[] = {{HistoryFilter::all, "All Files", "All files"}
                                   {HistoryFilter::notWritten, "Failed or Left", "Failed or left alone"},
                                   {HistoryFilter::undone, "Undone", "Undone"}};
 
+// A light one would be the brightest thing of the window.
+void darken(QLineEdit& field)
+{
+    using namespace TidewellTheme;
+    QPalette palette = field.palette();
+    palette.setColor(QPalette::Base, leatherDeep());
+    palette.setColor(QPalette::Text, cream());
+    palette.setColor(QPalette::PlaceholderText, creamMuted());
+    field.setPalette(palette);
+    field.addAction(Symbol{QStringLiteral("magnifyingglass"), 13}.icon(creamMuted()),
+                    QLineEdit::LeadingPosition);
+}
+
 } // namespace
 
 HistorySearch::HistorySearch(QWidget* parent)
@@ -39,6 +54,7 @@ HistorySearch::HistorySearch(QWidget* parent)
         QStringLiteral("Lists the files of all batches whose name holds this (Ctrl+F)"));
     m_field->setToolTip(m_field->accessibleDescription());
     m_field->installEventFilter(this);
+    darken(*m_field);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(10);

@@ -26,15 +26,21 @@ double presence(const QStyleOption& option)
     return has(option, QStyle::State_Enabled) ? 1 : 0.45;
 }
 
+QColor groundColour(const QStyleOption& option)
+{
+    return option.palette.color(QPalette::Base);
+}
+
 QColor outlineColour(const QStyleOption& option)
 {
     const bool lifted = has(option, QStyle::State_Enabled) && has(option, QStyle::State_MouseOver);
-    return withOpacity(copperStrong(), lifted ? 0.6 : 0.38);
+    const bool onDark = groundColour(option).lightnessF() < 0.5F;
+    return withOpacity(onDark ? copperBright() : copperStrong(), lifted ? 0.6 : 0.38);
 }
 
 void paintGround(QPainter& painter, const QStyleOption& option)
 {
-    paintRounded(painter, option.rect, fieldRadius, lightCardRaised(), outlineColour(option));
+    paintRounded(painter, option.rect, fieldRadius, groundColour(option), outlineColour(option));
     if (has(option, QStyle::State_HasFocus)) paintFocus(painter, option, fieldRadius);
 }
 
