@@ -1,14 +1,20 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The views' figures: bench_ui start [ROUNDS] | rows [N] | settings | comparison PICTURE WORKER. The picture
+// The views' figures: bench_ui start [ROUNDS] | rows [N] | settings | history [N] |
+// comparison PICTURE WORKER. The picture
 // has its output beside it, as a WebP file of its name; WORKER is the program that reads both.
 #include "bench/fake_batch.h"
+#include "history/history.h"
 #include "model/lumora_settings.h"
 #include "model/stats_store.h"
 #include "tests/support/settings.h"
 #include "tests/support/temporary_directory.h"
 #include "ui/comparison/comparison_view.h"
 #include "ui/dropwindow/drop_window_view.h"
+#include "ui/history/batch_list_view.h"
+#include "ui/history/history_files_model.h"
+#include "ui/history/history_files_view.h"
+#include "ui/history/history_view.h"
 #include "ui/results/results_list_model.h"
 #include "ui/results/results_list_view.h"
 #include "ui/settings/preferences_view.h"
@@ -18,6 +24,7 @@
 #include "ui/theme/surfaces.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QPainter>
 #include <QProcess>
 #include <QScrollBar>
@@ -25,6 +32,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <exception>
 #include <string_view>
 
@@ -160,7 +168,7 @@ int start(int argc, char** argv, int rounds)
     return 0;
 }
 
-void scrollByPages(QScrollBar& bar)
+void scrollByPages(QScrollBar& bar, const char* what = "scroll by a page")
 {
     std::vector<double> times;
     for (int page = 0; page < 500; ++page) {
@@ -169,7 +177,7 @@ void scrollByPages(QScrollBar& bar)
         QCoreApplication::processEvents();
         times.push_back(milliseconds(Clock::now() - begin));
     }
-    print("scroll by a page", times);
+    print(what, times);
 }
 
 // From the model's news of the row until everything is painted.
@@ -251,6 +259,71 @@ int comparison(int argc, char** argv)
     return 0;
 }
 
+// A year of batches of four files each.
+void remember(const std::filesystem::path& file, int count)
+{
+    constexpr int filesOfABatch = 4;
+    constexpr std::int64_t day = 86'400;
+    HistoryDatabase database(file, History::complainOnStandardError);
+    Transaction writing(database.sqlite());
+    std::int64_t batch = 0;
+    for (int number = 0; number < count; ++number) {
+        const std::int64_t age = 360 * day - 360 * day * number / count;
+        if (number % filesOfABatch == 0)
+            batch = database.addBatch({0, std::time(nullptr) - age, "lumora",
+                                       "webp, quality 82, maxWidth 2560, sRGB, metadata removed"});
+        const std::string name =
+            "/home/someone/Pictures/2026/A holiday by the sea/IMG_" + std::to_string(number);
+        FileRecord record{.source = name + ".jpg",
+                          .output = name + ".webp",
+                          .originalBytes = 4'000'000,
+                          .outputBytes = 900'000,
+                          .isSuccess = true,
+                          .message = "Optimized to WebP."};
+        record.trace.output = FileState{900'000, number};
+        record.trace.outputDigest = "0123456789abcdef";
+        database.addFile(batch, record);
+    }
+    writing.commit();
+}
+
+int history(int argc, char** argv, int count)
+{
+    const test::TemporaryDirectory folder;
+    setenv("XDG_DATA_HOME", folder.path().c_str(), 1);
+    remember(folder / "history.sqlite", count);
+    QApplication application(argc, argv);
+    dress(application);
+    const auto until = [](Clock::time_point begin, auto isReached) {
+        while (!isReached())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        QCoreApplication::processEvents();
+        return milliseconds(Clock::now() - begin);
+    };
+    std::vector<double> opened;
+    std::vector<double> found;
+    for (int round = 0; round < 7; ++round) {
+        const auto begin = Clock::now();
+        HistoryView view(std::make_shared<History>(folder / "history.sqlite"), {});
+        const auto* files = view.findChild<HistoryFilesModel*>();
+        view.resize(view.sizeHint());
+        view.show();
+        opened.push_back(
+            until(begin, [&] { return files->rowCount() > 0 && files->record(files->index(0)); }));
+        const auto typed = Clock::now();
+        view.findChild<QLineEdit*>()->setText(QStringLiteral("img"));
+        found.push_back(
+            until(typed, [&] { return files->rowCount() == count && files->record(files->index(0)); }));
+        if (round > 0) continue;
+        scrollByPages(*view.findChild<HistoryFilesView*>()->verticalScrollBar(), "history, scroll all files");
+        view.findChild<QLineEdit*>()->clear();
+        scrollByPages(*view.findChild<BatchListView*>()->verticalScrollBar(), "history, scroll batches");
+    }
+    print("history, until files are shown", opened);
+    print("history, search that finds all", found);
+    return 0;
+}
+
 } // namespace
 } // namespace lumora
 
@@ -263,8 +336,11 @@ try {
     if (what == "start") return lumora::start(argc, argv, count(41));
     if (what == "rows") return lumora::rows(argc, argv, count(100'000));
     if (what == "settings") return lumora::settings(argc, argv);
+    if (what == "history") return lumora::history(argc, argv, count(200'000));
     if (what == "comparison" && argc == 4) return lumora::comparison(argc, argv);
-    std::fputs("usage: bench_ui start [ROUNDS] | rows [N] | settings | comparison PICTURE WORKER\n", stderr);
+    std::fputs("usage: bench_ui start [ROUNDS] | rows [N] | settings | history [N] | "
+               "comparison PICTURE WORKER\n",
+               stderr);
     return 2;
 } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());
