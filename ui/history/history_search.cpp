@@ -3,13 +3,11 @@
 #include "ui/history/history_search.h"
 
 #include "ui/controls/chip_button.h"
-#include "ui/theme/symbols.h"
-#include "ui/theme/tidewell_theme.h"
+#include "ui/history/search_field.h"
 
 #include <QActionGroup>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QMenu>
 
 #include <utility>
@@ -29,23 +27,10 @@ constexpr FilterName filters[] = {{HistoryFilter::all, "All Files", "All files"}
                                   {HistoryFilter::notWritten, "Failed or Left", "Failed or left alone"},
                                   {HistoryFilter::undone, "Undone", "Undone"}};
 
-// A light one would be the brightest thing of the window.
-void darken(QLineEdit& field)
-{
-    using namespace TidewellTheme;
-    QPalette palette = field.palette();
-    palette.setColor(QPalette::Base, leatherDeep());
-    palette.setColor(QPalette::Text, cream());
-    palette.setColor(QPalette::PlaceholderText, creamMuted());
-    field.setPalette(palette);
-    field.addAction(Symbol{QStringLiteral("magnifyingglass"), 13}.icon(creamMuted()),
-                    QLineEdit::LeadingPosition);
-}
-
 } // namespace
 
 HistorySearch::HistorySearch(QWidget* parent)
-    : QWidget(parent), m_field(new QLineEdit),
+    : QWidget(parent), m_field(new SearchField),
       m_chip(new ChipButton(QStringLiteral("Choose which files are listed")))
 {
     m_field->setPlaceholderText(QStringLiteral("Search by name"));
@@ -54,7 +39,6 @@ HistorySearch::HistorySearch(QWidget* parent)
         QStringLiteral("Lists the files of all batches whose name holds this (Ctrl+F)"));
     m_field->setToolTip(m_field->accessibleDescription());
     m_field->installEventFilter(this);
-    darken(*m_field);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(10);

@@ -10,11 +10,10 @@
 
 #include <string>
 
-class QLineEdit;
-
 namespace lumora {
 
 class ChipButton;
+class SearchField;
 
 class HistorySearch : public QWidget
 {
@@ -45,7 +44,7 @@ private:
     void makeMenu();
     void refresh();
 
-    QLineEdit* m_field;
+    SearchField* m_field;
     ChipButton* m_chip;
     HistoryFilter m_filter = HistoryFilter::all;
 };
