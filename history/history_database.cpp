@@ -186,8 +186,8 @@ bool HistoryDatabase::hasOutput(std::int64_t size)
 bool HistoryDatabase::hasOutput(std::int64_t size, const std::string& digest)
 {
     return m_database
-        .statement(
-            "SELECT 1 FROM files WHERE output IS NOT NULL AND output_size = ? AND output_digest = ? LIMIT 1")
+        .statement("SELECT 1 FROM files WHERE output IS NOT NULL AND output_size = ? AND output_digest = ?"
+                   " AND original_bytes <> output_size LIMIT 1")
         .bind(1, size)
         .bindBytes(2, digest)
         .step();

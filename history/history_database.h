@@ -34,7 +34,8 @@ public:
     // The digests of what was written to this place from this source, in this size, and not undone.
     std::vector<std::string> digestsOf(const std::filesystem::path& output,
                                        const std::filesystem::path& source, std::int64_t size);
-    // Whether anything was written in this size, of this content.
+    // Whether anything was written in this size, of this content. A copy in the size of its original, which
+    // has its content too, does not count.
     bool hasOutput(std::int64_t size);
     bool hasOutput(std::int64_t size, const std::string& digest);
 
