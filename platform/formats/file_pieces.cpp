@@ -36,10 +36,10 @@ void FilePieces::keep(std::uint64_t at, std::uint64_t size)
 {
     const bool isNext = !m_pieces.empty() && m_pieces.back().instead.empty() &&
                         m_pieces.back().at + m_pieces.back().size == at;
-    if (!isNext) {
-        m_pieces.push_back({at, size});
+    if (isNext && size != FilePiece::rest) {
+        m_pieces.back().size += size;
     } else {
-        m_pieces.back().size = size == FilePiece::rest ? size : m_pieces.back().size + size;
+        m_pieces.push_back({at, size});
     }
 }
 

@@ -19,6 +19,7 @@ struct FilePiece
     std::uint64_t size = 0;
     std::string instead = {}; // of anything in the other file, if not empty
 
+    // As a size: however much follows, if anything.
     static constexpr std::uint64_t rest = std::numeric_limits<std::uint64_t>::max();
 };
 
