@@ -127,13 +127,21 @@ std::int64_t HistoryDatabase::addBatch(const BatchRecord& batch)
     return m_database.lastId();
 }
 
-void HistoryDatabase::addFile(std::int64_t batch, const FileRecord& file)
+// Understanding the words takes as long as adding the row, so the statement is used again. After a failure
+// it is made anew.
+Statement HistoryDatabase::rowToAdd()
 {
-    Statement row = m_database.statement(
+    if (m_rowToAdd) return *std::exchange(m_rowToAdd, std::nullopt);
+    return m_database.statement(
         "INSERT INTO files(batch, source, source_size, source_time, output, output_size, output_time, "
         "output_digest,"
         " original_bytes, output_bytes, original_trashed, trashed_original, replaced_size, replaced_time,"
         " trashed_replaced, success, message) VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
+}
+
+void HistoryDatabase::addFile(std::int64_t batch, const FileRecord& file)
+{
+    Statement row = rowToAdd();
     const FileTrace& trace = file.trace;
     row.bind(1, batch).bindBytes(2, file.source.native());
     bindState(row, 3, trace.source);
@@ -145,6 +153,7 @@ void HistoryDatabase::addFile(std::int64_t batch, const FileRecord& file)
     bindState(row, 13, trace.replaced);
     bindPath(row, 15, trace.trashedReplaced);
     row.bind(16, file.isSuccess ? 1 : 0).bindText(17, file.message).run();
+    m_rowToAdd = std::move(row);
 }
 
 // Files are numbered one after the other, so that their number tells without counting how many there are:

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -53,7 +54,10 @@ public:
     Sqlite& sqlite() { return m_database; }
 
 private:
+    Statement rowToAdd();
+
     Sqlite m_database;
+    std::optional<Statement> m_rowToAdd; // between two rows
 };
 
 } // namespace lumora

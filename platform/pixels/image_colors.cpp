@@ -5,6 +5,8 @@
 #include "pixels/color_conversion.h"
 #include "pixels/color_profile.h"
 
+#include <vips/vips.h>
+
 #include <algorithm>
 
 namespace lumora {
