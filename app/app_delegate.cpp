@@ -90,16 +90,10 @@ ProcessingServices AppDelegate::services()
     services.requestSaveAccess = saveAccessRequest([this](const std::filesystem::path& folder) {
         return requestSaveAccess(folder, m_mainWindow.get());
     });
-    services.history = [this] { return history(); };
+    services.history = [this] { return m_historyCommands.history(); };
+    services.keepsHistory = [this] { return settings().keepHistory(); };
     services.origin = "lumora";
     return services;
-}
-
-std::shared_ptr<History> AppDelegate::history()
-{
-    if (!settings().keepHistory()) return nullptr;
-    if (!m_history) m_history = std::make_shared<History>(History::fileIn(StatsStore::userDataFolder()));
-    return m_history;
 }
 
 void AppDelegate::applicationDidFinishLaunching()
@@ -117,6 +111,12 @@ void AppDelegate::configureMenus()
     QAction* preferences =
         m_menu.addAction(QStringLiteral("Preferences..."), this, &AppDelegate::showPreferences);
     preferences->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    m_undo = m_menu.addAction(QStringLiteral("Undo Last Batch..."), this, [this] {
+        m_historyCommands.undoLastBatch(*m_processingModel, QApplication::activeWindow());
+    });
+    m_undo->setShortcut(QKeySequence::Undo);
+    connect(m_processingModel.get(), &ProcessingModel::isProcessingChanged, m_undo,
+            [this] { m_undo->setEnabled(!m_processingModel->isProcessing()); });
     m_menu.addSeparator();
     m_quit = m_menu.addAction(QStringLiteral("Quit Lumora"), [] { Termination::shared().begin(); });
     m_quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
@@ -246,6 +246,8 @@ void AppDelegate::showPreferences()
 {
     if (!m_preferencesWindow) {
         auto* view = new PreferencesView(settings(), m_statsStore);
+        connect(view, &PreferencesView::forgetRequested, this,
+                [this] { m_historyCommands.forget(m_preferencesWindow.get()); });
         m_preferencesWindow = makeWindow(preferencesWindowParameters(), view);
     }
     m_preferencesWindow->bringToFront();

@@ -9,13 +9,13 @@
 #include "app/desktop/desktop_settings.h"
 #include "app/desktop/launcher_progress.h"
 #include "app/desktop/text_scale.h"
+#include "app/history_commands.h"
 #include "app/panels/about_panel.h"
 #include "app/panels/overwrite_questions.h"
 #include "app/tray/status_item.h"
 #include "app/window/branded_window.h"
 #include "app/window/closing.h"
 #include "app/window/main_window_height.h"
-#include "history/history.h"
 #include "model/processing_model.h"
 #include "model/settings_store.h"
 #include "model/stats_store.h"
@@ -69,7 +69,6 @@ protected:
 
 private:
     ProcessingServices services();
-    std::shared_ptr<History> history();
     void makeProcessingModel();
     void configureMenus();
     void configureStatusItem();
@@ -84,13 +83,14 @@ private:
     QDBusConnection m_bus;
     SettingsStore m_settingsStore;
     StatsStore m_statsStore;
-    std::shared_ptr<History> m_history; // made with the first batch that is remembered
+    HistoryCommands m_historyCommands;
     DesktopSettings m_desktopSettings;
     TextScale m_textScale;
     DesktopNotifications m_notifications;
     FileIntake m_intake;
     FileChooser m_fileChooser;
     QMenu m_menu;
+    QAction* m_undo = nullptr;
     QAction* m_quit = nullptr;
     std::unique_ptr<BrandedWindow> m_mainWindow;
     std::unique_ptr<BrandedWindow> m_preferencesWindow;

@@ -64,9 +64,10 @@ void Session::report(const ProcessingResult& result)
 {
     m_totals.add(result);
     if (isLeftAlone(result)) ++m_leftAlone;
+    const bool isAsWanted = result.isSuccess || isLeftAlone(result);
     if (m_line.json)
         m_console.result(jsonLine(result));
-    else if (!m_line.quiet || !result.isSuccess)
+    else if (!m_line.quiet || !isAsWanted)
         m_console.result(resultRow(result, m_locale));
     if (m_console.resultsFailed()) stop();
 }

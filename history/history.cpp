@@ -7,6 +7,7 @@
 #include "system/regular_file.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <ctime>
@@ -35,7 +36,7 @@ std::filesystem::path History::fileIn(const std::filesystem::path& dataFolder)
 
 void History::complainOnStandardError(const std::string& complaint)
 {
-    std::fprintf(stderr, "lumora: %s\n", complaint.c_str());
+    std::fprintf(stderr, "%s: %s\n", program_invocation_short_name, complaint.c_str());
 }
 
 History::History(std::filesystem::path file, Complain complain, std::chrono::milliseconds pace)
@@ -230,6 +231,22 @@ std::optional<std::vector<FileRecord>> History::filesOf(std::int64_t batch)
     return found;
 }
 
+std::optional<std::vector<FileRecord>> History::lastOf(const std::filesystem::path& source,
+                                                       const std::filesystem::path& output)
+{
+    std::vector<FileRecord> found;
+    if (!use([&](HistoryDatabase& database) { found = database.lastOf(source, output); }))
+        return std::nullopt;
+    return found;
+}
+
+std::optional<std::vector<BatchSummary>> History::lastToUndo()
+{
+    std::vector<BatchSummary> found;
+    if (!use([&](HistoryDatabase& database) { found = database.lastToUndo(); })) return std::nullopt;
+    return found;
+}
+
 void History::markUndone(const std::vector<std::int64_t>& files)
 {
     use([&](HistoryDatabase& database) { database.markUndone(files); });
@@ -253,7 +270,12 @@ bool History::clear()
         const std::lock_guard lock(m_waiting);
         m_pending.clear();
     }
-    return use([](HistoryDatabase& database) { database.clear(); });
+    return use([this](HistoryDatabase& database) {
+        database.clear();
+        // The rows still to come of a batch at work are one of their own.
+        const std::lock_guard lock(m_waiting);
+        if (m_latest) m_latest->id = 0;
+    });
 }
 
 } // namespace lumora

@@ -32,7 +32,7 @@ public:
 
     // Lumora/history.sqlite in the user's data folder.
     static std::filesystem::path fileIn(const std::filesystem::path& dataFolder);
-    // One line on standard error.
+    // One line on standard error, after the name of the program.
     static void complainOnStandardError(const std::string& complaint);
 
     // Opened when it is first needed. A row waits so long for others, but the first one of a batch not at
@@ -57,6 +57,12 @@ public:
     // Newest first; absent when the history cannot be read, which was told then.
     std::optional<std::vector<BatchSummary>> batches();
     std::optional<std::vector<FileRecord>> filesOf(std::int64_t batch);
+    // The last time that this source became this output, both spelled as resolvedPlace() does; no file when
+    // that is not known.
+    std::optional<std::vector<FileRecord>> lastOf(const std::filesystem::path& source,
+                                                  const std::filesystem::path& output);
+    // That of the newest output that was not taken back; no batch when there is none.
+    std::optional<std::vector<BatchSummary>> lastToUndo();
     void markUndone(const std::vector<std::int64_t>& files);
 
     HistoryLimits limits();

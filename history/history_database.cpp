@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <string_view>
 #include <utility>
 
 namespace lumora {
@@ -91,6 +92,29 @@ std::optional<std::filesystem::path> pathIn(const Statement& row, int column)
     return row.bytes(column);
 }
 
+constexpr std::string_view summaries =
+    "SELECT b.id, b.time, b.origin, b.settings, count(*), count(f.output), sum(f.undone),"
+    " sum(iif(f.output IS NULL, 0, f.original_bytes)), sum(f.output_bytes)"
+    " FROM batches b JOIN files f ON f.batch = b.id";
+
+std::vector<BatchSummary> summariesIn(Statement& rows)
+{
+    std::vector<BatchSummary> found;
+    while (rows.step())
+        found.push_back({.batch = {rows.integer(0), rows.integer(1), rows.bytes(2), rows.bytes(3)},
+                         .files = rows.integer(4),
+                         .written = rows.integer(5),
+                         .undone = rows.integer(6),
+                         .originalBytes = rows.integer(7),
+                         .outputBytes = rows.integer(8)});
+    return found;
+}
+
+constexpr std::string_view files =
+    "SELECT id, source, source_size, source_time, output, output_size, output_time, output_digest,"
+    " original_bytes, output_bytes, original_trashed, trashed_original, replaced_size, replaced_time,"
+    " trashed_replaced, success, message, undone FROM files";
+
 FileRecord fileIn(const Statement& row)
 {
     return {.id = row.integer(0),
@@ -108,6 +132,14 @@ FileRecord fileIn(const Statement& row)
                       .replaced = stateIn(row, 12),
                       .trashedReplaced = pathIn(row, 14)},
             .isUndone = row.integer(17) != 0};
+}
+
+std::vector<FileRecord> filesIn(Statement& rows)
+{
+    std::vector<FileRecord> found;
+    while (rows.step())
+        found.push_back(fileIn(rows));
+    return found;
 }
 
 } // namespace
@@ -204,33 +236,33 @@ bool HistoryDatabase::hasOutput(std::int64_t size, const std::string& digest)
 
 std::vector<BatchSummary> HistoryDatabase::batches()
 {
+    Statement query = m_database.statement(std::string(summaries) + " GROUP BY b.id ORDER BY b.id DESC");
+    return summariesIn(query);
+}
+
+std::vector<BatchSummary> HistoryDatabase::lastToUndo()
+{
     Statement query = m_database.statement(
-        "SELECT b.id, b.time, b.origin, b.settings, count(*), count(f.output), sum(f.undone),"
-        " sum(iif(f.output IS NULL, 0, f.original_bytes)), sum(f.output_bytes)"
-        " FROM batches b JOIN files f ON f.batch = b.id GROUP BY b.id ORDER BY b.id DESC");
-    std::vector<BatchSummary> found;
-    while (query.step())
-        found.push_back({.batch = {query.integer(0), query.integer(1), query.bytes(2), query.bytes(3)},
-                         .files = query.integer(4),
-                         .written = query.integer(5),
-                         .undone = query.integer(6),
-                         .originalBytes = query.integer(7),
-                         .outputBytes = query.integer(8)});
-    return found;
+        std::string(summaries) +
+        " WHERE b.id = (SELECT batch FROM files WHERE output IS NOT NULL AND undone = 0 ORDER BY id DESC"
+        " LIMIT 1) GROUP BY b.id");
+    return summariesIn(query);
 }
 
 std::vector<FileRecord> HistoryDatabase::filesOf(std::int64_t batch)
 {
-    Statement query = m_database.statement("SELECT id, source, source_size, source_time, output, "
-                                           "output_size, output_time, output_digest, original_bytes,"
-                                           " output_bytes, original_trashed, trashed_original, "
-                                           "replaced_size, replaced_time, trashed_replaced, success,"
-                                           " message, undone FROM files WHERE batch = ? ORDER BY id");
+    Statement query = m_database.statement(std::string(files) + " WHERE batch = ? ORDER BY id");
     query.bind(1, batch);
-    std::vector<FileRecord> files;
-    while (query.step())
-        files.push_back(fileIn(query));
-    return files;
+    return filesIn(query);
+}
+
+std::vector<FileRecord> HistoryDatabase::lastOf(const std::filesystem::path& source,
+                                                const std::filesystem::path& output)
+{
+    Statement query = m_database.statement(std::string(files) +
+                                           " WHERE output = ? AND source = ? ORDER BY id DESC LIMIT 1");
+    query.bindBytes(1, output.native()).bindBytes(2, source.native());
+    return filesIn(query);
 }
 
 void HistoryDatabase::markUndone(const std::vector<std::int64_t>& files)

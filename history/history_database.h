@@ -44,6 +44,9 @@ public:
     std::vector<BatchSummary> batches();
     // In the order in which they finished.
     std::vector<FileRecord> filesOf(std::int64_t batch);
+    // At most one each.
+    std::vector<FileRecord> lastOf(const std::filesystem::path& source, const std::filesystem::path& output);
+    std::vector<BatchSummary> lastToUndo();
     void markUndone(const std::vector<std::int64_t>& files);
 
     HistoryLimits limits();

@@ -52,7 +52,7 @@ public:
         if (m_file.isUndone) return row(true, "Undone already");
         // First, since without it the output is what is left of the picture.
         const std::string obstacle = bringOriginal();
-        if (!obstacle.empty()) return row(false, "Left as it is: " + obstacle);
+        if (!obstacle.empty()) return row(false, std::string(leftWord) + obstacle);
         const bool isGone = !stateAt(*m_file.output);
         if (!isGone && isReplacedBack()) return row(true, "Undone already");
         if (!isGone && !isWhatWeWrote(m_file)) return row(false, kept("the output was changed since"));
@@ -69,14 +69,15 @@ public:
 private:
     UndoneFile row(bool isUndone, std::string message) const
     {
-        return {m_file.source, *m_file.output, isUndone, std::move(message)};
+        return {m_file.source,      *m_file.output, m_file.originalBytes,
+                m_file.outputBytes, isUndone,       std::move(message)};
     }
 
     std::string verdict() const { return m_isReal ? "Undone" : "Would be undone"; }
 
     std::string kept(const std::string& reason) const
     {
-        return "The output is left as it is: " + reason +
+        return std::string(outputLeftWord) + reason +
                (!m_broughtOriginal ? ""
                 : m_isReal         ? ". The original came back"
                                    : ". The original would come back");
@@ -132,31 +133,31 @@ private:
 
 } // namespace
 
-UndoneFile undoFile(const FileRecord& file, UndoMode mode)
+void undoFiles(History& history, const std::vector<FileRecord>& files, UndoMode mode,
+               const UndoReport& report, const std::stop_token& stop)
 {
-    return FileUndo(file, mode).run();
-}
-
-bool undoBatch(History& history, std::int64_t batch, UndoMode mode,
-               const std::function<void(const UndoneFile&)>& report, const std::stop_token& stop)
-{
-    const auto files = history.filesOf(batch);
-    if (!files) return false;
     std::vector<std::int64_t> done;
     const auto mark = [&] {
         if (!done.empty() && mode == UndoMode::forReal) history.markUndone(done);
         done.clear();
     };
-    for (auto last = files->rbegin(); last != files->rend() && !stop.stop_requested(); ++last) {
+    for (auto last = files.rbegin(); last != files.rend() && !stop.stop_requested(); ++last) {
         const FileRecord& file = *last;
         if (!file.output) continue;
-        const UndoneFile undone = undoFile(file, mode);
+        const UndoneFile undone = FileUndo(file, mode).run();
         if (undone.isUndone && !file.isUndone) done.push_back(file.id);
         if (done.size() == markedAtOnce) mark();
         report(undone);
     }
     mark();
-    return true;
+}
+
+bool undoBatch(History& history, std::int64_t batch, UndoMode mode, const UndoReport& report,
+               const std::stop_token& stop)
+{
+    const auto files = history.filesOf(batch);
+    if (files) undoFiles(history, *files, mode, report, stop);
+    return files.has_value();
 }
 
 } // namespace lumora

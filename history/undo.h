@@ -15,6 +15,8 @@
 #include <optional>
 #include <stop_token>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace lumora {
 
@@ -22,18 +24,28 @@ struct UndoneFile
 {
     std::filesystem::path source;
     std::filesystem::path output;
+    std::int64_t originalBytes;
+    std::int64_t outputBytes;
     bool isUndone;       // or would be
     std::string message; // for its row
 };
 
+// How the messages begin: of what is taken back, and of what stays.
+constexpr std::string_view undoneWord = "Undone";
+constexpr std::string_view leftWord = "Left as it is: ";
+constexpr std::string_view outputLeftWord = "The output is left as it is: ";
+
 enum class UndoMode { forReal, dryRun };
 
-// The last batch first file of it last; `report` is called for each file that had an output. Returns false
-// when the history cannot be read.
-bool undoBatch(History& history, std::int64_t batch, UndoMode mode,
-               const std::function<void(const UndoneFile&)>& report, const std::stop_token& stop = {});
+using UndoReport = std::function<void(const UndoneFile&)>;
 
-// A single file of a batch. Does not mark it in the history.
-UndoneFile undoFile(const FileRecord& file, UndoMode mode);
+// In the order of the history, the last one first: what replaced an earlier output goes before that. `report`
+// is called for each file that had an output.
+void undoFiles(History& history, const std::vector<FileRecord>& files, UndoMode mode,
+               const UndoReport& report, const std::stop_token& stop = {});
+
+// All of a batch. Returns false when the history cannot be read.
+bool undoBatch(History& history, std::int64_t batch, UndoMode mode, const UndoReport& report,
+               const std::stop_token& stop = {});
 
 } // namespace lumora

@@ -11,7 +11,7 @@
 namespace lumora {
 
 BatchMemory::BatchMemory(const ProcessingServices& services, const OptimizerSettings& settings)
-    : m_history(services.history ? services.history() : nullptr)
+    : m_history(services.history && services.keepsHistory() ? services.history() : nullptr)
 {
     if (m_history) m_batch = m_history->begin(services.origin, settingsWords(settings));
 }

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/processing_model.h"
 
+#include "history/file_state.h"
+#include "history/history.h"
 #include "model/settings_store.h"
 #include "model/stats_store.h"
 
@@ -26,6 +28,11 @@ QString optimizingText(std::size_t files, int workers)
     return QStringLiteral("Optimizing %1 with %2...")
         .arg(counted(files, QStringLiteral("image")),
              counted(static_cast<std::size_t>(workers), QStringLiteral("worker")));
+}
+
+QString unreadableHistory()
+{
+    return QStringLiteral("The history cannot be read");
 }
 
 QString invitation()
@@ -53,11 +60,6 @@ ProcessingModel::ProcessingModel(SettingsStore& settingsStore, StatsStore& stats
 
 ProcessingModel::~ProcessingModel() = default;
 
-const ProcessingResult& ProcessingModel::resultAt(int row) const
-{
-    return m_results.at(m_results.size() - 1 - static_cast<std::size_t>(row));
-}
-
 void ProcessingModel::setOnComplete(std::function<void()> onComplete)
 {
     m_onComplete = std::move(onComplete);
@@ -77,8 +79,11 @@ void ProcessingModel::cancel()
     const bool wasWaiting = !m_pending.isEmpty();
     m_pending.take();
     m_debounce->stop();
-    m_wasCancelled = m_wasCancelled || m_batch || wasWaiting;
-    if (m_batch) {
+    m_wasCancelled = m_wasCancelled || m_isProcessing || wasWaiting;
+    if (m_undo) {
+        m_undo->cancel();
+        setStatusText(QStringLiteral("Cancelling..."));
+    } else if (m_batch) {
         m_batch->cancel();
         setStatusText(QStringLiteral("Cancelling..."));
         if (m_batch && m_batch->isDone()) completeBatch(QStringLiteral("Done")); // it was paused
@@ -102,7 +107,7 @@ void ProcessingModel::setPaused(bool paused)
 
 void ProcessingModel::clearResults()
 {
-    if (m_results.empty()) return;
+    if (m_results.count() == 0) return;
     m_results.clear();
     Q_EMIT resultsRemoved();
     if (m_isProcessing) return;
@@ -121,20 +126,76 @@ void ProcessingModel::retryFailed()
     retryThose(isFailed);
 }
 
-void ProcessingModel::retryThose(const Which& which)
+void ProcessingModel::retryThose(const ResultLog::Which& which)
 {
-    std::vector<std::filesystem::path> files;
-    std::deque<ProcessingResult> kept;
-    for (ProcessingResult& result : m_results) {
-        if (which(result))
-            files.push_back(std::move(result.sourceURL));
-        else
-            kept.push_back(std::move(result));
-    }
-    m_results.swap(kept);
+    const auto files = m_results.take(which);
     if (files.empty()) return;
     Q_EMIT resultsRemoved();
     process(files);
+}
+
+bool ProcessingModel::canUndo() const
+{
+    return !m_isProcessing && m_pending.isEmpty() && m_services.history && m_services.history();
+}
+
+void ProcessingModel::undoBatch(std::int64_t batch)
+{
+    startUndo([batch](History& history) { return history.filesOf(batch); });
+}
+
+void ProcessingModel::undoFiles(std::vector<FileRecord> files)
+{
+    startUndo([files = std::move(files)](History&) { return std::optional(files); });
+}
+
+void ProcessingModel::undo(int row)
+{
+    const ProcessingResult& result = resultAt(row);
+    if (!result.outputURL) return;
+    startUndo([source = result.sourceURL, output = *result.outputURL](History& history) {
+        return history.lastOf(resolvedPlace(source), resolvedPlace(output));
+    });
+}
+
+void ProcessingModel::startUndo(std::function<std::optional<std::vector<FileRecord>>(History&)> files)
+{
+    if (!canUndo()) return;
+    m_wasCancelled = false;
+    m_outcome = {};
+    setProgress(0, 0);
+    setProcessing(true);
+    setStatusText(QStringLiteral("Undoing..."));
+    const UndoObserver observer{
+        [this](int count) { setProgress(0, count); },
+        [this](const ProcessingResult& result) { takeBack(result); },
+        [this](bool isRead) { completeBatch(isRead ? undoneText() : unreadableHistory()); }};
+    m_undo = std::make_unique<UndoRun>(UndoOrder{m_services.history(), std::move(files), shownOutputs()},
+                                       observer, m_mainThread);
+}
+
+std::vector<ShownOutput> ProcessingModel::shownOutputs() const
+{
+    std::vector<ShownOutput> shown;
+    for (int row = 0; row < resultCount(); ++row) {
+        const ProcessingResult& result = resultAt(row);
+        if (result.outputURL) shown.push_back({result.id, result.sourceURL, *result.outputURL});
+    }
+    return shown;
+}
+
+void ProcessingModel::takeBack(const ProcessingResult& result)
+{
+    if (m_results.replace(result)) {
+        Q_EMIT resultChanged();
+    } else {
+        m_results.add(result);
+        Q_EMIT resultInserted();
+    }
+    m_outcome.add(result);
+    setProgress(m_completedCount + 1, m_totalCount);
+    if (!isCancelling())
+        setStatusText(QStringLiteral("Undid %1 of %2").arg(m_completedCount).arg(m_totalCount));
 }
 
 void ProcessingModel::startPendingBatch()
@@ -197,7 +258,7 @@ void ProcessingModel::processInParallel(Batch::Expansion expansion)
 
 void ProcessingModel::consume(const ProcessingResult& result)
 {
-    m_results.push_back(result);
+    m_results.add(result);
     m_outcome.add(result);
     Q_EMIT resultInserted();
     if (m_statsStore) m_statsStore->record(result);
@@ -206,6 +267,11 @@ void ProcessingModel::consume(const ProcessingResult& result)
     m_batch->fileFinished(); // not before: an observer that runs an event loop must not see the batch end
     m_batch->handOut();
     if (m_batch->isDone()) completeBatch(QStringLiteral("Done"));
+}
+
+QString ProcessingModel::undoneText() const
+{
+    return m_totalCount > 0 ? QStringLiteral("Done") : QStringLiteral("There is nothing to undo");
 }
 
 QString ProcessingModel::progressText() const
@@ -218,6 +284,7 @@ QString ProcessingModel::progressText() const
 void ProcessingModel::completeBatch(const QString& message)
 {
     m_batch.reset();
+    m_undo.reset();
     m_outcome.leftOut = m_totalCount - m_completedCount;
     setProcessing(false);
     if (!m_pending.isEmpty()) {

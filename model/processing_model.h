@@ -5,6 +5,8 @@
 // thread, with the settings of that moment. Every file ends as one result, newest first, in the order in
 // which files finish.
 //
+// What the history remembers can be taken back while no batch runs; drops wait for the end of that too.
+//
 // All members and signals belong to the main thread, whose event loop must run. Destruction in the middle of
 // a batch stops the files in work, answers open questions with skip and waits for the workers.
 #pragma once
@@ -16,15 +18,18 @@
 #include "model/overwrite_prompter.h"
 #include "model/pending_inputs.h"
 #include "model/processing_services.h"
+#include "model/result_log.h"
+#include "model/undo_run.h"
 #include "records/processing_result.h"
 
 #include <QObject>
 #include <QString>
 
-#include <deque>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace lumora {
@@ -55,6 +60,15 @@ public:
     // again.
     void process(const std::vector<std::filesystem::path>& paths);
 
+    // Takes back what the history remembers of a batch, of some files, or of what one row shows. Each file's
+    // result gives way to one that says what became of it, or is a new one. Does nothing while canUndo() is
+    // false.
+    void undoBatch(std::int64_t batch);
+    void undoFiles(std::vector<FileRecord> files);
+    void undo(int row);
+    // There is a history, nothing is in work and nothing waits.
+    bool canUndo() const;
+
     // Hands out no further file and drops what waits, and says so at once; files in flight finish and are
     // reported and recorded, then the batch completes. Does nothing when there is nothing to cancel.
     void cancel();
@@ -66,7 +80,10 @@ public:
     void setPaused(bool paused);
     bool isPaused() const { return canPause() && m_batch->isPaused(); }
     // From cancel() to the end of its batch.
-    bool isCancelling() const { return m_batch && m_batch->isCancelled(); }
+    bool isCancelling() const
+    {
+        return (m_batch && m_batch->isCancelled()) || (m_undo && m_undo->isCancelled());
+    }
     // The last batch ended, or never began, because of cancel().
     bool wasCancelled() const { return m_wasCancelled; }
     // Of the running or the last batch; what it left out is known at its end.
@@ -80,8 +97,8 @@ public:
     int totalCount() const { return m_totalCount; }
 
     // Row 0 is the newest. A reference stays valid until rows are removed.
-    int resultCount() const { return static_cast<int>(m_results.size()); }
-    const ProcessingResult& resultAt(int row) const;
+    int resultCount() const { return m_results.count(); }
+    const ProcessingResult& resultAt(int row) const { return m_results.at(row); }
 
     // Forgets the results so far. A running batch goes on.
     void clearResults();
@@ -99,19 +116,23 @@ Q_SIGNALS:
     void progressChanged();
     // One row more, at row 0.
     void resultInserted();
+    // A row, whichever, has another result.
+    void resultChanged();
     // Rows went, and those that stay may have other numbers.
     void resultsRemoved();
 
 private:
-    using Which = std::function<bool(const ProcessingResult&)>;
-
     void startPendingBatch();
     void processExpandedBatch(Batch::Expansion expansion);
     void processInParallel(Batch::Expansion expansion);
     bool mayTakeSoMany(const Batch::Expansion& expansion) const;
     void consume(const ProcessingResult& result);
+    QString undoneText() const;
     QString progressText() const;
-    void retryThose(const Which& which);
+    void retryThose(const ResultLog::Which& which);
+    void startUndo(std::function<std::optional<std::vector<FileRecord>>(History&)> files);
+    std::vector<ShownOutput> shownOutputs() const;
+    void takeBack(const ProcessingResult& result);
     void completeBatch(const QString& message);
     int workerCount(std::size_t files) const;
     void setProcessing(bool isProcessing);
@@ -126,7 +147,9 @@ private:
     MainThreadQueue m_mainThread;
     OverwritePrompter m_prompter;
     const std::unique_ptr<Delay> m_debounce;
-    std::unique_ptr<Batch> m_batch; // exactly while m_isProcessing
+    // One of them exactly while m_isProcessing.
+    std::unique_ptr<Batch> m_batch;
+    std::unique_ptr<UndoRun> m_undo;
 
     bool m_isProcessing = false;
     bool m_wasCancelled = false;
@@ -134,7 +157,7 @@ private:
     QString m_statusText;
     int m_completedCount = 0;
     int m_totalCount = 0;
-    std::deque<ProcessingResult> m_results; // oldest first: a new row costs the same however many there are
+    ResultLog m_results;
     std::function<void()> m_onComplete;
 };
 

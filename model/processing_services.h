@@ -51,9 +51,11 @@ struct ProcessingServices
     std::function<std::int64_t()> memoryToShare = [] { return std::int64_t{0}; };
     // The program of the processes that work on pixels; absent: this process does.
     std::optional<std::filesystem::path> workerProgram;
-    // Where a batch is remembered that begins now, and by what name of this program. Asked on the main
-    // thread; empty or null: nowhere.
+    // Where batches are remembered, and by what name of this program. Asked on the main thread; empty or
+    // null: nowhere.
     std::function<std::shared_ptr<History>()> history;
+    // Whether one that begins now is remembered. Asked on the main thread.
+    std::function<bool()> keepsHistory = [] { return true; };
     std::string origin;
     // The number of workers whatever the processors; fewer when there are fewer files.
     std::optional<int> workers;

@@ -32,7 +32,9 @@ BatchNotice::BatchNotice(const ProcessingModel& model, std::function<bool()> isW
     : QObject(parent), m_model(model), m_isWatched(std::move(isWatched)), m_notify(std::move(notify)),
       m_now(std::move(now))
 {
-    connect(&model, &ProcessingModel::resultInserted, this, [this] { m_totals.add(m_model.resultAt(0)); });
+    connect(&model, &ProcessingModel::resultInserted, this, [this] {
+        if (!isOfUndo(m_model.resultAt(0))) m_totals.add(m_model.resultAt(0));
+    });
     connect(&model, &ProcessingModel::isProcessingChanged, this, &BatchNotice::processingChanged);
     // Queued: a batch that follows at once has started by then, and its results join the same message.
     connect(&model, &ProcessingModel::isProcessingChanged, this, &BatchNotice::update, Qt::QueuedConnection);
@@ -69,6 +71,8 @@ void BatchNotice::update()
 
 void BatchNotice::announce()
 {
+    const BatchOutcome& outcome = m_model.outcome();
+    if (outcome.isOfUndo()) return m_notify(QStringLiteral("Undo is done"), outcome.text());
     if (m_totals.files > 0) m_notify(summaryText(m_totals), bodyText(m_totals));
 }
 

@@ -124,7 +124,8 @@ TEST_F(CliHistory, aHistoryThatCannotBeKeptCostsOneLineAndNoFile)
     const Outcome outcome = runInto({"a.jpg", "b.jpg"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(outcome.results, HasSubstr("Files 2/2"));
-    EXPECT_THAT(outcome.complaints, testing::MatchesRegex("lumora: the history cannot be kept: [^\n]*\n"));
+    EXPECT_THAT(outcome.complaints,
+                testing::MatchesRegex("lumora-cli: the history cannot be kept: [^\n]*\n"));
 }
 
 TEST_F(CliHistory, twoProgramsAtOnceLoseNothing)

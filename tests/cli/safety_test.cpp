@@ -115,6 +115,7 @@ TEST_F(CliSafety, whatWasOptimizedIsLeftAloneWhereThatIsWanted)
     ASSERT_THAT(outcome.objects(), SizeIs(1));
     EXPECT_EQ(outcome.objects()[0].at("message"), "Already optimized.");
     EXPECT_TRUE(outcome.objects()[0].at("output").is_null());
+    EXPECT_EQ(runInto({"--skip-optimized", "--quiet", "moved.webp"}).results, "");
     EXPECT_THAT(outputs(), IsEmpty());
     // A changed one is an image like others, and so is an original.
     photograph("moved.webp", 200, 100);

@@ -133,6 +133,46 @@ TEST_F(HistoryTest, DropsBatchesThatAreTooOld)
     EXPECT_EQ(rowsOfAll(), 1u);
 }
 
+TEST_F(HistoryTest, FindsTheLastTimeThatAFileWasWritten)
+{
+    writeFile(m_folder / "a.webp", "webp");
+    const auto history = open();
+    for (const char* origin : {"first", "second"})
+        history->add(history->begin(origin, ""), written("/in/a.jpg", m_folder / "a.webp"));
+    const auto batches = history->batches().value();
+    const auto found = history->lastOf("/in/a.jpg", m_folder / "a.webp").value();
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_EQ(found[0].id, history->filesOf(batches[0].batch.id).value()[0].id);
+    EXPECT_THAT(history->lastOf("/in/b.jpg", m_folder / "a.webp").value(), IsEmpty());
+}
+
+TEST_F(HistoryTest, KnowsTheLastBatchWithAnOutputThatWasNotTakenBack)
+{
+    writeFile(m_folder / "a.webp", "webp");
+    const auto history = open();
+    EXPECT_THAT(history->lastToUndo().value(), IsEmpty());
+    history->add(history->begin("first", ""), written("/in/a.jpg", m_folder / "a.webp"));
+    history->add(history->begin("second", ""), written("/in/b.jpg", m_folder / "a.webp"));
+    history->add(history->begin("failed", ""), row("/in/c.jpg"));
+    EXPECT_EQ(history->lastToUndo().value()[0].batch.origin, "second");
+    history->markUndone({history->lastOf("/in/b.jpg", m_folder / "a.webp").value()[0].id});
+    EXPECT_EQ(history->lastToUndo().value()[0].batch.origin, "first");
+    EXPECT_EQ(history->lastToUndo().value()[0].written, 1);
+}
+
+TEST_F(HistoryTest, WhatIsStillToComeOfABatchIsRememberedWhenAllBeforeWasForgotten)
+{
+    const auto history = open();
+    const auto batch = history->begin("here", "");
+    history->add(batch, row("/in/a.jpg"));
+    EXPECT_TRUE(history->clear());
+    EXPECT_THAT(history->batches().value(), IsEmpty());
+    history->add(batch, row("/in/b.jpg"));
+    const auto batches = history->batches().value();
+    ASSERT_EQ(batches.size(), 1u);
+    EXPECT_EQ(history->filesOf(batches[0].batch.id).value()[0].source, "/in/b.jpg");
+}
+
 TEST_F(HistoryTest, ForgetsAll)
 {
     remember(3);

@@ -7,9 +7,7 @@
 #include "system/regular_file.h"
 #include "system/trash.h"
 #include "tests/history/history_harness.h"
-
-#include <cstdlib>
-#include <optional>
+#include "tests/support/trash_home.h"
 
 namespace lumora {
 namespace {
@@ -19,23 +17,8 @@ using test::readFile;
 using test::writeFile;
 using testing::ElementsAre;
 
-// GIO looks for the user's folders once a process: one home for all tests of this program.
-class Home : public testing::Environment
-{
-public:
-    void SetUp() override
-    {
-        m_home.emplace();
-        setenv("XDG_DATA_HOME", m_home->path().c_str(), 1);
-    }
-    void TearDown() override { m_home.reset(); }
-
-private:
-    std::optional<test::TemporaryDirectory> m_home;
-};
-
 // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): the test framework deletes it
-const auto* const home = testing::AddGlobalTestEnvironment(new Home);
+const auto* const home = testing::AddGlobalTestEnvironment(new test::TrashHome);
 
 class Undo : public test::HistoryTest
 {

@@ -3,6 +3,7 @@
 // Everything behind a drop window, with an optimizer that answers as it is told and no file on any disk.
 #pragma once
 
+#include "history/history.h"
 #include "model/processing_model.h"
 #include "tests/app/wait_for.h"
 #include "tests/ui/model_objects.h"
@@ -85,10 +86,12 @@ struct DropWindowObjects : ModelObjects
             return items;
         };
         fakes.requestSaveAccess = [](const Path& requested) { return requested; };
+        fakes.history = [this] { return history; };
         fakes.debounce = std::chrono::milliseconds(0);
         return fakes;
     }
 
+    std::shared_ptr<History> history; // where a test remembers
     std::mutex mutex;
     std::condition_variable go;
     int allowed = 1 << 30;

@@ -36,6 +36,7 @@ QString toolTip(const ProcessingResult& result)
 ResultsListModel::Outcome outcome(const ProcessingResult& result)
 {
     using Outcome = ResultsListModel::Outcome;
+    if (isOfUndo(result)) return Outcome::skip;
     if (result.isSuccess) return Outcome::success;
     return isSkipped(result) ? Outcome::skip : Outcome::failure;
 }
@@ -44,7 +45,7 @@ ResultsListModel::Outcome outcome(const ProcessingResult& result)
 QString spokenOutcome(const ProcessingResult& result)
 {
     QString message = QString::fromStdString(result.message);
-    if (isSkipped(result)) return message;
+    if (isSkipped(result) || isOfUndo(result)) return message;
     if (!result.isSuccess) return QStringLiteral("Failed: %1").arg(message);
     return QStringLiteral("Succeeded: %1, %2").arg(message, metricsLine(result));
 }
@@ -55,6 +56,7 @@ ResultsListModel::ResultsListModel(ProcessingModel& processing, QObject* parent)
     : QAbstractListModel(parent), m_processing(processing), m_arrangement(processing)
 {
     connect(&processing, &ProcessingModel::resultInserted, this, &ResultsListModel::insertNewest);
+    connect(&processing, &ProcessingModel::resultChanged, this, &ResultsListModel::readChanged);
     connect(&processing, &ProcessingModel::resultsRemoved, this, &ResultsListModel::readAll);
     readAll();
 }
@@ -84,6 +86,17 @@ void ResultsListModel::retry(const QModelIndex& index)
 void ResultsListModel::retryFailed()
 {
     m_processing.retryFailed();
+}
+
+void ResultsListModel::undo(const QModelIndex& index)
+{
+    if (index.isValid()) m_processing.undo(m_arrangement.modelRow(index.row()));
+}
+
+bool ResultsListModel::canUndo(const QModelIndex& index) const
+{
+    const ProcessingResult& row = result(index);
+    return row.isSuccess && row.outputURL && m_processing.canUndo();
 }
 
 void ResultsListModel::clear()
@@ -155,6 +168,12 @@ void ResultsListModel::insertNewest()
         m_arrangement.leaveOutNewest();
     }
     if (isFailed(m_processing.resultAt(0))) setFailureCount(m_failureCount + 1);
+}
+
+// What is in sight is read again; where a row stands by its order is left as it was.
+void ResultsListModel::readChanged()
+{
+    if (rowCount() > 0) Q_EMIT dataChanged(index(0), index(rowCount() - 1));
 }
 
 void ResultsListModel::readAll()

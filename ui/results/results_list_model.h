@@ -40,6 +40,8 @@ public:
     // What the processing model does with its results.
     void retry(const QModelIndex& index);
     void retryFailed();
+    void undo(const QModelIndex& index);
+    bool canUndo(const QModelIndex& index) const;
     void clear();
 
     // The record itself, for its byte paths; valid until the next result arrives.
@@ -57,6 +59,7 @@ Q_SIGNALS:
 
 private:
     void insertNewest();
+    void readChanged();
     void readAll();
     void setFailureCount(int count);
 

@@ -187,6 +187,7 @@ QMenu* ResultsListView::makeContextMenu(const QModelIndex& index)
     add(QStringLiteral("Open"), result.outputURL && m_fileBrowser.open,
         [this, row] { m_fileBrowser.open(*m_results.result(row).outputURL); });
     add(QStringLiteral("Compare"), result.outputURL.has_value(), [this, row] { compare(row); });
+    add(QStringLiteral("Undo"), m_results.canUndo(index), [this, row] { m_results.undo(row); });
     if (!result.isSuccess) add(QStringLiteral("Try Again"), true, [this, row] { m_results.retry(row); });
     menu->addSeparator();
     add(QStringLiteral("Copy Path"), true,

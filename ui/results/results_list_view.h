@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The scrolling rows of the results list and what can be done with one: show its output in the file browser
-// by the button or by Return, compare it with its original by a double click or by Space, open it, try a
-// failed file again, copy its path or message, drag it out as a file.
+// by the button or by Return, compare it with its original by a double click or by Space, open it, take it
+// back, try a failed file again, copy its path or message, drag it out as a file.
 #pragma once
 
 #include "ui/controls/uniform_row_view.h"

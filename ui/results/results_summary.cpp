@@ -89,6 +89,10 @@ ResultsSummary::ResultsSummary(const ProcessingModel& processing, QWidget* paren
     setAccessibleName(QStringLiteral("Batch totals"));
     connect(&processing, &ProcessingModel::resultInserted, this, &ResultsSummary::addNewest);
     connect(&processing, &ProcessingModel::resultsRemoved, this, &ResultsSummary::addAll);
+    // An undo changes one row after the other.
+    m_changes.setSingleShot(true);
+    connect(&processing, &ProcessingModel::resultChanged, &m_changes, qOverload<>(&QTimer::start));
+    connect(&m_changes, &QTimer::timeout, this, &ResultsSummary::addAll);
     addAll();
 }
 

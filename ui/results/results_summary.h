@@ -6,6 +6,7 @@
 
 #include "model/result_text.h"
 
+#include <QTimer>
 #include <QWidget>
 
 class QLabel;
@@ -55,6 +56,7 @@ private:
     SummaryMetric* m_files;
     SummaryMetric* m_difference;
     SummaryMetric* m_reduction;
+    QTimer m_changes;
 };
 
 } // namespace lumora

@@ -20,7 +20,9 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QSlider>
 #include <QVBoxLayout>
 
@@ -71,7 +73,7 @@ PreferencesView::PreferencesView(LumoraSettings& settings, StatsStore& stats, Fo
     stack->addWidget(makeDestinationSection(settings, [this] { chooseDestinationFolder(); }));
     stack->addWidget(makeMiscellaneousSection(settings));
     stack->addWidget(makeLifetimeStatsSection(stats, [this] { return m_confirmReset(window()); }));
-    stack->addWidget(makeSafetySection(settings));
+    stack->addWidget(makeSafetySection(settings, [this] { Q_EMIT forgetRequested(); }));
     stack->addStretch();
     setWidget(content);
     content->setAutoFillBackground(false);
@@ -127,6 +129,14 @@ void PreferencesView::showEvent(QShowEvent* event)
 {
     QScrollArea::showEvent(event);
     if (!window()->focusWidget()) setFocus();
+}
+
+// The scroll area knows the other keys itself.
+void PreferencesView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Home) return verticalScrollBar()->setValue(verticalScrollBar()->minimum());
+    if (event->key() == Qt::Key_End) return verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+    QScrollArea::keyPressEvent(event);
 }
 
 // Strip and viewport share one gradient.

@@ -39,9 +39,14 @@ public:
 
     QSize sizeHint() const override { return {620, 820}; }
 
+Q_SIGNALS:
+    // What was done is to be forgotten.
+    void forgetRequested();
+
 protected:
     bool event(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     // Scrolling over a control scrolls the view; it never changes the control's setting.
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -184,9 +184,9 @@ PreferenceSection* makeLifetimeStatsSection(StatsStore& stats, std::function<boo
     return section;
 }
 
-PreferenceSection* makeSafetySection(LumoraSettings& settings)
+PreferenceSection* makeSafetySection(LumoraSettings& settings, const std::function<void()>& forget)
 {
-    return makeToggles(
+    auto* section = makeToggles(
         settings, QStringLiteral("Safety and order"),
         {{settings.keepHistory, "Remember what was done",
           "Keeps a list of batches, so that they can be undone"},
@@ -198,6 +198,12 @@ PreferenceSection* makeSafetySection(LumoraSettings& settings)
           "Keeps or copies an original whose output would not be smaller in its own format and size"},
          {settings.keepFolders, "Keep folders in the chosen folder",
           "Lays output out like the folders that were dropped"}});
+    auto* button = withHelp(
+        new StyledButton(destructiveStyle, QStringLiteral("trash"), QStringLiteral("Forget What Was Done")),
+        "Empties the list of batches, after a question");
+    QObject::connect(button, &QPushButton::clicked, section, forget);
+    section->addLeading(button);
+    return section;
 }
 
 } // namespace lumora

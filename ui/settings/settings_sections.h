@@ -17,6 +17,6 @@ PreferenceSection* makeDestinationSection(LumoraSettings& settings, std::functio
 PreferenceSection* makeMiscellaneousSection(LumoraSettings& settings);
 // `confirm` is asked before the figures go.
 PreferenceSection* makeLifetimeStatsSection(StatsStore& stats, std::function<bool()> confirm);
-PreferenceSection* makeSafetySection(LumoraSettings& settings);
+PreferenceSection* makeSafetySection(LumoraSettings& settings, const std::function<void()>& forget);
 
 } // namespace lumora

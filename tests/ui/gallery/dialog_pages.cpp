@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/panels/history_questions.h"
 #include "tests/support/temporary_directory.h"
 #include "tests/ui/gallery/gallery.h"
 #include "ui/controls/message_dialog.h"
@@ -8,8 +9,10 @@
 #include "ui/theme/button_styles.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QCheckBox>
 #include <QTest>
+#include <QTimer>
 
 #include <fstream>
 
@@ -51,11 +54,35 @@ void questionPages(const Gallery& gallery)
                  QStringLiteral("صورة البحر في الصيف.webp"));
 }
 
+// They ask by themselves: each is saved and closed when it is there.
+void historyQuestionPages(const Gallery& gallery)
+{
+    const auto saveNext = [&](const char* name) {
+        QTimer::singleShot(0, qApp, [&gallery, name] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            gallery.save(*dialog, QString::fromLatin1(name));
+            dialog->reject();
+        });
+    };
+    saveNext("question-undo");
+    BatchSummary batch;
+    batch.batch = {1, 1'768'382'000, "lumora", "webp, quality 82, width 2560, sRGB, without metadata"};
+    batch.written = 21;
+    confirmUndo(batch, nullptr);
+    saveNext("question-forget");
+    confirmForgetting(nullptr);
+    saveNext("message-nothing-to-undo");
+    tellNothingToUndo(nullptr);
+    saveNext("message-history-unusable");
+    tellHistoryUnusable(nullptr);
+}
+
 } // namespace
 
 void dialogPages(const Gallery& gallery)
 {
     questionPages(gallery);
+    historyQuestionPages(gallery);
     test::TemporaryDirectory folder;
     std::filesystem::create_directory(folder / "album");
     for (const char* name : {"beach.jpg", "logo.png", "scan.tiff"})

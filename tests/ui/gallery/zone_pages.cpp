@@ -14,6 +14,11 @@
 #include <QApplication>
 #include <QPainter>
 
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <string_view>
+
 namespace lumora::gallery {
 namespace {
 
@@ -58,6 +63,24 @@ void addMixture(Objects& objects)
     objects.addSuccess("/photos/logo.png", 20'480, 21'480, "Converted");
     objects.addFailure("/photos/skip.png", "Skipped because the output file already exists.");
     objects.addFailure("/photos/Straßenverkehrs-Zulassungs-Ordnung.tiff", "The image could not be read.");
+}
+
+// Of three files, one of which lost its original since, two are taken back.
+void addUndone(Objects& objects)
+{
+    objects.history = std::make_shared<History>(objects.folder / "history.sqlite");
+    for (const char* name : {"beach.jpg", "harbour.jpg", "logo.png"}) {
+        if (name != std::string_view("logo.png")) std::ofstream(objects.folder / name) << "x";
+        objects.addSuccess(objects.folder / name, 6'200'000, 820'000, "Optimized");
+    }
+    const auto batches = objects.history->batches().value();
+    std::vector<FileRecord> files;
+    for (const BatchSummary& batch : batches) {
+        auto ofBatch = objects.history->filesOf(batch.batch.id).value();
+        std::ranges::move(ofBatch, std::back_inserter(files));
+    }
+    objects.model.undoFiles(std::move(files));
+    test::waitFor([&] { return !objects.model.isProcessing(); });
 }
 
 ChipButton* chip(const DropWindowView& view, const QString& text)
@@ -128,6 +151,11 @@ void windowStates(const Gallery& gallery)
         addMixture(objects);
         objects.addSuccess("/photos/صورة البحر.jpg", 6'200'000, 820'000, "Optimized");
         chip(view, QStringLiteral("Newest"))->setFocus();
+    });
+    save("drop-undone", five, [](Objects& objects, DropWindowView&) { addUndone(objects); });
+    save("drop-undone-right-to-left", five, [](Objects& objects, DropWindowView& view) {
+        view.setLayoutDirection(Qt::RightToLeft);
+        addUndone(objects);
     });
     fonts::install(*qApp, 2);
     save("drop-controls-largest-text", QSize(900, 1200),

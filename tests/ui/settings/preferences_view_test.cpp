@@ -19,6 +19,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QSlider>
 #include <QTest>
 #include <QWheelEvent>
@@ -321,6 +322,17 @@ TEST_F(Preferences, ScrollByKeysBeforeAnythingIsClicked)
     ASSERT_TRUE(m_view.window()->focusWidget());
     QTest::keyClick(m_view.window()->focusWidget(), Qt::Key_PageDown);
     EXPECT_GT(m_view.verticalScrollBar()->value(), 100);
+    QTest::keyClick(m_view.window()->focusWidget(), Qt::Key_End);
+    EXPECT_EQ(m_view.verticalScrollBar()->value(), m_view.verticalScrollBar()->maximum());
+    QTest::keyClick(m_view.window()->focusWidget(), Qt::Key_Home);
+    EXPECT_EQ(m_view.verticalScrollBar()->value(), 0);
+}
+
+TEST_F(Preferences, AskForAllThatWasDoneToBeForgotten)
+{
+    QSignalSpy requests(&m_view, &PreferencesView::forgetRequested);
+    find<StyledButton>("Forget What Was Done")->click();
+    EXPECT_EQ(requests.count(), 1);
 }
 
 TEST_F(Preferences, ScrollUnderAStripThatStaysForTheWindowsControls)

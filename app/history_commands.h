@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The history as the menus use it: what is looked up is looked up off the main thread, then the user is
+// asked. Main thread.
+#pragma once
+
+#include "model/history_reader.h"
+
+#include <QObject>
+
+#include <memory>
+#include <optional>
+
+class QWidget;
+
+namespace lumora {
+
+class History;
+class ProcessingModel;
+
+class HistoryCommands : public QObject
+{
+    Q_OBJECT
+
+public:
+    // Made when it is first asked for.
+    std::shared_ptr<History> history();
+
+    // Asks, above `parent`, whether the last batch is to be taken back, and has the model do it. Does nothing
+    // while the model cannot.
+    void undoLastBatch(ProcessingModel& model, QWidget* parent);
+    // Forgets everything if the user agrees.
+    void forget(QWidget* parent);
+
+Q_SIGNALS:
+    void forgotten();
+
+private:
+    HistoryReader& reader();
+
+    std::shared_ptr<History> m_history;
+    std::optional<HistoryReader> m_reader;
+    bool m_isAsking = false;
+};
+
+} // namespace lumora
