@@ -86,8 +86,12 @@ std::vector<Option> makeOptions()
          .manual = "They are known again by what is in them, wherever they lie now."},
         {.name = "only-smaller",
          .value = onOrOff(&Line::onlySmaller),
-         .help = "write no output that is not smaller than its original",
-         .manual = "Outputs in another format, of another size or turned upright are written in any case."},
+         .help = "keep originals whose outputs would not be smaller",
+         .manual =
+             "Outputs in another format, of another size or turned upright are written in any case. With -o, "
+             "a JPEG or PNG that is kept is copied to DIR: its pixels as they are, without metadata and "
+             "profile where these are to be left out. It is not copied where its colours would have to be "
+             "converted, nor where it is an animation or has an HDR gain map that is to be kept."},
         {.name = "keep-folders",
          .value = onOrOff(&Line::keepFolders),
          .help = "lay outputs in DIR as their originals lie in the folders given"},

@@ -40,8 +40,8 @@ ProcessingServices Session::services()
         return std::move(found.images);
     };
     if (m_line.keepHistory) {
-        const auto history = std::make_shared<History>(History::fileIn(StatsStore::userDataFolder()));
-        services.history = [history] { return history; };
+        auto history = std::make_shared<History>(History::fileIn(StatsStore::userDataFolder()));
+        services.history = [history = std::move(history)] { return history; };
     }
     services.origin = "lumora-cli";
     if (m_line.existing == Existing::ask && OverwritePrompt::isPossible())

@@ -5,10 +5,10 @@
 #include "engine/kept_folders.h"
 #include "engine/output_naming.h"
 #include "engine/output_path.h"
+#include "engine/places.h"
 #include "formats/format.h"
 #include "system/file_services.h"
 #include "system/only_copy.h"
-#include "system/paths.h"
 #include "system/regular_file.h"
 
 #include <cstdint>
@@ -18,26 +18,6 @@
 
 namespace lumora::ImageOptimizer {
 namespace {
-
-// Names of files with the links in their folders resolved: two that are equal are one place on the disk.
-class Places
-{
-public:
-    std::string of(const std::filesystem::path& file)
-    {
-        const auto [known, isNew] = m_folders.try_emplace(file.parent_path().native());
-        if (isNew) {
-            std::error_code error;
-            const auto folder = standardized(known->first.empty() ? "." : known->first);
-            const auto resolved = std::filesystem::weakly_canonical(folder, error);
-            known->second = (error ? folder : resolved).native() + "/";
-        }
-        return known->second + file.filename().native();
-    }
-
-private:
-    std::unordered_map<std::string, std::string> m_folders;
-};
 
 using FileId = std::pair<std::uint64_t, std::uint64_t>; // device and inode
 
@@ -49,10 +29,10 @@ std::optional<FileId> idOf(const std::filesystem::path& file)
 }
 
 // Where a picture's bytes lie, whatever links lead there.
-std::string resolved(const std::filesystem::path& file)
+std::string resolved(Places& places, const std::filesystem::path& file)
 {
     std::error_code missing;
-    return std::filesystem::canonical(file, missing).native();
+    return places.of(std::filesystem::canonical(file, missing));
 }
 
 class Inputs
@@ -82,10 +62,10 @@ public:
             if (names.size() < 2) continue;
             std::unordered_map<std::string, std::size_t> roads;
             for (const auto* name : names)
-                ++roads[resolved(*name)];
+                ++roads[resolved(m_places, *name)];
             for (const auto* name : names) {
                 const std::string place = m_places.of(*name);
-                const std::size_t own = resolved(*name) == place ? 1 : 0;
+                const std::size_t own = resolved(m_places, *name) == place ? 1 : 0;
                 if (roads[place] > own) report(*name);
             }
         }

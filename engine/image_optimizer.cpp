@@ -8,6 +8,7 @@
 #include "engine/output_path.h"
 #include "engine/output_plan.h"
 #include "engine/replaced_output.h"
+#include "engine/smaller_output.h"
 #include "engine/trace_writer.h"
 #include "engine/webp_encoder.h"
 #include "records/errors.h"
@@ -90,49 +91,40 @@ void makeFolderOf(const OutputPlan& output)
     std::filesystem::create_directories(output.path.parent_path(), error);
 }
 
-// An output that had to be another picture or another kind of file is written whatever its size.
-void checkSmaller(const OutputPlan& output, const OpenedPicture& picture, const AtomicFile& encoded,
-                  std::int64_t originalBytes)
-{
-    if (!picture.keepsFrame() || picture.typeIdentifier() != output.typeIdentifier) return;
-    const auto stamp = fileStamp(encoded.descriptor());
-    if (stamp && stamp->size >= originalBytes) throw LeftAlone::notSmaller();
-}
-
 // Where something else is given up for the output, nobody's word is enough.
-void checkWhole(const OutputPlan& output, OpenedPicture& picture, const AtomicFile& encoded)
+void checkWhole(const OutputPlan& output, OpenedPicture& picture, const AtomicFile& written)
 {
-    if (!picture.isWhole(encoded))
+    if (!picture.isWhole(written))
         throw ImageOptimizerError::cannotFinalize(output.path, "the new file cannot be read");
 }
 
 // Only now does an older output give way, to a whole new one; one that nobody knew of does as at the start.
 // Who may not see the original may not see the output.
-void putInPlace(const Job& job, const OutputPlan& output, OpenedPicture& picture, AtomicFile& encoded,
+void putInPlace(const Job& job, const OutputPlan& output, OpenedPicture& picture, AtomicFile& written,
                 ExistingFile permission)
 {
     // What is left of another picture goes only where its owner says so.
     if (!job.settings.warnBeforeOverwrite && isOnlyCopyOfAnother(output.path, job.input))
         throw ImageOptimizerError::overwriteDeclined();
-    if (const auto bits = filePermissions(job.input)) encoded.setPermissions(*bits);
+    if (const auto bits = filePermissions(job.input)) written.setPermissions(*bits);
     const auto place = [&](ExistingFile existing) {
         ReplacedOutput replaced(job, output.path);
         const auto makeRoom = [&replaced] { return replaced.makeRoom(); };
         const auto& outputs = job.services.outputs;
         const bool replaces = existing == ExistingFile::replace;
-        Status status = outputs ? outputs->place(encoded, output.path, existing, makeRoom)
-                                : encoded.commit(replaces ? makeRoom() : existing);
+        Status status = outputs ? outputs->place(written, output.path, existing, makeRoom)
+                                : written.commit(replaces ? makeRoom() : existing);
         replaced.settle(static_cast<bool>(status));
         return status;
     };
     auto placed = place(permission);
-    if (!placed && encoded.isTaken()) {
-        checkWhole(output, picture, encoded);
+    if (!placed && written.isTaken()) {
+        checkWhole(output, picture, written);
         picture.close();
         if (!mayReplace(job, output)) throw ImageOptimizerError::overwriteDeclined();
         placed = place(ExistingFile::replace);
     }
-    if (!placed && encoded.isTaken()) throw ImageOptimizerError::overwriteDeclined();
+    if (!placed && written.isTaken()) throw ImageOptimizerError::overwriteDeclined();
     if (!placed) throw PlatformError(placed.error().description);
 }
 
@@ -151,13 +143,22 @@ bool disposeOfOriginal(const Job& job, const std::optional<FileStamp>& read,
     return isDisposedOf;
 }
 
-std::string messageFor(std::int64_t saved, bool isOriginalDisposedOf, const std::vector<std::string>& losses)
+std::string summaryOf(const FinishedOutput& finished, std::int64_t saved)
 {
-    std::string message = saved > 0 ? "Saved " + byteCountText(saved) : "Converted";
+    if (finished.isCopy) return "Copied: the output would not be smaller";
+    return saved > 0 ? "Saved " + byteCountText(saved) : "Converted";
+}
+
+std::string messageFor(const FinishedOutput& finished, std::int64_t saved, bool isOriginalDisposedOf,
+                       const std::vector<std::string>& losses)
+{
+    const std::string summary = summaryOf(finished, saved);
+    std::string message = summary;
     if (!isOriginalDisposedOf) message.append(". ").append(trashWarning);
     for (const std::string& loss : losses)
         message.append(". ").append(loss);
-    return message;
+    // A sentence that stands alone.
+    return finished.isCopy && message == summary ? summary + "." : message;
 }
 
 } // namespace
@@ -173,24 +174,25 @@ try {
     const OutputPlan planned = planFor(job, picture);
     const ExistingFile permission = permissionFor(job, planned, picture);
     if (settings.keepFolders) makeFolderOf(planned);
-    AtomicFile encoded = encode(job, planned, picture);
-    if (settings.onlySmaller) checkSmaller(planned, picture, encoded, originalBytes);
+    FinishedOutput finished =
+        finishedOutput(job, planned, picture, encode(job, planned, picture), originalBytes);
 
-    const auto losses = picture.losses(encoded, planned.typeIdentifier);
-    if (planned.isTaken || settings.moveOriginalToTrash) checkWhole(planned, picture, encoded);
-    putInPlace(job, planned, picture, encoded, permission);
+    const auto losses = picture.losses(finished.file, planned.typeIdentifier);
+    if (planned.isTaken || settings.moveOriginalToTrash || finished.isCopy)
+        checkWhole(planned, picture, finished.file);
+    putInPlace(job, planned, picture, finished.file, permission);
     picture.close();
     const std::filesystem::path& output = planned.path;
 
     if (settings.preserveModificationTime) preserveModificationDate(input, output);
-    traceOutput(job, output, encoded.descriptor());
+    traceOutput(job, output, finished.file.descriptor());
     const bool isOriginalDisposedOf = disposeOfOriginal(job, picture.stamp(), output);
     const std::int64_t outputBytes = fileSize(output);
     return {input,
             output,
             originalBytes,
             outputBytes,
-            messageFor(originalBytes - outputBytes, isOriginalDisposedOf, losses),
+            messageFor(finished, originalBytes - outputBytes, isOriginalDisposedOf, losses),
             true};
 } catch (const std::bad_alloc&) {
     throw PlatformError::notEnoughMemory();

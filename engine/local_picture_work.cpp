@@ -5,6 +5,7 @@
 #include "engine/destination_properties.h"
 #include "engine/image_transform.h"
 #include "engine/left_behind.h"
+#include "engine/lossless_copy.h"
 #include "engine/memory_budget.h"
 #include "engine/memory_need.h"
 #include "formats/image_destination.h"
@@ -127,6 +128,17 @@ WorkResult<PictureSize> LocalPictureWork::writePpm(int output)
         if (written) return m_size;
         const bool isDrawn = written.error().step == PpmError::Step::writing;
         return writingError(isDrawn ? Kind::writing : Kind::drawing, written.error().error);
+    });
+}
+
+WorkResult<bool> LocalPictureWork::copy(int output)
+{
+    return inMemory([&]() -> WorkResult<bool> {
+        if (!m_source) return false;
+        OutputFile file(another(output), {});
+        const auto isCopied = writeLosslessCopy(*m_source, m_file.get(), *m_settings, file);
+        if (!isCopied) return writingError(Kind::writing, isCopied.error());
+        return *isCopied;
     });
 }
 

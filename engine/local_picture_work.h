@@ -18,6 +18,7 @@ public:
     WorkResult<bool> proveReadable() override;
     WorkResult<PictureSize> encode(int output, const std::string& typeIdentifier) override;
     WorkResult<PictureSize> writePpm(int output) override;
+    WorkResult<bool> copy(int output) override;
     WorkResult<Done> findDamage() override;
     std::vector<std::string> losses(int output, const std::string& typeIdentifier) override;
     bool isWhole(int output) override;

@@ -37,7 +37,8 @@ T got(WorkResult<T> result)
 }
 
 // What only the caller has a name for passes.
-WorkResult<PictureSize> blamed(WorkResult<PictureSize> result)
+template <class T>
+WorkResult<T> blamed(WorkResult<T> result)
 {
     if (result || result.error().kind == Kind::drawing || result.error().kind == Kind::writing) return result;
     raise(result.error());
@@ -97,6 +98,11 @@ WorkResult<PictureSize> OpenedPicture::encode(const OutputFile& output, const st
 WorkResult<PictureSize> OpenedPicture::writePpm(const OutputFile& output)
 {
     return blamed(m_work->writePpm(output.descriptor()));
+}
+
+WorkResult<bool> OpenedPicture::copy(const OutputFile& output)
+{
+    return blamed(m_work->copy(output.descriptor()));
 }
 
 void OpenedPicture::blameInput()

@@ -52,6 +52,9 @@ public:
     WorkResult<PictureSize> encode(const OutputFile& output, const std::string& typeIdentifier);
     WorkResult<PictureSize> writePpm(const OutputFile& output);
 
+    // Writes the input's own file where it will do, see PictureWork. Throws likewise.
+    WorkResult<bool> copy(const OutputFile& output);
+
     // After a failure of whoever else took part: throws what the input is to blame for, if it is.
     void blameInput();
 

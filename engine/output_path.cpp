@@ -3,6 +3,8 @@
 #include "engine/output_path.h"
 
 #include "engine/output_naming.h"
+#include "engine/places.h"
+#include "system/name_case.h"
 #include "system/paths.h"
 
 namespace lumora::ImageOptimizer {
@@ -24,7 +26,11 @@ std::filesystem::path outputPath(const std::filesystem::path& input,
 bool isSameFile(const std::filesystem::path& a, const std::filesystem::path& b)
 {
     std::error_code missing;
-    return standardized(a) == standardized(b) || std::filesystem::equivalent(a, b, missing);
+    if (standardized(a) == standardized(b) || std::filesystem::equivalent(a, b, missing)) return true;
+    // Not every file system that ignores case gives a file one number.
+    if (caseFolded(a.filename().native()) != caseFolded(b.filename().native())) return false;
+    Places places;
+    return places.of(a) == places.of(b);
 }
 
 } // namespace lumora::ImageOptimizer

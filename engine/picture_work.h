@@ -72,6 +72,11 @@ public:
     // The same as the external encoder's input.
     virtual WorkResult<PictureSize> writePpm(int output) = 0;
 
+    // After encode(): writes the input's own file into an empty one that is open for reading and writing,
+    // without what the settings remove. False, and nothing to be used, where that would not show the same as
+    // what was encoded.
+    virtual WorkResult<bool> copy(int output) = 0;
+
     // After a failure of anybody: the input's part in it. Fails as proveReadable() does, or with `stopped`.
     virtual WorkResult<Done> findDamage() = 0;
 

@@ -61,6 +61,10 @@ for file in "$work"/described.*; do
     { printf f; cat "$file"; } > "$notes/${file##*.}"
 done
 
+copies=$here/corpus/file_copy_fuzzer
+mkdir -p "$copies"
+cp "$work/described.jpg" "$work/described.png" "$seeds/progressive.jpg" "$seeds/palette.png" "$copies"
+
 mkdir -p "$here/corpus/byte_count_text_fuzzer"
 printf '\x3f\x42\x0f\0\0\0\0\0' > "$here/corpus/byte_count_text_fuzzer/below-one-megabyte"
 printf '\0\0\0\0\0\0\0\x80' > "$here/corpus/byte_count_text_fuzzer/smallest"

@@ -191,13 +191,21 @@ std::int64_t HistoryDatabase::addBatch(const BatchRecord& batch)
     return m_database.lastId();
 }
 
-void HistoryDatabase::addFile(std::int64_t batch, const FileRecord& file)
+// Understanding the words takes as long as adding the row, so the statement is used again. After a failure
+// it is made anew.
+Statement HistoryDatabase::rowToAdd()
 {
-    Statement row = m_database.statement(
+    if (m_rowToAdd) return *std::exchange(m_rowToAdd, std::nullopt);
+    return m_database.statement(
         "INSERT INTO files(batch, source, source_size, source_time, output, output_size, output_time, "
         "output_digest,"
         " original_bytes, output_bytes, original_trashed, trashed_original, replaced_size, replaced_time,"
         " trashed_replaced, success, message) VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
+}
+
+void HistoryDatabase::addFile(std::int64_t batch, const FileRecord& file)
+{
+    Statement row = rowToAdd();
     const FileTrace& trace = file.trace;
     row.bind(1, batch).bindBytes(2, file.source.native());
     bindState(row, 3, trace.source);
@@ -209,6 +217,7 @@ void HistoryDatabase::addFile(std::int64_t batch, const FileRecord& file)
     bindState(row, 13, trace.replaced);
     bindPath(row, 15, trace.trashedReplaced);
     row.bind(16, file.isSuccess ? 1 : 0).bindText(17, file.message).run();
+    m_rowToAdd = std::move(row);
 }
 
 // Files are numbered one after the other, so that their number tells without counting how many there are:
@@ -250,8 +259,8 @@ bool HistoryDatabase::hasOutput(std::int64_t size)
 bool HistoryDatabase::hasOutput(std::int64_t size, const std::string& digest)
 {
     return m_database
-        .statement(
-            "SELECT 1 FROM files WHERE output IS NOT NULL AND output_size = ? AND output_digest = ? LIMIT 1")
+        .statement("SELECT 1 FROM files WHERE output IS NOT NULL AND output_size = ? AND output_digest = ?"
+                   " AND original_bytes <> output_size LIMIT 1")
         .bind(1, size)
         .bindBytes(2, digest)
         .step();

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,7 +35,8 @@ public:
     // The digests of what was written to this place from this source, in this size, and not undone.
     std::vector<std::string> digestsOf(const std::filesystem::path& output,
                                        const std::filesystem::path& source, std::int64_t size);
-    // Whether anything was written in this size, of this content.
+    // Whether anything was written in this size, of this content. A copy in the size of its original, which
+    // has its content too, does not count.
     bool hasOutput(std::int64_t size);
     bool hasOutput(std::int64_t size, const std::string& digest);
 
@@ -59,7 +61,10 @@ public:
     Sqlite& sqlite() { return m_database; }
 
 private:
+    Statement rowToAdd();
+
     Sqlite m_database;
+    std::optional<Statement> m_rowToAdd; // between two rows
 };
 
 } // namespace lumora

@@ -95,6 +95,13 @@ WorkResult<PictureSize> RemotePictureWork::writePpm(int output)
     return reply->size;
 }
 
+WorkResult<bool> RemotePictureWork::copy(int output)
+{
+    const auto reply = ask({.action = WorkerAction::copy}, output, Kind::writing);
+    if (!reply) return reply.error();
+    return reply->answer;
+}
+
 WorkResult<Done> RemotePictureWork::findDamage()
 {
     // A worker that died of the encoder leaves the question open; one that dies again died of the input.

@@ -24,6 +24,7 @@ enum class WorkerAction : std::uint8_t {
     proveReadable,
     encode,
     writePpm,
+    copy,
     findDamage,
     losses,
     isWhole,
@@ -65,7 +66,7 @@ struct WorkerReply
     // Without an error, as far as the request asked for them.
     PictureHead head = {};
     PictureSize size = {};
-    bool answer = false; // of `proveReadable` and `isWhole`
+    bool answer = false; // of `proveReadable`, `copy` and `isWhole`
     std::vector<std::string> losses = {};
     std::string profile = {}; // of `look`
 

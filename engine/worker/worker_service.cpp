@@ -32,6 +32,11 @@ void takeSize(WorkerReply& reply, PictureSize size)
     reply.size = size;
 }
 
+void takeAnswer(WorkerReply& reply, bool answer)
+{
+    reply.answer = answer;
+}
+
 } // namespace
 
 WorkerReply answer(PictureWork& work, const WorkerRequest& request, int file)
@@ -40,11 +45,13 @@ WorkerReply answer(PictureWork& work, const WorkerRequest& request, int file)
     case WorkerAction::open:
         return replyOf(work.open(file, request.settings.settings()), takeHead);
     case WorkerAction::proveReadable:
-        return replyOf(work.proveReadable(), [](WorkerReply& reply, bool isKept) { reply.answer = isKept; });
+        return replyOf(work.proveReadable(), takeAnswer);
     case WorkerAction::encode:
         return replyOf(work.encode(file, request.typeIdentifier), takeSize);
     case WorkerAction::writePpm:
         return replyOf(work.writePpm(file), takeSize);
+    case WorkerAction::copy:
+        return replyOf(work.copy(file), takeAnswer);
     case WorkerAction::findDamage:
         return replyOf(work.findDamage(), [](WorkerReply&, Done) {});
     case WorkerAction::losses:

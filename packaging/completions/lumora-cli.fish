@@ -22,7 +22,7 @@ complete -c lumora-cli -l no-keep-time -d 'Let outputs have the time of their wr
 complete -c lumora-cli -l trash-replaced -d 'Move an existing file that an output replaces to the Trash'
 complete -c lumora-cli -l no-trash-replaced -d 'Let replaced files be gone'
 complete -c lumora-cli -l skip-optimized -d 'Leave images alone that an earlier run has written'
-complete -c lumora-cli -l only-smaller -d 'Write no output that is not smaller than its original'
+complete -c lumora-cli -l only-smaller -d 'Keep originals whose outputs would not be smaller'
 complete -c lumora-cli -l keep-folders -d 'Lay outputs in DIR as their originals lie in the folders given'
 complete -c lumora-cli -s j -l jobs -x -d 'Files to work on at once'
 complete -c lumora-cli -s n -l dry-run -d 'Say what would be written and touch nothing'

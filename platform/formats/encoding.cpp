@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "encoding.h"
 
-#include "pixels/color_conversion.h"
 #include "pixels/color_profile.h"
+#include "pixels/image_colors.h"
 #include "pixels/storable_image.h"
 
 #include <vips/vips.h>
@@ -14,20 +14,11 @@
 namespace lumora {
 namespace {
 
-// By what the profile does to colours: sRGB has many wordings.
-bool isSrgb(VipsImage* image, ProfileBytes profile)
-{
-    const auto model = colorModelOf(image);
-    return model && *model != ColorModel::cmyk &&
-           ColorConversion::toSrgb({*model, false}, profile).isIdentity();
-}
-
 PictureFacts factsOf(VipsImage* image, const Format& format)
 {
     const bool isJpegColor = &format == &jpegFormat && vips_image_get_bands(image) == 3;
-    const ProfileBytes profile = attachedProfile(image);
-    return {vips_image_get_width(image), vips_image_get_height(image), isSrgb(image, profile),
-            profileDescription(profile), isJpegColor};
+    return {vips_image_get_width(image), vips_image_get_height(image), isSrgb(image),
+            profileDescription(attachedProfile(image)), isJpegColor};
 }
 
 bool fits(const Image& image, const StorageLimits& limits)

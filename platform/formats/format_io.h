@@ -3,7 +3,9 @@
 // The two halves of a format's row that do the work. Every function may run on any thread.
 #pragma once
 
+#include "file_pieces.h"
 #include "formats/encoded_shape.h"
+#include "formats/file_copy.h"
 #include "formats/format.h"
 #include "formats/source_facts.h"
 #include "metadata/blocks.h"
@@ -15,6 +17,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace lumora {
@@ -41,6 +44,8 @@ struct FormatReader
     const char* operation = nullptr;
     // About how many bytes the decoder holds of the picture besides a few rows; null for none.
     std::int64_t (*heldBytes)(_VipsImage* image) = nullptr;
+    // What copyFile() takes of a file; absent where it has to refuse. Null where there are no such copies.
+    std::optional<FilePieces> (*pieces)(int descriptor, const LeftOut& leftOut) = nullptr;
 };
 
 // Bytes of the picture as stored, for decoders that hold it whole, so often.

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "metadata/jpeg_segments.h"
 
+#include "metadata/jpeg_markers.h"
 #include "metadata/xmp_size.h"
 #include "system/file_bytes.h"
 
@@ -11,20 +12,10 @@
 namespace lumora {
 namespace {
 
-constexpr unsigned char firstApplication = 0xE0;
-constexpr unsigned char lastApplication = 0xEF;
-constexpr unsigned char remark = 0xFE;
-constexpr unsigned char startOfScan = 0xDA;
-constexpr unsigned char endOfImage = 0xD9;
-
-bool standsAlone(unsigned char marker)
+bool isOfInterest(unsigned char code)
 {
-    return marker == 0x01 || (marker >= 0xD0 && marker <= 0xD8);
-}
-
-bool isOfInterest(unsigned char marker)
-{
-    return marker == remark || (marker >= firstApplication && marker <= lastApplication);
+    return code == JpegCode::remark ||
+           (code >= JpegCode::firstApplication && code <= JpegCode::lastApplication);
 }
 
 // One piece of an extension: which it belongs to, how long the whole is and where in it the piece lies.
@@ -74,27 +65,17 @@ std::vector<JpegSegment> jpegSegments(int descriptor, std::uint64_t start)
     constexpr std::size_t mostBytes = std::size_t{1} << 26U;
     std::vector<JpegSegment> segments;
     std::size_t total = 0;
-    std::uint64_t at = start + startOfImage;
-    for (;;) {
-        const auto head = bytesAt(descriptor, at, 2);
-        if (!head || (*head)[0] != '\xFF') return segments;
-        const auto marker = static_cast<unsigned char>((*head)[1]);
-        if (marker == startOfScan || marker == endOfImage) return segments;
-        if (marker == 0xFF || standsAlone(marker)) {
-            at += marker == 0xFF ? 1 : 2; // fill bytes may precede a marker
-            continue;
-        }
-        const auto length = bytesAt(descriptor, at + 2, 2);
-        const std::size_t size = length ? bigEndianAt(*length, 0, 2) : 0;
-        if (size < 2) return segments;
-        if (isOfInterest(marker)) {
-            auto content = bytesAt(descriptor, at + 4, size - 2);
-            if (!content || total > mostBytes) return segments;
-            total += content->size();
-            segments.push_back({marker, at + 4, std::move(*content)});
-        }
-        at += 2 + size;
+    auto marker = jpegMarkerAt(descriptor, start + startOfImage);
+    for (; marker; marker = jpegMarkerAt(descriptor, marker->end())) {
+        if (marker->code == JpegCode::startOfScan || marker->code == JpegCode::endOfImage) break;
+        if (!isOfInterest(marker->code)) continue;
+        const std::uint64_t at = marker->at + JpegMarker::headSize;
+        auto content = bytesAt(descriptor, at, marker->end() - at);
+        if (!content || total > mostBytes) break;
+        total += content->size();
+        segments.push_back({marker->code, at, std::move(*content)});
     }
+    return segments;
 }
 
 std::string extendedXmpOf(const std::vector<JpegSegment>& segments, const std::string& packet)

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What is replaced, left alone and kept apart.
 #include "tests/cli/cli_fixture.h"
+#include "tests/support/program_output.h"
 
 namespace lumora::cli::test {
 namespace {
@@ -25,6 +26,15 @@ protected:
             names.push_back(entry.path().filename());
         std::ranges::sort(names);
         return names;
+    }
+    // So small that no output of a higher quality is smaller.
+    fs::path smallPhotograph()
+    {
+        photograph("a.jpg");
+        EXPECT_EQ(runInto({"--no-history", "-f", "jpeg", "-q", "30", "a.jpg"}).status, 0);
+        fs::remove(in("a.jpg"));
+        fs::rename(out("a.jpg"), in("small.jpg"));
+        return in("small.jpg");
     }
     fs::path inTrash(const std::string& name) const { return home() / "data" / "Trash" / "files" / name; }
 };
@@ -130,19 +140,55 @@ TEST_F(CliSafety, aFolderThatIsOptimizedAgainKeepsItsNumberOfFiles)
 
 TEST_F(CliSafety, noLargerOutputIsWrittenWhereThatIsWanted)
 {
-    photograph("a.jpg");
-    ASSERT_EQ(runInto({"-f", "jpeg", "-q", "30", "a.jpg"}).status, 0);
-    fs::rename(out("a.jpg"), in("small.jpg"));
-    const Outcome outcome = runInto({"--only-smaller", "-f", "jpeg", "-q", "95", "--json", "small.jpg"});
+    const fs::path small = smallPhotograph();
+    const Outcome outcome = run({"--only-smaller", "-f", "jpeg", "-q", "95", "--json", "small.jpg"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.objects().at(0).at("message"), "Kept: the output would not be smaller.");
-    EXPECT_THAT(outputs(), IsEmpty());
+    EXPECT_EQ(std::distance(fs::directory_iterator(beside("in")), {}), 1);
     // One that has to be another size or another kind of file is written.
     EXPECT_EQ(
         runInto({"--only-smaller", "-f", "jpeg", "-q", "100", "--max-pixels", "319", "small.jpg"}).status, 0);
     EXPECT_EQ(runInto({"--only-smaller", "-f", "png", "small.jpg"}).status, 0);
     EXPECT_THAT(outputs(), ElementsAre("small.jpg", "small.png"));
     EXPECT_GT(fs::file_size(out("small.png")), fs::file_size(in("small.jpg")));
+}
+
+TEST_F(CliSafety, theOriginalIsCopiedIntoAFolderWhereNoOutputIsSmaller)
+{
+    const fs::path small = smallPhotograph();
+    lumora::test::writeTag(small, "Comment", "somebody");
+    fs::permissions(small, fs::perms::owner_read | fs::perms::owner_write);
+    const Outcome outcome = runInto({"--only-smaller", "-f", "jpeg", "-q", "95", "--json", "small.jpg"});
+    EXPECT_EQ(outcome.status, 0);
+    const auto row = outcome.objects().at(0);
+    EXPECT_EQ(row.at("message"), "Copied: the output would not be smaller.");
+    EXPECT_EQ(row.at("success"), true);
+    EXPECT_EQ(row.at("output"), out("small.jpg").string());
+    EXPECT_EQ(row.at("originalBytes"), fs::file_size(small));
+    EXPECT_EQ(row.at("outputBytes"), fs::file_size(out("small.jpg")));
+    EXPECT_EQ(fs::status(out("small.jpg")).permissions(), fs::status(small).permissions());
+    EXPECT_THAT(readFile(out("small.jpg")), testing::Not(HasSubstr("somebody")));
+    const auto pixels = [](const fs::path& file) {
+        return lumora::test::outputOf("identify -format '%wx%h %#' '" + file.string() + "'");
+    };
+    EXPECT_NE(pixels(small), "");
+    EXPECT_EQ(pixels(out("small.jpg")), pixels(small));
+
+    ASSERT_EQ(
+        runInto({"--only-smaller", "-f", "jpeg", "-q", "95", "--no-remove-metadata", "small.jpg"}).status, 0);
+    EXPECT_EQ(readFile(out("small.jpg")), readFile(small));
+    EXPECT_EQ(run({"undo"}).status, 0);
+    EXPECT_THAT(outputs(), IsEmpty());
+}
+
+// What was only copied waits to be optimized.
+TEST_F(CliSafety, anOriginalIsNoOutputBecauseItWasCopied)
+{
+    smallPhotograph();
+    ASSERT_EQ(runInto({"--only-smaller", "-f", "jpeg", "-q", "95", "small.jpg"}).status, 0);
+    ASSERT_EQ(readFile(out("small.jpg")), readFile(in("small.jpg")));
+    EXPECT_EQ(runInto({"--skip-optimized", "small.jpg"}).status, 0);
+    EXPECT_THAT(outputs(), ElementsAre("small.jpg", "small.webp"));
 }
 
 TEST_F(CliSafety, aSmallerOutputIsWrittenAsAlways)

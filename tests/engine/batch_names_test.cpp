@@ -9,6 +9,23 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sys/statfs.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <linux/magic.h>
+
+#include <string_view>
+
+// In this program a folder named "memory card" is one.
+extern "C" int statfs(const char* path, struct statfs* system)
+{
+    const long status = ::syscall(SYS_statfs, path, system);
+    if (status == 0 && std::string_view(path).find("memory card") != std::string_view::npos)
+        system->f_type = EXFAT_SUPER_MAGIC;
+    return static_cast<int>(status);
+}
+
 namespace lumora {
 namespace {
 
@@ -104,6 +121,31 @@ TEST_F(BatchNames, SeeAnInputBehindALinkAtTheOutputsName)
     fs::create_hard_link(precious, m_in / "c.webp");
     const auto c = file("in/c.png");
     EXPECT_THAT(outputs({a, c, precious}), ElementsAre("in/a 2.webp", "in/c 2.webp", "precious/b.webp"));
+}
+
+TEST_F(BatchNames, KeepApartWhatAFolderThatIgnoresCaseTakesForOne)
+{
+    fs::create_directory(m_folder / "memory card");
+    const auto upper = file("one/IMG.png");
+    const auto lower = file("two/img.png");
+    const auto accents = file("one/\u00C9t\u00E9.png");
+    const auto capitals = file("two/\u00C9T\u00C9.png");
+    EXPECT_THAT(
+        outputs({upper, lower, accents, capitals}, {.destinationMode = DestinationMode::selectedFolder,
+                                                    .destinationFolderURL = m_folder / "memory card"}),
+        ElementsAre("memory card/IMG.webp", "memory card/img 2.webp", "memory card/\u00C9t\u00E9.webp",
+                    "memory card/\u00C9T\u00C9 2.webp"));
+    EXPECT_THAT(outputs({upper, lower}, {.destinationMode = DestinationMode::selectedFolder,
+                                         .destinationFolderURL = m_folder / "disk"}),
+                ElementsAre("disk/IMG.webp", "disk/img.webp"));
+}
+
+TEST_F(BatchNames, TakeTheNameOfTheirOriginalForItselfWhereCaseIsIgnored)
+{
+    const auto card = file("memory card/IMG.JPG");
+    EXPECT_THAT(outputs({card}, m_jpeg), ElementsAre("memory card/IMG-optimized.jpg"));
+    const auto disk = file("disk/IMG.JPG");
+    EXPECT_THAT(outputs({disk}, m_jpeg), ElementsAre("disk/IMG.jpg"));
 }
 
 TEST_F(BatchNames, NeverReplaceAStrangerUnderANumberThatNobodyAskedFor)

@@ -3,6 +3,7 @@
 // What a row says of what the output lacks, and that it says nothing where nothing is lacking.
 #include "tests/engine/optimizer_test.h"
 #include "tests/support/exif_builder.h"
+#include "tests/support/jpeg_segment.h"
 #include "tests/support/program_output.h"
 
 #include <gmock/gmock.h>
@@ -158,11 +159,6 @@ TEST_F(LeftBehind, TellsOfAProfileThatWasToBeKept)
 class LeftBehindGainMap : public LeftBehind
 {
 protected:
-    static std::string segment(unsigned char marker, const std::string& content)
-    {
-        return std::string("\xFF") + static_cast<char>(marker) +
-               test::ExifBuilder(true).number(content.size() + 2, 2) + content;
-    }
     static std::string packetOf(const std::string& schema)
     {
         return std::string("http://ns.adobe.com/xap/1.0/\0", 29) +
@@ -182,14 +178,16 @@ protected:
 
 TEST_F(LeftBehindGainMap, IsNamedOfAJpegThatSaysSoItself)
 {
-    const std::string packet = segment(0xE1, packetOf("http://ns.adobe.com/hdr-gain-map/1.0/"));
+    const std::string packet = test::jpegSegment(0xE1, packetOf("http://ns.adobe.com/hdr-gain-map/1.0/"));
     EXPECT_EQ(lossesOf(jpegWith(packet), {}), "HDR gain map dropped");
     // The packet speaks of nothing else, so nothing else is lost with it.
     EXPECT_EQ(lossesOf(jpegWith(packet), keeping(OutputFormat::jpeg)), "HDR gain map dropped");
     EXPECT_EQ(lossesOf(jpegWith(packet), keeping(OutputFormat::webp)), "HDR gain map dropped");
-    const std::string standard = segment(0xE2, std::string("urn:iso:std:iso:ts:21496:-1\0\0\0\0\0", 32));
+    const std::string standard =
+        test::jpegSegment(0xE2, std::string("urn:iso:std:iso:ts:21496:-1\0\0\0\0\0", 32));
     EXPECT_EQ(lossesOf(jpegWith(standard), {}), "HDR gain map dropped");
-    EXPECT_EQ(lossesOf(jpegWith(segment(0xE1, packetOf("http://ns.adobe.com/photoshop/1.0/"))), {}), "");
+    EXPECT_EQ(lossesOf(jpegWith(test::jpegSegment(0xE1, packetOf("http://ns.adobe.com/photoshop/1.0/"))), {}),
+              "");
 }
 
 TEST_F(LeftBehindGainMap, IsNamedOfAJpegWhoseSecondPictureSaysSo)
@@ -198,15 +196,16 @@ TEST_F(LeftBehindGainMap, IsNamedOfAJpegWhoseSecondPictureSaysSo)
     for (const bool isGainMap : {true, false}) {
         const char* schema =
             isGainMap ? "http://ns.apple.com/HDRGainMap/1.0/" : "http://ns.adobe.com/photoshop/1.0/";
-        const std::string second = first.substr(0, 2) + segment(0xE1, packetOf(schema)) + first.substr(2);
+        const std::string second =
+            first.substr(0, 2) + test::jpegSegment(0xE1, packetOf(schema)) + first.substr(2);
         const test::ExifBuilder list(true);
         const auto listOf = [&](std::size_t offset) {
             const std::string entries = std::string(16, '\0') + list.number(0, 4) +
                                         list.number(second.size(), 4) + list.number(offset, 4) +
                                         list.number(0, 4);
-            return segment(0xE2, std::string("MPF\0MM", 6) + list.number(42, 2) + list.number(8, 4) +
-                                     list.number(1, 2) + list.entry(0xB002, 7, 32, 26) + list.number(0, 4) +
-                                     entries);
+            return test::jpegSegment(0xE2, std::string("MPF\0MM", 6) + list.number(42, 2) +
+                                               list.number(8, 4) + list.number(1, 2) +
+                                               list.entry(0xB002, 7, 32, 26) + list.number(0, 4) + entries);
         };
         // Offsets count from the list's own "MM", eight bytes behind the segment's start.
         const std::size_t offset = first.size() + listOf(0).size() - 2 - 8;

@@ -36,6 +36,7 @@ struct SettingsDraft
     bool moveOriginalToTrash = false;
     bool preserveModificationTime = true;
     bool warnBeforeOverwrite = false;
+    bool onlySmaller = false;
 };
 
 inline OptimizerSettings settings(const SettingsDraft& d = {})
@@ -53,7 +54,10 @@ inline OptimizerSettings settings(const SettingsDraft& d = {})
             d.filenameSuffix,
             d.moveOriginalToTrash,
             d.preserveModificationTime,
-            d.warnBeforeOverwrite};
+            d.warnBeforeOverwrite,
+            defaults::trashReplaced,
+            defaults::skipOptimized,
+            d.onlySmaller};
 }
 
 } // namespace lumora::test

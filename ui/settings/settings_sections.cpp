@@ -195,7 +195,7 @@ PreferenceSection* makeSafetySection(LumoraSettings& settings, const std::functi
          {settings.skipOptimized, "Skip files that were optimized before",
           "Leaves earlier outputs alone, wherever they lie now"},
          {settings.onlySmaller, "Write smaller files only",
-          "Writes no output that is as large as its original, unless its format or size had to change"},
+          "Keeps or copies an original whose output would not be smaller in its own format and size"},
          {settings.keepFolders, "Keep folders in the chosen folder",
           "Lays output out like the folders that were dropped"}});
     auto* button = withHelp(

@@ -7,6 +7,7 @@
 #include "jpeg/jpeg_encoder.h"
 #include "jpeg/jpeg_gain_map.h"
 #include "jpeg/jpeg_loader.h"
+#include "jpeg/jpeg_pieces.h"
 #include "jpeg/quality_coding.h"
 #include "metadata/jpeg_segments.h"
 #include "metadata/reading.h"
@@ -217,7 +218,8 @@ constexpr FormatReader reader{.load = load,
                               .describe = describe,
                               .loadReduced = loadJpeg,
                               .operation = "VipsForeignLoadJpeg",
-                              .heldBytes = decodingBytes};
+                              .heldBytes = decodingBytes,
+                              .pieces = jpegPieces};
 constexpr FormatWriter writer{
     .encode = encode, .operation = "VipsForeignSaveJpeg", .heldBytes = encodingBytes};
 

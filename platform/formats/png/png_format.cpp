@@ -6,6 +6,7 @@
 #include "png/png_chunk_reader.h"
 #include "png/png_colors.h"
 #include "png/png_encoder.h"
+#include "png/png_pieces.h"
 #include "png/png_texts.h"
 #include "system/file_bytes.h"
 #include "vips_density.h"
@@ -86,8 +87,11 @@ constexpr std::array extensions{"png"sv};
 constexpr std::array mimeTypes{"image/png"sv};
 constexpr StorageLimits limits{
     .holdsSixteenBits = true, .holdsGray = true, .holdsAlpha = true, .profiles = ProfileStorage::any};
-constexpr FormatReader reader{
-    .load = load, .describe = describe, .operation = "VipsForeignLoadPng", .heldBytes = decodingBytes};
+constexpr FormatReader reader{.load = load,
+                              .describe = describe,
+                              .operation = "VipsForeignLoadPng",
+                              .heldBytes = decodingBytes,
+                              .pieces = pngPieces};
 constexpr FormatWriter writer{.encode = encodePng, .heldBytes = encodingBytes};
 
 } // namespace
