@@ -263,20 +263,37 @@ void AppDelegate::showPreferences()
 void AppDelegate::showHistory()
 {
     if (!m_historyWindow) {
-        auto* view = new HistoryView(m_historyCommands.history(),
-                                     {.fileBrowser = fileBrowser(), .undoBatch = {}, .undoFiles = {}});
+        auto* view = new HistoryView(m_historyCommands.history(), historyActions());
         m_historyWindow = makeWindow(historyWindowParameters(), view);
         BrandedWindow* window = m_historyWindow.get();
         connect(view, &HistoryView::compareRequested, this, &AppDelegate::showComparison);
         connect(view, &HistoryView::closeRequested, window, &QWidget::close);
         connect(&m_historyCommands, &HistoryCommands::forgotten, view, &HistoryView::refresh);
-        connect(m_processingModel.get(), &ProcessingModel::isProcessingChanged, view, [this, view] {
+        const auto follow = [this, view] {
+            view->setCanUndo(!m_processingModel->isProcessing());
             if (!m_processingModel->isProcessing()) view->refresh();
-        });
+        };
+        connect(m_processingModel.get(), &ProcessingModel::isProcessingChanged, view, follow);
+        view->setCanUndo(!m_processingModel->isProcessing());
         // What it holds of a long history is not kept for nobody.
         connect(window, &BrandedWindow::closed, this, [this] { m_historyWindow.release()->deleteLater(); });
     }
     m_historyWindow->bringToFront();
+}
+
+// Queued: the view may go while the user is asked.
+HistoryActions AppDelegate::historyActions()
+{
+    const auto undoBatch = [this](std::int64_t batch) {
+        m_historyCommands.undoBatch(batch, *m_processingModel, m_historyWindow.get());
+    };
+    const auto undoFiles = [this](const std::vector<FileRecord>& files) {
+        const auto undo = [this, files] {
+            m_historyCommands.undoFiles(files, *m_processingModel, m_historyWindow.get());
+        };
+        QMetaObject::invokeMethod(this, undo, Qt::QueuedConnection);
+    };
+    return {.fileBrowser = fileBrowser(), .undoBatch = undoBatch, .undoFiles = undoFiles};
 }
 
 FileBrowser AppDelegate::fileBrowser()

@@ -19,6 +19,7 @@
 #include "model/processing_model.h"
 #include "model/settings_store.h"
 #include "model/stats_store.h"
+#include "ui/history/history_actions.h"
 #include "ui/intake/file_chooser.h"
 #include "ui/intake/file_intake.h"
 #include "ui/results/file_browser.h"
@@ -72,6 +73,7 @@ protected:
 private:
     ProcessingServices services();
     FileBrowser fileBrowser();
+    HistoryActions historyActions();
     void makeProcessingModel();
     void configureMenus();
     void configureStatusItem();

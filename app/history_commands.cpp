@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/history_commands.h"
 
-#include "app/panels/history_questions.h"
 #include "history/history.h"
 #include "model/processing_model.h"
 #include "model/stats_store.h"
@@ -10,6 +9,8 @@
 #include <QPointer>
 #include <QScopedValueRollback>
 #include <QWidget>
+
+#include <utility>
 
 namespace lumora {
 
@@ -27,14 +28,39 @@ HistoryReader& HistoryCommands::reader()
 
 void HistoryCommands::undoLastBatch(ProcessingModel& model, QWidget* parent)
 {
-    const auto look = [](History& history) { return history.lastToUndo(); };
-    reader().ask(look, [this, &model, parent = QPointer(parent)](const auto& last) {
+    undoFound([](History& history) { return history.lastToUndo(); }, WhichBatch::last, model, parent);
+}
+
+void HistoryCommands::undoBatch(std::int64_t batch, ProcessingModel& model, QWidget* parent)
+{
+    const auto look = [batch](History& history) {
+        Batches batches = history.batches();
+        const auto isOther = [batch](const BatchSummary& summary) {
+            return summary.batch.id != batch || summary.undone >= summary.written;
+        };
+        if (batches) std::erase_if(*batches, isOther);
+        return batches;
+    };
+    undoFound(look, WhichBatch::chosen, model, parent);
+}
+
+void HistoryCommands::undoFound(std::function<Batches(History&)> look, WhichBatch which,
+                                ProcessingModel& model, QWidget* parent)
+{
+    reader().ask(std::move(look), [this, which, &model, parent = QPointer(parent)](const Batches& found) {
         if (m_isAsking || !model.canUndo()) return;
         const QScopedValueRollback asking(m_isAsking, true);
-        if (!last) return tellHistoryUnusable(parent);
-        if (last->empty()) return tellNothingToUndo(parent);
-        if (confirmUndo(last->front(), parent)) model.undoBatch(last->front().batch.id);
+        if (!found) return tellHistoryUnusable(parent);
+        if (found->empty()) return tellNothingToUndo(parent);
+        if (confirmUndo(found->front(), which, parent)) model.undoBatch(found->front().batch.id);
     });
+}
+
+void HistoryCommands::undoFiles(std::vector<FileRecord> files, ProcessingModel& model, QWidget* parent)
+{
+    if (m_isAsking || !model.canUndo()) return;
+    const QScopedValueRollback asking(m_isAsking, true);
+    if (files.size() < 2 || confirmUndo(files.size(), parent)) model.undoFiles(std::move(files));
 }
 
 void HistoryCommands::forget(QWidget* parent)

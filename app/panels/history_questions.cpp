@@ -28,26 +28,39 @@ void tell(const QString& text, const QString& explanation, QWidget* parent)
     message.ask();
 }
 
-} // namespace
-
-bool confirmUndo(const BatchSummary& batch, QWidget* parent)
+bool ask(const QString& text, std::int64_t left, const QString& detail, QWidget* parent)
 {
-    const std::int64_t left = batch.written - batch.undone;
     MessageDialog question(
-        QStringLiteral("Undo the last batch?"),
+        text,
         (left == 1 ? QStringLiteral("The output of %1 goes to the Trash. Its original and what it "
                                     "replaced come back from there.")
                    : QStringLiteral("The outputs of %1 go to the Trash. Originals and replaced "
                                     "files come back from there."))
             .arg(images(left)),
         parent);
-    const QString time =
-        QLocale().toString(QDateTime::fromSecsSinceEpoch(batch.batch.time), QLocale::ShortFormat);
-    question.addDetail(time + QStringLiteral(": ") + QString::fromStdString(batch.batch.settings));
+    if (!detail.isEmpty()) question.addDetail(detail);
     const StyledButton* undo = question.addButton(copperStyle, QStringLiteral("Undo"));
     question.addButton(quietStyle, QStringLiteral("Cancel"));
     question.ask();
     return question.clickedButton() == undo;
+}
+
+} // namespace
+
+bool confirmUndo(const BatchSummary& batch, WhichBatch which, QWidget* parent)
+{
+    const QString time =
+        QLocale().toString(QDateTime::fromSecsSinceEpoch(batch.batch.time), QLocale::ShortFormat);
+    return ask(which == WhichBatch::last ? QStringLiteral("Undo the last batch?")
+                                         : QStringLiteral("Undo this batch?"),
+               batch.written - batch.undone,
+               time + QStringLiteral(": ") + QString::fromStdString(batch.batch.settings), parent);
+}
+
+bool confirmUndo(std::size_t files, QWidget* parent)
+{
+    const auto count = static_cast<std::int64_t>(files);
+    return ask(QStringLiteral("Undo %1?").arg(images(count)), count, {}, parent);
 }
 
 void tellNothingToUndo(QWidget* parent)

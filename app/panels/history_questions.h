@@ -5,12 +5,18 @@
 
 #include "history/history_records.h"
 
+#include <cstddef>
+
 class QWidget;
 
 namespace lumora {
 
-// Whether this batch, the last one, is to be taken back.
-bool confirmUndo(const BatchSummary& batch, QWidget* parent);
+enum class WhichBatch { last, chosen };
+
+// Whether this batch is to be taken back.
+bool confirmUndo(const BatchSummary& batch, WhichBatch which, QWidget* parent);
+// Whether so many files are.
+bool confirmUndo(std::size_t files, QWidget* parent);
 void tellNothingToUndo(QWidget* parent);
 
 // Whether all that is remembered may go.

@@ -194,9 +194,8 @@ TEST_F(HistoryAccessibility, TabWalksTheHistoryInReadingOrder)
 {
     EXPECT_EQ(view->focusWidget(), view.get());
     fileList().setCurrentIndex(files().index(0));
-    EXPECT_EQ(walkByTab(*view),
-              words({"Search by name", "Show, All Files", "Batches", "Undo Batch", "Files", "Show in Folder",
-                     "Compare", "Undo files"}));
+    EXPECT_EQ(walkByTab(*view), words({"Search by name", "Show, All Files", "Batches", "Undo Batch", "Files",
+                                       "Show in Folder", "Compare", "Undo files"}));
 }
 
 TEST_F(HistoryAccessibility, EveryControlOfTheHistoryIsNamedAndExplained)

@@ -55,8 +55,7 @@ HistoryView::HistoryView(std::shared_ptr<History> history, HistoryActions action
 {
     setFocusPolicy(Qt::ClickFocus);
     m_undoBatch->display(QStringLiteral("arrow.counterclockwise"), QStringLiteral("Undo Batch"));
-    m_batchList->setCanUndo(static_cast<bool>(m_actions.undoBatch));
-    m_fileList->setCanUndo(static_cast<bool>(m_actions.undoFiles));
+    setCanUndo(true);
     lay();
     connectParts();
     m_notice->display(QStringLiteral("Reading the history..."), {});
@@ -158,6 +157,14 @@ void HistoryView::refresh()
                   });
 }
 
+void HistoryView::setCanUndo(bool canUndo)
+{
+    m_canUndo = canUndo;
+    m_batchList->setCanUndo(canUndo && m_actions.undoBatch);
+    m_fileList->setCanUndo(canUndo && m_actions.undoFiles);
+    describeFiles();
+}
+
 void HistoryView::take(const std::shared_ptr<const HistoryOverview>& overview)
 {
     m_overview = overview;
@@ -214,7 +221,8 @@ void HistoryView::describeFiles()
     const std::int64_t number = m_files->rowCount();
     m_fileList->setPlaceholder(isListed ? QStringLiteral("No such files.") : QString());
     const DatedBatch* batch = m_batches->find(m_batchList->chosenBatch());
-    m_undoBatch->setEnabled(m_actions.undoBatch && batch && batch->summary.undone < batch->summary.written);
+    m_undoBatch->setEnabled(m_canUndo && m_actions.undoBatch && batch &&
+                            batch->summary.undone < batch->summary.written);
     if (isSearching())
         return m_heading->display(isListed ? counted(number, "file found", "files found")
                                            : QStringLiteral("Searching..."),

@@ -48,6 +48,8 @@ public:
 public Q_SLOTS:
     // Reads anew: a batch or an undo has ended. What is chosen stays chosen.
     void refresh();
+    // Nothing can be undone while files are in work.
+    void setCanUndo(bool canUndo);
 
 Q_SIGNALS:
     // The batches were read, or could not be.
@@ -79,6 +81,7 @@ private:
 
     const HistoryActions m_actions;
     std::unique_ptr<HistoryReader> m_reader;
+    bool m_canUndo = true;
     bool m_isReading = false;
     bool m_readsAgain = false;
     std::shared_ptr<const HistoryOverview> m_overview; // null before it is read

@@ -4,61 +4,20 @@
 #include "app/panels/closing_message.h"
 #include "app/panels/many_files_question.h"
 
+#include "tests/app/answer.h"
 #include "tests/app/wait_for.h"
 #include "ui/controls/message_dialog.h"
 
-#include <QAbstractButton>
-#include <QApplication>
 #include <QFontMetrics>
 #include <QLabel>
-#include <QTimer>
 
 #include <gtest/gtest.h>
 
 namespace lumora {
 namespace {
 
-MessageDialog* shownDialog()
-{
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        auto* dialog = qobject_cast<MessageDialog*>(window);
-        if (dialog && dialog->isVisible()) return dialog;
-    }
-    return nullptr;
-}
-
-// Answers the next dialog once it shows: presses the button of this text, or closes it where there is none.
-class Answer
-{
-public:
-    explicit Answer(QString button) : m_button(std::move(button))
-    {
-        m_timer.setInterval(5);
-        QObject::connect(&m_timer, &QTimer::timeout, [this] { give(); });
-        m_timer.start();
-    }
-    const QString& text() const { return m_text; }
-    const QString& informativeText() const { return m_informativeText; }
-
-private:
-    void give()
-    {
-        MessageDialog* dialog = shownDialog();
-        if (!dialog) return;
-        m_timer.stop();
-        m_text = dialog->text();
-        m_informativeText = dialog->informativeText();
-        for (auto* button : dialog->findChildren<QAbstractButton*>()) {
-            if (button->text() == m_button) return button->click();
-        }
-        dialog->reject();
-    }
-
-    const QString m_button;
-    QTimer m_timer;
-    QString m_text;
-    QString m_informativeText;
-};
+using test::Answer;
+using test::shownDialog;
 
 TEST(ManyFilesQuestion, TellsTheCountAndTakesOnlyAYesForOne)
 {

@@ -68,7 +68,7 @@ void historyQuestionPages(const Gallery& gallery)
     BatchSummary batch;
     batch.batch = {1, 1'768'382'000, "lumora", "webp, quality 82, width 2560, sRGB, without metadata"};
     batch.written = 21;
-    confirmUndo(batch, nullptr);
+    confirmUndo(batch, WhichBatch::last, nullptr);
     saveNext("question-forget");
     confirmForgetting(nullptr);
     saveNext("message-nothing-to-undo");

@@ -171,6 +171,22 @@ TEST_F(HistoryActionsTest, UndoesNothingWhereNobodyCan)
     EXPECT_TRUE(undoneFiles.empty());
 }
 
+TEST_F(HistoryActionsTest, UndoesNothingWhileFilesAreInWork)
+{
+    openThree();
+    choose(0);
+    view->setCanUndo(false);
+    EXPECT_FALSE(chip("Undo")->isEnabled());
+    EXPECT_FALSE(chip("Undo Batch")->isEnabled());
+    EXPECT_FALSE(menuAction(fileList(), files().index(0), "Undo")->isEnabled());
+    batchList().setFocus();
+    press(Qt::Key_U, Qt::ControlModifier);
+    EXPECT_TRUE(undoneBatches.empty());
+    view->setCanUndo(true);
+    EXPECT_TRUE(chip("Undo")->isEnabled());
+    EXPECT_TRUE(chip("Undo Batch")->isEnabled());
+}
+
 TEST_F(HistoryActionsTest, CopiesAPath)
 {
     openThree();
