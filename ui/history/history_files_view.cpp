@@ -155,6 +155,16 @@ void HistoryFilesView::selectionChanged(const QItemSelection& selected, const QI
     Q_EMIT actionsChanged();
 }
 
+// The row that the keyboard comes to has the focus ring and would not be chosen yet.
+void HistoryFilesView::focusInEvent(QFocusEvent* event)
+{
+    HistoryRowsView::focusInEvent(event);
+    const Qt::FocusReason reason = event->reason();
+    const bool isByKeyboard =
+        reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::OtherFocusReason;
+    if (isByKeyboard && !selectionModel()->hasSelection()) setCurrentIndex(currentIndex());
+}
+
 void HistoryFilesView::keyPressEvent(QKeyEvent* event)
 {
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;

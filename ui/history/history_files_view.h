@@ -52,6 +52,7 @@ protected:
                   const QStyleOptionViewItem& option) const override;
     void rowsPainted(int first, int last) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+    void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 

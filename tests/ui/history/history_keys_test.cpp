@@ -49,6 +49,16 @@ TEST_F(HistoryKeys, GoFromTheBatchesToTheirFiles)
     EXPECT_EQ(fileList().currentIndex().row(), 1);
 }
 
+TEST_F(HistoryKeys, ChooseTheFileThatTheyLeadTo)
+{
+    batchList().setFocus();
+    press(Qt::Key_Return);
+    EXPECT_TRUE(chip("Show in Folder")->isEnabled());
+    press(Qt::Key_U, Qt::ControlModifier);
+    ASSERT_TRUE(test::waitFor([&] { return !undoneFiles.empty(); }));
+    EXPECT_EQ(undoneFiles.front().source, "/in/a.jpg");
+}
+
 TEST_F(HistoryKeys, SearchAndLeaveTheSearchAndThenTheWindow)
 {
     QSignalSpy closing(view.get(), &HistoryView::closeRequested);
