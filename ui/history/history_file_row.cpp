@@ -31,8 +31,14 @@ Symbol symbolOf(const FileRecord& file)
     return outcomeSymbol(ResultsListModel::outcome(resultOf(file)));
 }
 
-QString inOneLine(QStringList texts)
+// What is so of both files is said once.
+QString inOneLine(const HistoryFileRow& row)
 {
+    QStringList texts = row.placeTexts();
+    if (row.places && !row.file.isUndone && row.places->output == row.places->original) {
+        texts.removeFirst();
+        texts[0] = QStringLiteral("Both files ") + placeText(row.places->original);
+    }
     for (qsizetype i = 1; i < texts.size(); ++i)
         texts[i][0] = texts[i][0].toLower();
     return texts.join(QStringLiteral(", "));
@@ -76,7 +82,7 @@ void HistoryFileRow::paint(QPainter& painter, const QStyleOptionViewItem& option
     const int column = hasColumn ? fonts::scaled(placesWidth) : 0;
     const int trailing = sidePadding + (hasColumn ? column + columnSpacing : 0);
     paintTexts(painter, option, option.rect.adjusted(leading, 0, -trailing, 0),
-               hasColumn ? sizesOf(file) : inOneLine(placeTexts()));
+               hasColumn ? sizesOf(file) : inOneLine(*this));
     if (!hasColumn) return;
     const QRect end(option.rect.right() + 1 - sidePadding - column, option.rect.top(), column,
                     option.rect.height());

@@ -22,9 +22,10 @@ struct HistoryFileRow
 
     static int height();
     void paint(QPainter& painter, const QStyleOptionViewItem& option) const;
+    // What became of its files, and when the batch was.
+    QStringList placeTexts() const;
 
 private:
-    QStringList placeTexts() const;
     void paintSymbol(QPainter& painter, const QStyleOptionViewItem& option) const;
     void paintTexts(QPainter& painter, const QStyleOptionViewItem& option, const QRect& area,
                     const QString& lastLine) const;

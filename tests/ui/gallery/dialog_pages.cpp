@@ -69,6 +69,8 @@ void historyQuestionPages(const Gallery& gallery)
     batch.batch = {1, 1'768'382'000, "lumora", "webp, quality 82, width 2560, sRGB, without metadata"};
     batch.written = 21;
     confirmUndo(batch, WhichBatch::last, nullptr);
+    saveNext("question-undo-files");
+    confirmUndo(21, nullptr);
     saveNext("question-forget");
     confirmForgetting(nullptr);
     saveNext("message-nothing-to-undo");

@@ -1,11 +1,13 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/window/branded_window.h"
 #include "tests/ui/gallery/gallery.h"
 #include "tests/ui/history/history_window.h"
 #include "ui/theme/fonts.h"
 
 #include <QApplication>
 #include <QDateTime>
+#include <QMenu>
 
 namespace lumora::gallery {
 namespace {
@@ -69,6 +71,18 @@ void addAll(Window& window)
     addToday(window);
 }
 
+void framed(const Gallery& gallery, QSize size)
+{
+    Window window;
+    addAll(window);
+    window.open();
+    window.fileList().setCurrentIndex(window.files().index(2));
+    QMenu menu;
+    BrandedWindow frame({QStringLiteral("History"), QStringLiteral("h"), size, size}, window.view.release(),
+                        menu);
+    gallery.save(frame, QStringLiteral("window-history"));
+}
+
 } // namespace
 
 void historyPages(const Gallery& gallery)
@@ -86,6 +100,7 @@ void historyPages(const Gallery& gallery)
     const QSize usual(940, 680);
     save("history", usual, addAll,
          [](Window& window) { window.fileList().setCurrentIndex(window.files().index(1)); });
+    framed(gallery, usual);
     save("history-empty", usual, nothing, nothing);
     save(
         "history-unreadable", usual,
