@@ -51,7 +51,7 @@ Result<bool> writeLosslessCopy(const ImageSource& source, int file, const Optimi
                                OutputFile& output)
 {
     if (wantsOtherColors(settings) && !isSrgb(source.image())) return false;
-    const auto isCopied =
+    auto isCopied =
         copyFile(file, source.typeIdentifier().value_or(std::string()),
                  {.metadata = settings.removeMetadata, .profile = settings.removeColorManagement}, output);
     if (!isCopied || !*isCopied) return isCopied;

@@ -74,7 +74,7 @@ std::filesystem::path outputURL(const std::filesystem::path& source,
                                 const std::optional<std::string>& sourceType,
                                 const OptimizerSettings& settings, const std::filesystem::path& below)
 {
-    const std::filesystem::path candidate =
+    std::filesystem::path candidate =
         fileIn(outputFolder(source, settings, below), outputName(source, settings),
                outputExtension(source, sourceType, settings));
     if (standardized(candidate) != standardized(source)) return candidate;
@@ -116,8 +116,7 @@ std::string outputUTI(const std::optional<std::string>& sourceType, const Optimi
                       std::span<const std::string> writable)
 {
     const auto fixed = utiIdentifier(settings.outputFormat);
-    const std::string candidate =
-        fixed ? std::string(*fixed) : sourceType.value_or(std::string(lastResortType));
+    std::string candidate = fixed ? std::string(*fixed) : sourceType.value_or(std::string(lastResortType));
     if (supportsImageIODestination(candidate, writable)) return candidate;
     throw ImageOptimizerError::unsupportedFormat(std::string(title(settings.outputFormat)));
 }
