@@ -241,7 +241,8 @@ std::optional<std::vector<FoundFile>> History::find(const FileQuery& wanted)
 std::optional<std::vector<FileRecord>> History::filesNumbered(const std::vector<std::int64_t>& numbers)
 {
     std::vector<FileRecord> found;
-    if (!use([&](HistoryDatabase& database) { found = database.filesNumbered(numbers); })) return std::nullopt;
+    if (!use([&](HistoryDatabase& database) { found = database.filesNumbered(numbers); }))
+        return std::nullopt;
     return found;
 }
 
