@@ -34,8 +34,8 @@ struct OptimizerSettings
     const bool trashReplaced = defaults::trashReplaced;
     // What earlier batches have written is not optimized once more.
     const bool skipOptimized = defaults::skipOptimized;
-    // Originals stay, or are copied into a chosen folder, whose outputs would be no smaller and need not differ
-    // in format, size or direction.
+    // Originals stay, or are copied into a chosen folder, whose outputs would be no smaller and need not
+    // differ in format, size or direction.
     const bool onlySmaller = defaults::onlySmaller;
     // Outputs in a chosen folder lie in it as their originals lie in the folders that were dropped.
     const bool keepFolders = defaults::keepFolders;
