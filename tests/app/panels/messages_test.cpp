@@ -17,7 +17,6 @@ namespace lumora {
 namespace {
 
 using test::Answer;
-using test::shownDialog;
 
 TEST(ManyFilesQuestion, TellsTheCountAndTakesOnlyAYesForOne)
 {

@@ -9,7 +9,6 @@
 namespace lumora {
 namespace {
 
-using std::filesystem::path;
 using test::Comparison;
 
 // Processes that this one has started, on whichever thread.

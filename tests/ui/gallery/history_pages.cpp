@@ -47,8 +47,10 @@ void addOldBatches(Window& window)
 // Files in every state.
 void addToday(Window& window)
 {
+    constexpr int written = 6;
     std::vector<FileRecord> files;
-    for (int number = 0; number < 6; ++number)
+    files.reserve(written + 2);
+    for (int number = 0; number < written; ++number)
         files.push_back(window.real("DSC_" + std::to_string(2107 + number * 3) + ".jpg"));
     std::filesystem::remove(*files[1].output);
     test::writeFile(*files[2].output, "changed since");

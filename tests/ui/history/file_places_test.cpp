@@ -28,7 +28,7 @@ protected:
         const fs::path trash = folder / "data" / "Trash";
         fs::create_directories(trash / "files");
         fs::create_directories(trash / "info");
-        const fs::path thrown = trash / "files" / path.filename();
+        fs::path thrown = trash / "files" / path.filename();
         fs::rename(path, thrown);
         writeFile(trash / "info" / (path.filename().string() + ".trashinfo"),
                   "[Trash Info]\nPath=" + path.string() + "\nDeletionDate=2026-01-14T09:12:44\n");

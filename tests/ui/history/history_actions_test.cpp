@@ -98,10 +98,7 @@ TEST_F(HistoryActionsTest, GivesAComparisonItsResults)
 
 TEST_F(HistoryActionsTest, ReadsAComparedResultThatIsOutOfSight)
 {
-    std::vector<FileRecord> many;
-    for (int number = 0; number < 500; ++number)
-        many.push_back(written("/in/" + std::to_string(number) + ".jpg"));
-    add(many);
+    add(many(500));
     open();
     EXPECT_FALSE(files().comparedResult(files().index(400)));
     ASSERT_TRUE(test::waitFor([&] { return files().comparedResult(files().index(400)).has_value(); }));

@@ -26,6 +26,14 @@ protected:
         }
         return nullptr;
     }
+    // Named by their numbers, from 0 on.
+    static std::vector<FileRecord> many(std::size_t count)
+    {
+        std::vector<FileRecord> files(count);
+        for (std::size_t number = 0; number < count; ++number)
+            files[number] = written("/in/" + std::to_string(number) + ".jpg");
+        return files;
+    }
     // Where the keyboard's focus is.
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
     {

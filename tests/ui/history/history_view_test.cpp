@@ -159,10 +159,7 @@ TEST_F(HistoryViewTest, KeepsWhatIsChosenWhenItIsRefreshed)
 
 TEST_F(HistoryViewTest, ReadsTheRowsInSightAlone)
 {
-    std::vector<FileRecord> many;
-    for (int number = 0; number < 1000; ++number)
-        many.push_back(written("/in/" + std::to_string(number) + ".jpg"));
-    add(many);
+    add(many(1000));
     open();
     ASSERT_EQ(files().rowCount(), 1000);
     EXPECT_EQ(files().index(0).data().toString(), QStringLiteral("0.jpg"));
