@@ -2,12 +2,15 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # shellcheck shell=bash disable=SC2154 # session.sh assigns them
 # window managers: openbox xfwm4
-# Ctrl+H opens the history, which finds a file of an earlier run by its name and takes it back; Escape leaves the search
-# and then closes the window. A whole batch is taken back after a question.
+# Ctrl+H opens the history, which finds a file of an earlier run by its name, compares it and takes it back; Escape
+# leaves the search and then closes the window. A whole batch is taken back after a question.
 history_window() { xdotool search --onlyvisible --name '^History$' | head -1; }
 history_is_shown() { is_shown "$(history_window)"; }
 history_is_gone() { ! history_is_shown; }
 history_is_active() { [ "$(xdotool getactivewindow)" = "$(history_window)" ]; }
+comparison_window() { xdotool search --onlyvisible --name 'Comparison$' | head -1; }
+comparison_is_shown() { is_shown "$(comparison_window)"; }
+comparison_is_active() { [ "$(xdotool getactivewindow)" = "$(comparison_window)" ]; }
 is_gone() { [ ! -e "$1" ]; }
 open_history() {
     xdotool windowactivate --sync "$(main_window)" key ctrl+h
@@ -32,7 +35,12 @@ xprop -id "$(history_window)" WM_WINDOW_ROLE | grep -q LumoraHistoryWindow || fa
 xdotool key ctrl+f
 xdotool type TWO.p
 wait_for "what was found" is_still "$(history_window)"
-xdotool key Down ctrl+u
+xdotool key Down space
+wait_for "the comparison" comparison_is_shown
+wait_for "the keyboard in the comparison" comparison_is_active
+xdotool key Escape
+wait_for "the history in front again" history_is_active
+xdotool key ctrl+u
 wait_for "the original" cmp "$HOME/two" "$HOME/pictures/two.png"
 wait_for "the end of the output" is_gone "$HOME/pictures/two.webp"
 [ -s "$HOME/pictures/one.webp" ] || fail "another file was taken back"
