@@ -53,6 +53,7 @@ void UniformRowView::scrollTo(const QModelIndex& index, ScrollHint hint)
 
 void UniformRowView::doItemsLayout()
 {
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): the parent's would lay out every row
     QAbstractItemView::doItemsLayout();
 }
 
@@ -145,6 +146,7 @@ void UniformRowView::updateGeometries()
     verticalScrollBar()->setSingleStep(rowHeight() / wheelStepsOfARow);
     verticalScrollBar()->setPageStep(viewport()->height());
     verticalScrollBar()->setRange(0, std::max(0, hidden));
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): the parent's would lay out every row
     QAbstractItemView::updateGeometries();
 }
 
@@ -184,6 +186,7 @@ void UniformRowView::forEachRowIn(const QRect& area,
 
 void UniformRowView::resizeEvent(QResizeEvent* event)
 {
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): the parent's would lay out every row
     QAbstractItemView::resizeEvent(event);
     updateGeometries();
 }
