@@ -5,7 +5,7 @@
 namespace lumora {
 namespace {
 
-constexpr int daysOfAWeek = 7;
+constexpr qint64 daysOfAWeek = 7;
 
 QDate mondayOf(QDate day)
 {
