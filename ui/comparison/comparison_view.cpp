@@ -38,8 +38,8 @@ QString savingText(const ProcessingResult& result)
 
 } // namespace
 
-ComparisonView::ComparisonView(ResultsListModel& results,
-                               const std::optional<std::filesystem::path>& workerProgram, QWidget* parent)
+ComparisonView::ComparisonView(ResultsListModel& results, const std::filesystem::path& workerProgram,
+                               QWidget* parent)
     : QWidget(parent), m_results(results), m_worker(workerProgram),
       m_captions{new PictureCaption(QStringLiteral("Original"), PictureCaption::Edge::leading),
                  new PictureCaption(QStringLiteral("Output"), PictureCaption::Edge::trailing)},

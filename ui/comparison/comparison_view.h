@@ -26,8 +26,8 @@ class ComparisonView : public QWidget
     Q_OBJECT
 
 public:
-    // Without a program for workers this process reads the pictures. The list must outlive the view.
-    ComparisonView(ResultsListModel& results, const std::optional<std::filesystem::path>& workerProgram,
+    // `workerProgram` reads the pictures. The list must outlive the view.
+    ComparisonView(ResultsListModel& results, const std::filesystem::path& workerProgram,
                    QWidget* parent = nullptr);
     ~ComparisonView() override;
 
@@ -73,7 +73,7 @@ private:
     bool takeArrow(int key, bool pans);
 
     ResultSequence m_results;
-    const std::optional<std::filesystem::path> m_worker;
+    const std::filesystem::path m_worker;
     std::array<Picture, 2> m_pictures;
     std::array<PictureCaption*, 2> m_captions;
     ComparisonCanvas* m_canvas;

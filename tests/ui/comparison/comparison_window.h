@@ -45,7 +45,7 @@ struct ComparisonWindow
 
     DropWindowObjects objects;
     ResultsListModel list{objects.model};
-    ComparisonView view{list, std::nullopt};
+    ComparisonView view{list, LUMORA_WORKER};
 };
 
 } // namespace lumora::test
