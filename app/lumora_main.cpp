@@ -9,7 +9,6 @@
 #include "app/termination.h"
 #include "app/window/branded_window_accessible.h"
 #include "model/termination_signals.h"
-#include "pixels/image_library.h"
 #include "system/bundle.h"
 #include "system/private_folder.h"
 #include "ui/settings/preferences_view.h"
@@ -109,7 +108,6 @@ void connectRequests(SingleInstance& instance, AppDelegate& delegate)
 
 int run(int argc, char** argv, const LaunchRequest& request)
 {
-    startImageLibrary(); // the toolkit brings threads
     removeAbandonedFolders();
     // Ignored, as a parent may leave it, the encoder's exit status would be lost.
     std::signal(SIGCHLD, SIG_DFL);

@@ -90,13 +90,10 @@ int dryRun(const CommandLine& line, Console& console)
     OptimizerServices services = OptimizerServices::system();
     services.names = std::make_shared<ImageOptimizer::BatchNames>(paths, line.settings(), std::stop_token(),
                                                                   line.paths, whatIsLeftAlone(line));
-    std::optional<ImageOptimizer::WorkerProcesses> workers;
-    if (const auto program = ImageOptimizer::findWorker(mainBundlePath())) {
-        workers.emplace(*program);
-        services.pixels = [&workers](std::stop_token stop) {
-            return std::make_unique<ImageOptimizer::RemotePictureWork>(*workers, std::move(stop));
-        };
-    }
+    ImageOptimizer::WorkerProcesses workers(ImageOptimizer::findWorker(mainBundlePath()));
+    services.pixels = [&workers](std::stop_token stop) {
+        return std::make_unique<ImageOptimizer::RemotePictureWork>(workers, std::move(stop));
+    };
     for (const auto& path : paths) {
         const ProcessingResult result = foreseen(path, line, services);
         allSucceed = allSucceed && result.isSuccess;

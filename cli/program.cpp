@@ -10,7 +10,6 @@
 #include "cli/session.h"
 #include "cli/undo_run.h"
 #include "cli/version_text.h"
-#include "pixels/image_library.h"
 #include "system/private_folder.h"
 
 #include <QCoreApplication>
@@ -68,7 +67,6 @@ int runCommand(const CommandLine& line)
 
 int optimize(const CommandLine& line)
 {
-    startImageLibrary();
     removeAbandonedFolders();
     // Qt's command line is not ours: it would take arguments such as -platform for itself.
     int argumentCount = 1;

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/version_text.h"
 
-#include "formats/library_versions.h"
+#include "engine/library_versions.h"
 #include "system/confinement.h"
 
 #include <QtGlobal>

@@ -35,6 +35,8 @@ endif()
 if(LUMORA_SANITIZE)
   add_compile_options(-fsanitize=${LUMORA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${LUMORA_SANITIZE})
+  # They need calls and addresses that a worker gives up.
+  add_compile_definitions(LUMORA_SANITIZED)
 endif()
 
 # Pictures are not trusted, so an overrun is to end a program before it can be used. The checks of library calls need an

@@ -6,10 +6,10 @@
 #include "engine/output_naming.h"
 #include "engine/output_path.h"
 #include "engine/places.h"
-#include "formats/format.h"
 #include "system/file_services.h"
 #include "system/only_copy.h"
 #include "system/regular_file.h"
+#include "types/format.h"
 
 #include <cstdint>
 #include <map>

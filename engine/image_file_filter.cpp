@@ -4,7 +4,7 @@
 
 #include "engine/extension_list.h"
 #include "engine/folder_entries.h"
-#include "formats/format.h"
+#include "types/format.h"
 
 #include <algorithm>
 

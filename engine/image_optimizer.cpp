@@ -54,12 +54,14 @@ ExistingFile permissionFor(const Job& job, const OutputPlan& output, OpenedPictu
     return output.isTaken ? ExistingFile::replace : ExistingFile::keep;
 }
 
-AtomicFile encodeWithPlatform(OpenedPicture& picture, const OutputPlan& output)
+AtomicFile encodeWithPlatform(const Job& job, OpenedPicture& picture, const OutputPlan& output)
 {
     auto file = AtomicFile::create(output.path);
     if (!file) throw ImageOptimizerError::cannotCreateDestination(output.path);
     const auto size = picture.encode(*file, output.typeIdentifier);
     if (size) return std::move(*file);
+    if (size.error().kind == WorkError::Kind::unsupported)
+        throw ImageOptimizerError::unsupportedFormat(std::string(title(job.settings.outputFormat)));
     if (size.error().kind == WorkError::Kind::drawing)
         throw ImageOptimizerError::cannotCreateDestination(output.path);
     throw ImageOptimizerError::cannotFinalize(output.path, size.error().reason);
@@ -77,7 +79,7 @@ PpmMaker ppmMaker(OpenedPicture& picture)
 
 AtomicFile encode(const Job& job, const OutputPlan& output, OpenedPicture& picture)
 try {
-    if (!isWebP(job.settings.outputFormat)) return encodeWithPlatform(picture, output);
+    if (!isWebP(job.settings.outputFormat)) return encodeWithPlatform(job, picture, output);
     return encodeWebPWithCWebP(ppmMaker(picture), output.path, job.settings, job.services.stop);
 } catch (const ImageOptimizerError& error) {
     if (error.kind() != ImageOptimizerError::Kind::unreadableImage) picture.blameInput();

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/opened_picture.h"
 
-#include "engine/local_picture_work.h"
 #include "records/errors.h"
 
 #include <utility>
@@ -22,6 +21,7 @@ using Kind = WorkError::Kind;
     case Kind::notStarted:
         throw PlatformError("The worker could not be started: " + error.reason);
     case Kind::unreadable:
+    case Kind::unsupported:
     case Kind::drawing:
     case Kind::writing:
         break;
@@ -36,18 +36,23 @@ T got(WorkResult<T> result)
     return std::move(*result);
 }
 
+bool isOfOutput(Kind kind)
+{
+    return kind == Kind::unsupported || kind == Kind::drawing || kind == Kind::writing;
+}
+
 // What only the caller has a name for passes.
 template <class T>
 WorkResult<T> blamed(WorkResult<T> result)
 {
-    if (result || result.error().kind == Kind::drawing || result.error().kind == Kind::writing) return result;
-    raise(result.error());
+    if (!result && !isOfOutput(result.error().kind)) raise(result.error());
+    return result;
 }
 
 std::unique_ptr<PictureWork> workFor(const OptimizerServices& services)
 {
-    if (services.pixels) return services.pixels(services.stop);
-    return std::make_unique<LocalPictureWork>();
+    if (!services.pixels) raise({Kind::notStarted, "there is none"});
+    return services.pixels(services.stop);
 }
 
 FileDescriptor opened(const std::filesystem::path& input)

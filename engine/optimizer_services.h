@@ -39,8 +39,8 @@ struct OptimizerServices
     std::shared_ptr<const ImageOptimizer::BatchNames> names = std::make_shared<ImageOptimizer::BatchNames>();
     // What the batch has written so far; null for a file by itself.
     std::shared_ptr<ImageOptimizer::BatchOutputs> outputs = nullptr;
-    // Who works on the pixels of a file, until the stop; called once a file. Null: this process does.
-    std::function<std::unique_ptr<ImageOptimizer::PictureWork>(std::stop_token)> pixels;
+    // Who works on the pixels of a file; called once a file. Where there is nobody, every file fails.
+    ImageOptimizer::PictureWorkMaker pixels;
     // What large files share out among all that run at once; null where nothing else runs.
     MemoryBudget* memory = nullptr;
 

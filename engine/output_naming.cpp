@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/output_naming.h"
 
-#include "formats/format.h"
 #include "records/errors.h"
 #include "system/paths.h"
+#include "types/format.h"
 
 #include <algorithm>
 #include <array>

@@ -4,9 +4,9 @@
 
 #include "engine/output_naming.h"
 #include "engine/output_path.h"
-#include "formats/image_destination.h"
 #include "records/errors.h"
 #include "system/file_services.h"
+#include "types/format.h"
 
 namespace lumora::ImageOptimizer {
 namespace {
@@ -15,7 +15,7 @@ namespace {
 std::string outputType(const std::string& sourceType, const OptimizerSettings& settings)
 {
     if (isWebP(settings.outputFormat)) return std::string(*utiIdentifier(settings.outputFormat));
-    return outputUTI(sourceType, settings, ImageDestination::writableTypeIdentifiers());
+    return outputUTI(sourceType, settings, writableTypeIdentifiers());
 }
 
 } // namespace

@@ -5,11 +5,14 @@
 // system nor a future. One file at a time, one thread.
 #pragma once
 
-#include "formats/rgba_writer.h"
 #include "records/optimizer_settings.h"
+#include "records/picture_part.h"
 #include "system/result.h"
 
 #include <cstdint>
+#include <functional>
+#include <memory>
+#include <stop_token>
 #include <string>
 #include <utility>
 #include <vector>
@@ -21,10 +24,11 @@ struct WorkError
     enum class Kind {
         unreadable, // the input
         memory,
-        drawing,    // the output cannot be drawn
-        writing,    // the output
-        stopped,    // by order
-        notStarted, // nobody is there to do it
+        unsupported, // the type of the output, on this machine
+        drawing,     // the output cannot be drawn
+        writing,     // the output
+        stopped,     // by order
+        notStarted,  // nobody is there to do it
     };
 
     Kind kind;
@@ -94,5 +98,8 @@ public:
     // Gives up everything.
     virtual void close() = 0;
 };
+
+// Hands out the work on one file, to be given up at the stop.
+using PictureWorkMaker = std::function<std::unique_ptr<PictureWork>(std::stop_token)>;
 
 } // namespace lumora::ImageOptimizer

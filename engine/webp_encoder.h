@@ -3,7 +3,7 @@
 // WebP by the external encoder: what it is asked for, and what its failures are called.
 #pragma once
 
-#include "formats/cwebp.h"
+#include "cwebp/cwebp.h"
 #include "records/optimizer_settings.h"
 #include "system/atomic_file.h"
 

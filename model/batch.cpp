@@ -20,6 +20,11 @@ namespace {
 // that takes a while serves them all at once.
 constexpr int mostWaitingForDisk = 16;
 
+bool mayBeHevc(OutputFormat format)
+{
+    return format == OutputFormat::heic || format == OutputFormat::original;
+}
+
 ProcessingResult failed(const std::filesystem::path& file, std::string message)
 {
     return {file, std::nullopt, 0, 0, std::move(message), false};
@@ -30,7 +35,8 @@ ProcessingResult failed(const std::filesystem::path& file, std::string message)
 Batch::Batch(BatchContext context) : m_context(std::move(context)), m_memory(m_context.services.memoryToShare)
 {
     if (const auto& program = m_context.services.workerProgram)
-        m_processes = std::make_unique<ImageOptimizer::WorkerProcesses>(*program);
+        m_processes = std::make_unique<ImageOptimizer::WorkerProcesses>(
+            *program, mayBeHevc(m_context.settings.outputFormat));
 }
 
 Batch::~Batch()

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/panels/about_panel.h"
 
-#include "formats/library_versions.h"
+#include "engine/library_versions.h"
 #include "system/bundle.h"
 #include "ui/controls/styled_button.h"
 #include "ui/settings/preferences_view.h"

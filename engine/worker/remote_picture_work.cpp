@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/worker/remote_picture_work.h"
 
-#include "engine/worker/worker_exit.h"
-#include "formats/format.h"
+#include "engine/worker/worker_program.h"
 #include "system/message_channel.h"
+#include "types/format.h"
 
 #include <algorithm>
 #include <array>

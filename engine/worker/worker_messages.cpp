@@ -14,7 +14,7 @@ namespace lumora::ImageOptimizer {
 namespace {
 
 // Both sides come in one package; this tells a package that was exchanged under a running program.
-constexpr std::uint32_t version = 3;
+constexpr std::uint32_t version = 4;
 constexpr std::size_t longestType = 63;
 constexpr std::size_t longestReason = 255;
 constexpr std::size_t longestLoss = 127;

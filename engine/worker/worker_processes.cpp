@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/worker/worker_processes.h"
 
+#include "engine/worker/worker_program.h"
 #include "system/file_services.h"
 #include "system/message_channel.h"
 
@@ -10,17 +11,16 @@
 
 namespace lumora::ImageOptimizer {
 
-std::optional<std::filesystem::path> findWorker(const std::filesystem::path& bundle)
+std::filesystem::path findWorker(const std::filesystem::path& bundle)
 {
     const char* const preferred = std::getenv("LUMORA_WORKER_PATH");
     if (preferred && isExecutableFile(preferred)) return std::filesystem::absolute(preferred);
-    std::filesystem::path bundled = bundle / "Contents" / "MacOS" / "lumora-worker";
-    if (isExecutableFile(bundled)) return bundled;
-    return std::nullopt;
+    return bundle / "Contents" / "MacOS" / "lumora-worker";
 }
 
-WorkerProcesses::WorkerProcesses(std::filesystem::path executable, const WorkerLimits& limits)
-    : m_executable(std::move(executable)), m_limits(limits)
+WorkerProcesses::WorkerProcesses(std::filesystem::path executable, bool encodesHevc,
+                                 const WorkerLimits& limits)
+    : m_executable(std::move(executable)), m_encodesHevc(encodesHevc), m_limits(limits)
 {
 }
 
@@ -40,7 +40,9 @@ std::unique_ptr<ServantProcess> WorkerProcesses::takeIdle()
 
 Result<std::unique_ptr<ServantProcess>> WorkerProcesses::start() const
 {
-    auto started = ServantProcess::start(m_executable);
+    std::vector<std::string> arguments;
+    if (m_encodesHevc) arguments.emplace_back(hevcArgument);
+    auto started = ServantProcess::start(m_executable, std::move(arguments));
     if (!started) return started.error();
     return std::make_unique<ServantProcess>(std::move(*started));
 }

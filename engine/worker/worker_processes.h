@@ -11,14 +11,13 @@
 #include <filesystem>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <vector>
 
 namespace lumora::ImageOptimizer {
 
 // The worker's program: what LUMORA_WORKER_PATH names when that is executable, else
-// Contents/MacOS/lumora-worker of the bundle. Looked up anew at each call.
-std::optional<std::filesystem::path> findWorker(const std::filesystem::path& bundle);
+// Contents/MacOS/lumora-worker of the bundle, whether it is there or not. Looked up anew at each call.
+std::filesystem::path findWorker(const std::filesystem::path& bundle);
 
 // What one file may take of its worker.
 struct WorkerLimits
@@ -34,7 +33,9 @@ struct WorkerLimits
 class WorkerProcesses
 {
 public:
-    explicit WorkerProcesses(std::filesystem::path executable, const WorkerLimits& limits = {});
+    // Only workers that are told so are ready to encode HEVC.
+    explicit WorkerProcesses(std::filesystem::path executable, bool encodesHevc = false,
+                             const WorkerLimits& limits = {});
     // After every work that it is lent to.
     ~WorkerProcesses();
     WorkerProcesses(const WorkerProcesses&) = delete;
@@ -52,6 +53,7 @@ public:
 
 private:
     const std::filesystem::path m_executable;
+    const bool m_encodesHevc;
     const WorkerLimits m_limits;
     std::mutex m_mutex;
     std::vector<std::unique_ptr<ServantProcess>> m_idle; // guarded by m_mutex

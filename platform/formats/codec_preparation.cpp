@@ -3,16 +3,14 @@
 #include "formats/codec_preparation.h"
 
 #include "format_io.h"
-#include "heif/heic_encoder.h"
 #include "pixels/image_library.h"
 
 namespace lumora {
 
-void prepareAllCodecs(int outOfMemoryStatus)
+void prepareCodecs(int outOfMemoryStatus)
 {
     startWholeImageLibrary(outOfMemoryStatus);
     allowOperations();
-    prepareHevcEncoder();
 }
 
 } // namespace lumora

@@ -31,13 +31,13 @@ bool fits(const Image& image, const StorageLimits& limits)
 Status encodeImage(const Format& format, const Image& image, int quality, const Metadata& metadata,
                    OutputFile& file)
 try {
-    if (format.writtenBy() != WrittenBy::codec) return Error{"no encoder for this type"};
+    if (format.writtenBy != WrittenBy::codec) return Error{"no encoder for this type"};
     if (!fits(image, format.limits))
         return Error{"more than " + std::to_string(format.limits.longestEdge) + " pixels along an edge"};
     allowOperations();
     const auto storable = storableImage(image, format.limits);
     if (!storable) return storable.error();
-    auto status = format.writer->encode(
+    auto status = codecOf(format).writer->encode(
         {storable->get(), quality, !image.alphaIsPremultiplied(), metadata, factsOf(storable->get(), format)},
         file);
     if (!status && status.error().cause == Error::Cause::memory) return outOfMemory();

@@ -9,8 +9,9 @@ namespace lumora {
 std::int64_t encodingMemory(std::string_view typeIdentifier, const EncodedShape& shape)
 {
     const Format* const format = formatWithIdentifier(typeIdentifier);
-    if (!format || !format->writer || !format->writer->heldBytes) return 0;
-    return format->writer->heldBytes(shape);
+    if (!format) return 0;
+    const auto& writer = codecOf(*format).writer;
+    return writer && writer->heldBytes ? writer->heldBytes(shape) : 0;
 }
 
 } // namespace lumora

@@ -12,8 +12,9 @@ Result<bool> copyFile(int descriptor, std::string_view typeIdentifier, const Lef
                       OutputFile& output)
 try {
     const Format* const format = formatWithIdentifier(typeIdentifier);
-    if (!format || !format->reader || !format->reader->pieces) return false;
-    const auto pieces = format->reader->pieces(descriptor, leftOut);
+    const auto piecesOf = format ? codecOf(*format).reader.pieces : nullptr;
+    if (!piecesOf) return false;
+    const auto pieces = piecesOf(descriptor, leftOut);
     if (!pieces) return false;
     return appendPieces(descriptor, *pieces, output);
 } catch (const std::bad_alloc&) {

@@ -58,7 +58,7 @@ Result<bool> appendPieces(int file, const FilePieces& pieces, OutputFile& output
             if (!status) return status.error();
             continue;
         }
-        const auto isThere = appendPiece(file, piece, buffer, output);
+        auto isThere = appendPiece(file, piece, buffer, output);
         if (!isThere || !*isThere) return isThere;
     }
     return true;

@@ -1,12 +1,11 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The two halves of a format's row that do the work. Every function may run on any thread.
+// What reads and writes the files of a format. Every function may run on any thread.
 #pragma once
 
 #include "file_pieces.h"
 #include "formats/encoded_shape.h"
-#include "formats/file_copy.h"
-#include "formats/format.h"
+#include "formats/left_out.h"
 #include "formats/source_facts.h"
 #include "metadata/blocks.h"
 #include "metadata/metadata.h"
@@ -14,6 +13,7 @@
 #include "pixels/vips_library.h"
 #include "system/output_file.h"
 #include "system/result.h"
+#include "types/format.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -34,9 +34,6 @@ struct FormatReader
     // on the image how its components were stored, where they no longer tell, and colours that are told in
     // numbers.
     void (*describe)(int descriptor, _VipsImage* image, Metadata& metadata, SourceFacts& facts);
-    // The format that a file is of by a deeper look than at its first bytes; null when that knows no better.
-    // May be null.
-    const Format* (*lookedInto)(int descriptor) = nullptr;
     // The picture at 1/divisor (2, 4, 8) of its size, rounded up, as its codec can compute it from the lower
     // frequencies alone. Otherwise like `load`. May be null.
     Result<VipsImagePtr> (*loadReduced)(int divisor, int descriptor) = nullptr;
@@ -80,16 +77,26 @@ struct FormatWriter
 // edge.
 inline constexpr int fullChromaQuality = 90;
 
-// The rows, each defined beside its codec.
-extern const Format jpegFormat;
-extern const Format pngFormat;
-extern const Format gifFormat;
-extern const Format tiffFormat;
-extern const Format bmpFormat;
-extern const Format heicFormat;
-extern const Format heifFormat;
-extern const Format avifFormat;
-extern const Format webpFormat;
+struct Codec
+{
+    const Format& format;
+    FormatReader reader;
+    std::optional<FormatWriter> writer = {}; // absent when the format is not written
+};
+
+// Each defined beside what it is made of.
+extern const Codec jpegCodec;
+extern const Codec pngCodec;
+extern const Codec gifCodec;
+extern const Codec tiffCodec;
+extern const Codec bmpCodec;
+extern const Codec heicCodec;
+extern const Codec heifCodec;
+extern const Codec avifCodec;
+extern const Codec webpCodec;
+
+// Every format has one.
+const Codec& codecOf(const Format& format);
 
 // Lets the image library run the operations that the table names, and no others. To be called before one
 // runs.

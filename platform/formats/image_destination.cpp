@@ -21,7 +21,9 @@ int encoderQuality(const DestinationProperties& properties)
 
 bool isWritable(const Format* format)
 {
-    return format && format->writtenBy() == WrittenBy::codec && format->canBeWritten();
+    if (!format || format->writtenBy != WrittenBy::codec) return false;
+    const auto isAvailable = codecOf(*format).writer->isAvailable;
+    return !isAvailable || isAvailable();
 }
 
 } // namespace
@@ -33,15 +35,6 @@ struct ImageDestination::State
     std::optional<Image> image;
     DestinationProperties properties;
 };
-
-std::vector<std::string> ImageDestination::writableTypeIdentifiers()
-{
-    std::vector<std::string> identifiers;
-    for (const Format* format : formats()) {
-        if (isWritable(format)) identifiers.emplace_back(format->identifier);
-    }
-    return identifiers;
-}
 
 Result<ImageDestination> ImageDestination::create(OutputFile& file, std::string_view typeIdentifier)
 {

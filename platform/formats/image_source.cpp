@@ -89,7 +89,8 @@ try {
     const Format* const format = formatOfFile(file.get());
     if (!format) return Error{"not a readable image type"};
     allowOperations();
-    auto loaded = format->reader->load(file.get());
+    const FormatReader& reader = codecOf(*format).reader;
+    auto loaded = reader.load(file.get());
     if (!loaded) return loaded.error();
     VipsImage* image = loaded->get();
     if (isTooLarge(image)) {
@@ -97,15 +98,14 @@ try {
     }
     Metadata metadata;
     SourceFacts facts = factsOf(image);
-    format->reader->describe(file.get(), image, metadata, facts);
+    reader.describe(file.get(), image, metadata, facts);
     const Orientation orientation = vips_image_get_orientation(image);
     metadata.orientation = orientation;
     metadata.colorModel = colorModelName(image);
     metadata.profileName = profileDescription(attachedProfile(image));
-    const auto held = format->reader->heldBytes;
-    const std::int64_t heldBytes = held ? held(image) : 0;
+    const std::int64_t heldBytes = reader.heldBytes ? reader.heldBytes(image) : 0;
     return ImageSource(std::string(format->identifier),
-                       pictureOf(std::move(*loaded), *format->reader, std::move(file)), orientation,
+                       pictureOf(std::move(*loaded), reader, std::move(file)), orientation,
                        std::move(metadata), facts, heldBytes);
 } catch (const std::bad_alloc&) {
     return outOfMemory();

@@ -19,6 +19,12 @@
 namespace lumora {
 namespace {
 
+#ifdef LUMORA_SANITIZED
+constexpr bool canLimitAddresses = false; // sanitizers set terabytes of them aside
+#else
+constexpr bool canLimitAddresses = true;
+#endif
+
 Error systemError(int code)
 {
     return {std::generic_category().message(code)};
@@ -34,7 +40,8 @@ void setLimit(pid_t process, __rlimit_resource resource, std::int64_t most)
 
 } // namespace
 
-Result<ServantProcess> ServantProcess::start(const std::filesystem::path& executable)
+Result<ServantProcess> ServantProcess::start(const std::filesystem::path& executable,
+                                             std::vector<std::string> arguments)
 {
     std::array<int, 2> ends{};
     if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0) return systemError(errno);
@@ -43,7 +50,7 @@ Result<ServantProcess> ServantProcess::start(const std::filesystem::path& execut
     const FileDescriptor nothing(::open("/dev/null", O_RDWR | O_CLOEXEC));
     if (!nothing.isOpen()) return systemError(errno);
     const pid_t process = launchProgram(
-        executable, {},
+        executable, std::move(arguments),
         {.input = nothing.get(), .output = nothing.get(), .error = nothing.get(), .channel = theirs.get()},
         Environment::empty);
     if (process < 0) return systemError(-process);
@@ -99,7 +106,7 @@ std::optional<ProcessUsage> ServantProcess::usage() const
 
 void ServantProcess::limitMemory(std::int64_t virtualBytes) const
 {
-    setLimit(m_process, RLIMIT_AS, virtualBytes);
+    if (canLimitAddresses) setLimit(m_process, RLIMIT_AS, virtualBytes);
 }
 
 void ServantProcess::limitProcessorTime(std::chrono::seconds most) const

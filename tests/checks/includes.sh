@@ -2,8 +2,8 @@
 # SPDX-FileCopyrightText: 2026 Tidewell
 # SPDX-License-Identifier: GPL-3.0-or-later
 # includes.sh: holds the includes of the product to the layers. Each must
-#   point downwards: records <- system <- pixels <- metadata <- formats <- engine <- model <- ui <- app, cli on model, history
-#     on system and below model;
+#   point downwards: records <- system <- types <- cwebp <- engine <- model <- ui <- app, cli on model, history on system and
+#     below model; cwebp <- pixels <- metadata <- formats <- engine/local, on engine, and nothing on any of these;
 #   start at an include root, with no ".." and no platform/ in it, and leave the private headers of other rooms alone;
 #   name nothing of Qt in records, platform, engine and history;
 #   close no circle, where a header and the source of its name count as one.
@@ -14,8 +14,11 @@ cd -- "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")/../.."
 find records platform engine history model ui app cli \( -name '*.h' -o -name '*.cpp' \) -print | LC_ALL=C sort | awk '
 function fail(message) { print file ":" line ": " message > "/dev/stderr"; failed = 1 }
 
-# The layer of a file, of which the platform has one a room.
-function layerOf(path,   parts) { split(path, parts, "/"); return parts[1] == "platform" ? parts[2] : parts[1] }
+# The layer of a file, of which the platform has one a room and the engine two.
+function layerOf(path,   parts) {
+    split(path, parts, "/")
+    return parts[1] == "platform" || parts[2] == "local" ? parts[2] : parts[1]
+}
 
 # A header and its source are one node, wherever in their layer they lie.
 function nodeOf(path,   name) {
@@ -96,16 +99,23 @@ function checkCircles(   pair, ends, outgoing, incoming, node, changed, list) {
     }
 }
 
-BEGIN {
-    count = split("records system pixels metadata formats engine model ui app", order, " ")
+# Each of the layers upon those before it and upon the lower ones.
+function stack(names, lower,   order, count, i) {
+    count = split(names, order, " ")
     for (i = 1; i <= count; ++i) {
         below[order[i]] = lower
         lower = lower " " order[i]
     }
+}
+
+BEGIN {
+    stack("records system types cwebp engine model ui app", "")
+    stack("pixels metadata formats local", "records system types cwebp")
+    below["local"] = below["local"] " engine"
     below["cli"] = below["model"] " model"
     below["history"] = "records system"
     for (layer in below) if (layer ~ /^(model|ui|app|cli)$/) below[layer] = below[layer] " history"
-    rooms["system"] = rooms["pixels"] = rooms["metadata"] = rooms["formats"] = 1
+    rooms["system"] = rooms["types"] = rooms["cwebp"] = rooms["pixels"] = rooms["metadata"] = rooms["formats"] = 1
     withQt["model"] = withQt["ui"] = withQt["app"] = withQt["cli"] = 1
 }
 { files[$0] = 1 }

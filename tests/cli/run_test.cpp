@@ -269,6 +269,26 @@ TEST_F(CliTest, helpAndVersionSucceedWithoutAPath)
                                        HasSubstr("Qt 6.")));
 }
 
+// A stranger's file meets a decoder in the worker only, and short commands are over before one is loaded.
+TEST_F(CliTest, hasNoCodecInItsOwnProcess)
+{
+    m_launch.environment["LD_TRACE_LOADED_OBJECTS"] = "1"; // the linker then lists them, and that is all
+    const Outcome libraries = run({"--version"});
+    EXPECT_THAT(libraries.results, HasSubstr("libQt6Core"));
+    for (const char* codec : {"libvips", "libheif", "libjpeg", "libtiff", "libexiv2", "liblcms", "libpng"})
+        EXPECT_THAT(libraries.results, Not(HasSubstr(codec)));
+}
+
+TEST_F(CliTest, hasNoPictureWithoutAWorker)
+{
+    photograph("a.jpg");
+    m_launch.environment["LUMORA_WORKER_PATH"] = "/bin/false";
+    const Outcome outcome = runInto({"a.jpg"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.results, HasSubstr("The worker could not be started"));
+    EXPECT_EQ(outputs(), std::vector<std::string>{});
+}
+
 TEST_F(CliTest, anOutputFolderThatCannotBeMadeEndsTheRun)
 {
     photograph("a.jpg");

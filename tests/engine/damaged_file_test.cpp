@@ -4,6 +4,7 @@
 // picture, nothing between.
 #include "engine/image_optimizer.h"
 #include "records/errors.h"
+#include "tests/engine/local_services.h"
 #include "tests/support/encoded_bmp.h"
 #include "tests/support/fake_encoder.h"
 #include "tests/support/sample_images.h"
@@ -62,7 +63,7 @@ protected:
         try {
             const auto result = ImageOptimizer::optimize(
                 m_source, test::settings({.outputFormat = OutputFormat::png, .filenameSuffix = "-out"}),
-                OptimizerServices::system());
+                test::localServices());
             EXPECT_EQ(*result.outputURL, m_output);
             expectNothingElse(bytes);
             return test::load(m_output);

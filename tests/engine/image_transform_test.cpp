@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "engine/image_transform.h"
+#include "engine/local/image_transform.h"
 
 #include "pixels/decoding.h"
 #include "pixels/drawing.h"

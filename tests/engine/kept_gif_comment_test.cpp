@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What a GIF carries beside its picture, as an independent reader finds it.
 #include "engine/image_optimizer.h"
+#include "tests/engine/local_services.h"
 #include "tests/support/program_output.h"
 #include "tests/support/sample_images.h"
 #include "tests/support/settings.h"
@@ -35,7 +36,7 @@ protected:
                                                      settings({.maximumPixels = bound,
                                                                .outputFormat = OutputFormat::original,
                                                                .removeMetadata = removesMetadata}),
-                                                     OptimizerServices::system());
+                                                     test::localServices());
         return *result.outputURL;
     }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Camera makers' notes, as an independent reader finds them after a picture was written anew.
 #include "engine/image_optimizer.h"
+#include "tests/engine/local_services.h"
 #include "tests/support/exif_builder.h"
 #include "tests/support/program_output.h"
 #include "tests/support/sample_images.h"
@@ -30,7 +31,7 @@ protected:
         return *ImageOptimizer::optimize(
                     m_folder / "a.jpg",
                     settings({.outputFormat = GetParam(), .removeMetadata = false, .filenameSuffix = "-out"}),
-                    OptimizerServices::system())
+                    test::localServices())
                     .outputURL;
     }
 
@@ -115,7 +116,7 @@ TEST(KeptMakerNoteOfATiff, StaysReadable)
                    "' -makernotes -make '" + (folder / "b.tif").string() + "'");
     const auto result = ImageOptimizer::optimize(
         folder / "b.tif", settings({.outputFormat = OutputFormat::original, .removeMetadata = false}),
-        OptimizerServices::system());
+        test::localServices());
     EXPECT_EQ(tagOf(*result.outputURL, "Canon:CanonImageType"), "Image type\n");
     EXPECT_EQ(test::load(*result.outputURL).bytes, test::corneredPicture(64, 48).bytes);
 }

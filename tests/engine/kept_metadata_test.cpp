@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Metadata as an independent reader finds it.
 #include "engine/image_optimizer.h"
+#include "tests/engine/local_services.h"
 #include "tests/support/program_output.h"
 #include "tests/support/sample_images.h"
 #include "tests/support/settings.h"
@@ -39,7 +40,7 @@ protected:
     {
         draft.outputFormat = GetParam();
         draft.filenameSuffix = "-out";
-        return *ImageOptimizer::optimize(m_folder / "a.jpg", settings(draft), OptimizerServices::system())
+        return *ImageOptimizer::optimize(m_folder / "a.jpg", settings(draft), test::localServices())
                     .outputURL;
     }
     static std::string tag(const std::filesystem::path& file, const std::string& name)
@@ -108,7 +109,7 @@ TEST(KeptXmp, NamesTheProfileThatIsInTheFile)
                                                    .optimizeColorForSharing = false,
                                                    .removeColorManagement = removesProfile,
                                                    .removeMetadata = false}),
-                                         OptimizerServices::system())
+                                         test::localServices())
                     .outputURL;
     };
     EXPECT_EQ(field(written(false), "XMP:ICCProfileName"), profile);
@@ -130,7 +131,7 @@ TEST(KeptXmp, KeepsItsWordingWhereNothingInItChanges)
         const auto result = ImageOptimizer::optimize(
             source,
             settings({.outputFormat = OutputFormat::jpeg, .removeMetadata = false, .filenameSuffix = "-out"}),
-            OptimizerServices::system());
+            test::localServices());
         EXPECT_EQ(packetIn(*result.outputURL), packetIn(source)) << name;
     }
 }
@@ -145,7 +146,7 @@ TEST(KeptTiffMetadata, SurvivesInATiff)
         (folder / "a.tif").string() + "'");
     const auto result = ImageOptimizer::optimize(
         folder / "a.tif", settings({.outputFormat = OutputFormat::original, .removeMetadata = false}),
-        OptimizerServices::system());
+        test::localServices());
     const auto tag = [&](const std::string& name) {
         return outputOf("exiftool -s3 -n -" + name + " '" + result.outputURL->string() + "'");
     };

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Text chunks of a PNG, as an independent reader finds them.
 #include "engine/image_optimizer.h"
+#include "tests/engine/local_services.h"
 #include "tests/support/program_output.h"
 #include "tests/support/sample_images.h"
 #include "tests/support/settings.h"
@@ -32,7 +33,7 @@ protected:
     {
         const auto result = ImageOptimizer::optimize(
             file, settings({.outputFormat = OutputFormat::png, .removeMetadata = false}),
-            OptimizerServices::system());
+            test::localServices());
         return *result.outputURL;
     }
 

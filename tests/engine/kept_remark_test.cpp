@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Remarks and the time of the last change, as an independent reader finds them.
 #include "engine/image_optimizer.h"
+#include "tests/engine/local_services.h"
 #include "tests/support/program_output.h"
 #include "tests/support/sample_images.h"
 #include "tests/support/settings.h"
@@ -33,7 +34,7 @@ std::filesystem::path optimized(const std::filesystem::path& file, OutputFormat 
                 file,
                 settings(
                     {.outputFormat = format, .removeMetadata = removesMetadata, .filenameSuffix = "-out"}),
-                OptimizerServices::system())
+                test::localServices())
                 .outputURL;
 }
 

@@ -3,6 +3,7 @@
 // The size on paper and the fields that describe how a JPEG stores its colours, as an independent reader
 // finds them.
 #include "engine/image_optimizer.h"
+#include "tests/engine/local_services.h"
 #include "tests/support/program_output.h"
 #include "tests/support/sample_images.h"
 #include "tests/support/settings.h"
@@ -41,7 +42,7 @@ protected:
                                          settings({.outputFormat = format,
                                                    .removeMetadata = removesMetadata,
                                                    .filenameSuffix = "-out"}),
-                                         OptimizerServices::system())
+                                         test::localServices())
                     .outputURL;
     }
 
@@ -95,7 +96,7 @@ TEST(KeptColourFields, SayHowTheNewPictureIsStored)
         const auto result = ImageOptimizer::optimize(
             folder / "a.jpg",
             settings({.outputFormat = format, .removeMetadata = false, .filenameSuffix = "-out"}),
-            OptimizerServices::system());
+            test::localServices());
         EXPECT_EQ(tagOf(*result.outputURL, "EXIF:Make"), "M\n");
         return tagOf(*result.outputURL, "EXIF:YCbCrPositioning");
     };

@@ -3,6 +3,7 @@
 // XMP packets of more than one segment, and of more than is good for anybody, as an independent reader finds
 // them.
 #include "engine/image_optimizer.h"
+#include "tests/engine/local_services.h"
 #include "tests/support/program_output.h"
 #include "tests/support/sample_images.h"
 #include "tests/support/settings.h"
@@ -39,7 +40,7 @@ protected:
                                          settings({.outputFormat = GetParam(),
                                                    .removeMetadata = removesMetadata,
                                                    .filenameSuffix = "-out"}),
-                                         OptimizerServices::system())
+                                         test::localServices())
                     .outputURL;
     }
 
@@ -83,7 +84,7 @@ TEST(KeptXmpOfHeic, IsFoundInEveryOutput)
                                                  settings({.outputFormat = format,
                                                            .removeMetadata = removesMetadata,
                                                            .filenameSuffix = "-out"}),
-                                                 OptimizerServices::system())
+                                                 test::localServices())
                             .outputURL;
             };
             EXPECT_EQ(tagOf(optimized(false), "XMP:Title"), "seen from the harbour\n") << name;
@@ -117,7 +118,7 @@ protected:
         const auto start = std::chrono::steady_clock::now();
         const auto result = ImageOptimizer::optimize(
             file, settings({.outputFormat = OutputFormat::png, .removeMetadata = removesMetadata}),
-            OptimizerServices::system());
+            test::localServices());
         EXPECT_TRUE(result.isSuccess);
         return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     }

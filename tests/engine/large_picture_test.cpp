@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Files that take so much memory that they are counted. Wide ones do at little cost.
+#include "engine/local/memory_need.h"
 #include "engine/memory_budget.h"
-#include "engine/memory_need.h"
 #include "tests/engine/optimizer_test.h"
 
 #include <gtest/gtest.h>

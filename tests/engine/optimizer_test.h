@@ -5,6 +5,7 @@
 #pragma once
 
 #include "engine/image_optimizer.h"
+#include "tests/engine/local_services.h"
 #include "tests/support/fake_encoder.h"
 #include "tests/support/settings.h"
 
@@ -20,7 +21,7 @@ protected:
     OptimizerTest()
     {
         installReal();
-        m_services = OptimizerServices::system();
+        m_services = localServices();
         m_services.moveToTrash = [this](const std::filesystem::path& url) -> Status {
             std::filesystem::rename(url, m_trash / url.filename());
             return Done{};

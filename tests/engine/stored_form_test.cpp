@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // How the components of a picture that is not redrawn are stored.
 #include "engine/image_optimizer.h"
+#include "tests/engine/local_services.h"
 #include "tests/support/program_output.h"
 #include "tests/support/sample_images.h"
 #include "tests/support/settings.h"
@@ -40,7 +41,7 @@ ProcessingResult optimizedAsItIs(const std::filesystem::path& source)
                                                     .optimizeColorForSharing = false,
                                                     .removeColorManagement = false,
                                                     .filenameSuffix = "-out"}),
-                                    OptimizerServices::system());
+                                    test::localServices());
 }
 
 class NotRedrawnPng : public testing::TestWithParam<StoredCase>

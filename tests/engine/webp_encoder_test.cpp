@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/webp_encoder.h"
 
-#include "engine/image_transform.h"
+#include "engine/local/image_transform.h"
+#include "formats/ppm_writer.h"
 #include "records/errors.h"
 #include "tests/support/fake_encoder.h"
 #include "tests/support/sample_images.h"

@@ -37,7 +37,7 @@ QString savingText(const ProcessingResult& result)
 
 } // namespace
 
-ComparisonView::ComparisonView(const std::optional<std::filesystem::path>& workerProgram, QWidget* parent)
+ComparisonView::ComparisonView(const std::filesystem::path& workerProgram, QWidget* parent)
     : QWidget(parent), m_worker(workerProgram),
       m_captions{new PictureCaption(QStringLiteral("Original"), PictureCaption::Edge::leading),
                  new PictureCaption(QStringLiteral("Output"), PictureCaption::Edge::trailing)},

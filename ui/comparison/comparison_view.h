@@ -25,9 +25,8 @@ class ComparisonView : public QWidget
     Q_OBJECT
 
 public:
-    // Without a program for workers this process reads the pictures.
-    explicit ComparisonView(const std::optional<std::filesystem::path>& workerProgram,
-                            QWidget* parent = nullptr);
+    // `workerProgram` reads the pictures.
+    explicit ComparisonView(const std::filesystem::path& workerProgram, QWidget* parent = nullptr);
     ~ComparisonView() override;
 
     // A result of the list, which may go before the view does.
@@ -72,7 +71,7 @@ private:
     bool takeArrow(int key, bool pans);
 
     ResultSequence m_results;
-    const std::optional<std::filesystem::path> m_worker;
+    const std::filesystem::path m_worker;
     std::array<Picture, 2> m_pictures;
     std::array<PictureCaption*, 2> m_captions;
     ComparisonCanvas* m_canvas;

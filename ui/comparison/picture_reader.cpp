@@ -2,12 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/comparison/picture_reader.h"
 
-#include "engine/local_picture_work.h"
 #include "engine/worker/remote_picture_work.h"
-#include "formats/format.h"
 #include "system/mapped_file.h"
 #include "system/memory_file.h"
 #include "system/regular_file.h"
+#include "types/format.h"
 
 #include <algorithm>
 #include <memory>
@@ -56,12 +55,9 @@ bool isPlausible(const ImageOptimizer::PictureSize& size)
 class PictureReader::Work
 {
 public:
-    Work(PictureReader& reader, const std::stop_token& stop) : m_reader(reader)
+    Work(PictureReader& reader, const std::stop_token& stop)
+        : m_reader(reader), m_work(reader.m_processes, stop)
     {
-        if (reader.m_processes)
-            m_work = std::make_unique<ImageOptimizer::RemotePictureWork>(*reader.m_processes, stop);
-        else
-            m_work = std::make_unique<ImageOptimizer::LocalPictureWork>();
     }
 
     WorkResult<PictureFacts> open(const std::filesystem::path& path)
@@ -69,9 +65,9 @@ public:
         auto file = openRegularFile(path);
         if (!file) return WorkError{WorkError::Kind::unreadable};
         m_file = std::move(*file);
-        const auto head = m_work->open(m_file.get(), asItIs());
+        const auto head = m_work.open(m_file.get(), asItIs());
         if (!head) return head.error();
-        auto look = m_work->look();
+        auto look = m_work.look();
         if (!look) return look.error();
         if (!isPlausible(look->size)) return WorkError{WorkError::Kind::unreadable};
         m_isOpen = true;
@@ -89,13 +85,13 @@ public:
         const auto output = makeMemoryFile(static_cast<std::size_t>(bytes));
         if (!output) return WorkError{WorkError::Kind::memory};
         if (!std::exchange(m_isOpen, false)) {
-            const auto head = m_work->open(m_file.get(), asItIs());
+            const auto head = m_work.open(m_file.get(), asItIs());
             if (!head) return head.error();
         }
         m_reader.setInWork(output->get(), bytes);
-        const auto drawn = m_work->drawPart(output->get(), part);
+        const auto drawn = m_work.drawPart(output->get(), part);
         m_reader.unsetInWork();
-        m_work->close();
+        m_work.close();
         if (!drawn) return drawn.error();
         return pictureIn(output->get(), part);
     }
@@ -117,16 +113,15 @@ private:
     }
 
     PictureReader& m_reader;
-    std::unique_ptr<PictureWork> m_work;
+    ImageOptimizer::RemotePictureWork m_work;
     FileDescriptor m_file;
     bool m_isOpen = false;
 };
 
 PictureReader::PictureReader(QString name, std::function<PictureFile()> find,
-                             const std::optional<std::filesystem::path>& worker, QObject* parent)
-    : QObject(parent), m_name(std::move(name)), m_find(std::move(find))
+                             const std::filesystem::path& worker, QObject* parent)
+    : QObject(parent), m_name(std::move(name)), m_find(std::move(find)), m_processes(worker)
 {
-    if (worker) m_processes.emplace(*worker);
     m_thread = std::jthread([this](const std::stop_token& stop) { run(stop); });
 }
 

@@ -6,8 +6,8 @@
 #pragma once
 
 #include "engine/worker/worker_processes.h"
-#include "formats/rgba_writer.h"
 #include "model/main_thread_queue.h"
+#include "records/picture_part.h"
 
 #include <QImage>
 #include <QObject>
@@ -48,10 +48,10 @@ class PictureReader : public QObject
     Q_OBJECT
 
 public:
-    // `find` is called on the reader's thread. Without the program of a worker this process does the work.
-    // `name` begins the sentences about it: "The original".
-    PictureReader(QString name, std::function<PictureFile()> find,
-                  const std::optional<std::filesystem::path>& worker, QObject* parent = nullptr);
+    // `find` is called on the reader's thread, `worker` the program of the worker. `name` begins the
+    // sentences about it: "The original".
+    PictureReader(QString name, std::function<PictureFile()> find, const std::filesystem::path& worker,
+                  QObject* parent = nullptr);
     ~PictureReader() override;
 
     void want(const PicturePart& part);
@@ -74,8 +74,8 @@ private:
 
     const QString m_name;
     const std::function<PictureFile()> m_find;
-    // Its own: a worker ends with the thread that started it. Absent where this process does the work.
-    std::optional<ImageOptimizer::WorkerProcesses> m_processes;
+    // Its own: a worker ends with the thread that started it.
+    ImageOptimizer::WorkerProcesses m_processes;
     MainThreadQueue m_mainThread;
     mutable std::mutex m_mutex;
     std::condition_variable_any m_wanted;

@@ -4,7 +4,7 @@
 // over it, zoomed in, the part in sight. Each has at most as many pixels as the view. Main thread.
 #pragma once
 
-#include "formats/rgba_writer.h"
+#include "records/picture_part.h"
 #include "ui/comparison/comparison_geometry.h"
 
 #include <QImage>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/intake/files_and_folders_dialog.h"
 
-#include "formats/format.h"
+#include "types/format.h"
 #include "ui/theme/fonts.h"
 
 #include <QAbstractItemView>

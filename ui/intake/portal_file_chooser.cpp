@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/intake/portal_file_chooser.h"
 
-#include "formats/format.h"
 #include "system/file_uris.h"
+#include "types/format.h"
 #include "ui/bus/bus_call.h"
 #include "ui/intake/portal_request.h"
 
@@ -75,7 +75,6 @@ QList<PortalFilter> imageFilters()
 {
     PortalFilter images{QStringLiteral("Images"), {}};
     for (const Format* format : formats()) {
-        if (!format->reader) continue;
         for (const std::string_view type : format->mimeTypes)
             images.patterns.append(
                 {1, QString::fromLatin1(type.data(), static_cast<qsizetype>(type.size()))});

@@ -56,28 +56,11 @@ std::int64_t encodingBytes(const EncodedShape& shape)
     return shape.pixels * shape.pixelBytes;
 }
 
-// Two letters alone would claim any text that begins so: the header's reserved zeros and its length must fit.
-bool begins(std::string_view head)
-{
-    return head.size() >= 18 && head.starts_with("BM"sv) && head.substr(6, 4) == "\0\0\0\0"sv &&
-           head.substr(15, 3) == "\0\0\0"sv;
-}
-
-constexpr std::array extensions{"bmp"sv};
-constexpr std::array mimeTypes{"image/bmp"sv, "image/x-ms-bmp"sv};
-constexpr StorageLimits limits{.holdsGray = true, .holdsAlpha = true, .profiles = ProfileStorage::rgbOnly};
 constexpr FormatReader reader{.load = loadBmp, .describe = describe, .heldBytes = decodingBytes};
 constexpr FormatWriter writer{.encode = encode, .heldBytes = encodingBytes};
 
 } // namespace
 
-constinit const Format bmpFormat{.identifier = "com.microsoft.bmp",
-                                 .preferredExtension = "bmp",
-                                 .extensions = extensions,
-                                 .mimeTypes = mimeTypes,
-                                 .begins = begins,
-                                 .limits = limits,
-                                 .reader = &reader,
-                                 .writer = &writer};
+constinit const Codec bmpCodec{.format = bmpFormat, .reader = reader, .writer = writer};
 
 } // namespace lumora

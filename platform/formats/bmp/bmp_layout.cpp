@@ -3,7 +3,7 @@
 #include "bmp/bmp_layout.h"
 
 #include "bmp/little_endian.h"
-#include "formats/format.h"
+#include "types/format.h"
 
 #include <algorithm>
 #include <bit>

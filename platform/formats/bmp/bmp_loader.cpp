@@ -3,9 +3,9 @@
 #include "bmp/bmp_loader.h"
 
 #include "bmp/bmp_codec.h"
-#include "formats/format.h"
 #include "row_picture.h"
 #include "system/regular_file.h"
+#include "types/format.h"
 
 #include <vips/vips.h>
 

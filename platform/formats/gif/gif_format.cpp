@@ -26,10 +26,9 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr int longestEdge = 65535;
-
 std::optional<IndexedPixels> exactColors(VipsImage* image)
 {
+    const int longestEdge = gifFormat.limits.longestEdge;
     if (vips_image_get_width(image) > longestEdge || vips_image_get_height(image) > longestEdge)
         return std::nullopt;
     const auto components = componentsOf(image);
@@ -163,14 +162,6 @@ std::int64_t encodingBytes(const EncodedShape& shape)
     return shape.pixels * (shape.pixelBytes + 4 + 2);
 }
 
-bool begins(std::string_view head)
-{
-    return head.starts_with("GIF87a"sv) || head.starts_with("GIF89a"sv);
-}
-
-constexpr std::array extensions{"gif"sv};
-constexpr std::array mimeTypes{"image/gif"sv};
-constexpr StorageLimits limits{.holdsGray = true, .holdsAlpha = true, .longestEdge = longestEdge};
 constexpr FormatReader reader{.load = load,
                               .describe = describe,
 
@@ -181,13 +172,6 @@ constexpr FormatWriter writer{
 
 } // namespace
 
-constinit const Format gifFormat{.identifier = "com.compuserve.gif",
-                                 .preferredExtension = "gif",
-                                 .extensions = extensions,
-                                 .mimeTypes = mimeTypes,
-                                 .begins = begins,
-                                 .limits = limits,
-                                 .reader = &reader,
-                                 .writer = &writer};
+constinit const Codec gifCodec{.format = gifFormat, .reader = reader, .writer = writer};
 
 } // namespace lumora

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "heif/heic_encoder.h"
 
+#include "formats/codec_preparation.h"
 #include "heif/heic_quality.h"
 #include "heif/heif_handles.h"
 #include "heif/hevc_threads.h"

@@ -205,15 +205,6 @@ void describe(int descriptor, VipsImage* image, Metadata& metadata, SourceFacts&
     }
 }
 
-bool begins(std::string_view head)
-{
-    return head.starts_with("\xFF\xD8\xFF"sv);
-}
-
-constexpr std::array extensions{"jpg"sv, "jpeg"sv};
-constexpr std::array mimeTypes{"image/jpeg"sv};
-constexpr StorageLimits limits{
-    .holdsGray = true, .holdsInk = true, .profiles = ProfileStorage::any, .longestEdge = 65500};
 constexpr FormatReader reader{.load = load,
                               .describe = describe,
                               .loadReduced = loadJpeg,
@@ -225,13 +216,6 @@ constexpr FormatWriter writer{
 
 } // namespace
 
-constinit const Format jpegFormat{.identifier = "public.jpeg",
-                                  .preferredExtension = "jpeg",
-                                  .extensions = extensions,
-                                  .mimeTypes = mimeTypes,
-                                  .begins = begins,
-                                  .limits = limits,
-                                  .reader = &reader,
-                                  .writer = &writer};
+constinit const Codec jpegCodec{.format = jpegFormat, .reader = reader, .writer = writer};
 
 } // namespace lumora

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "file_pieces.h"
-#include "formats/file_copy.h"
+#include "formats/left_out.h"
 
 #include <optional>
 

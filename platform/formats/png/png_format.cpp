@@ -78,15 +78,6 @@ std::int64_t encodingBytes(const EncodedShape& shape)
     return 2 * shape.pixels * shape.pixelBytes;
 }
 
-bool begins(std::string_view head)
-{
-    return head.starts_with("\x89PNG\r\n\x1A\n"sv);
-}
-
-constexpr std::array extensions{"png"sv};
-constexpr std::array mimeTypes{"image/png"sv};
-constexpr StorageLimits limits{
-    .holdsSixteenBits = true, .holdsGray = true, .holdsAlpha = true, .profiles = ProfileStorage::any};
 constexpr FormatReader reader{.load = load,
                               .describe = describe,
                               .operation = "VipsForeignLoadPng",
@@ -96,13 +87,6 @@ constexpr FormatWriter writer{.encode = encodePng, .heldBytes = encodingBytes};
 
 } // namespace
 
-constinit const Format pngFormat{.identifier = "public.png",
-                                 .preferredExtension = "png",
-                                 .extensions = extensions,
-                                 .mimeTypes = mimeTypes,
-                                 .begins = begins,
-                                 .limits = limits,
-                                 .reader = &reader,
-                                 .writer = &writer};
+constinit const Codec pngCodec{.format = pngFormat, .reader = reader, .writer = writer};
 
 } // namespace lumora

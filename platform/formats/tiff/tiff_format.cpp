@@ -134,33 +134,12 @@ std::int64_t encodingBytes(const EncodedShape& shape)
            (shape.keepsMetadata ? shape.pixels * shape.pixelBytes : 0);
 }
 
-bool begins(std::string_view head)
-{
-    return std::ranges::any_of(std::array{"II*\0"sv, "MM\0*"sv, "II+\0"sv, "MM\0+"sv},
-                               [head](std::string_view magic) { return head.starts_with(magic); });
-}
-
-constexpr std::array extensions{"tif"sv, "tiff"sv};
-constexpr std::array mimeTypes{"image/tiff"sv};
-constexpr StorageLimits limits{.holdsSixteenBits = true,
-                               .holdsGray = true,
-                               .holdsInk = true,
-                               .holdsAlpha = true,
-                               .holdsAnyModel = true,
-                               .profiles = ProfileStorage::any};
 constexpr FormatReader reader{.load = loadTiff, .describe = describe, .operation = "VipsForeignLoadTiff"};
 constexpr FormatWriter writer{
     .encode = encode, .operation = "VipsForeignSaveTiff", .heldBytes = encodingBytes};
 
 } // namespace
 
-constinit const Format tiffFormat{.identifier = "public.tiff",
-                                  .preferredExtension = "tiff",
-                                  .extensions = extensions,
-                                  .mimeTypes = mimeTypes,
-                                  .begins = begins,
-                                  .limits = limits,
-                                  .reader = &reader,
-                                  .writer = &writer};
+constinit const Codec tiffCodec{.format = tiffFormat, .reader = reader, .writer = writer};
 
 } // namespace lumora

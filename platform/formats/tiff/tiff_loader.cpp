@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tiff/tiff_loader.h"
 
-#include "formats/format.h"
 #include "row_picture.h"
 #include "tiff/tiff_colors.h"
 #include "tiff/tiff_components.h"
 #include "tiff/tiff_pieces.h"
+#include "types/format.h"
 #include "vips_loading.h"
 
 #include <vips/vips.h>

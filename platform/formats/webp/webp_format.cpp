@@ -1,9 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "format_io.h"
-#include "formats/cwebp.h"
 #include "metadata/reading.h"
-#include "system/bundle.h"
 #include "vips_loading.h"
 
 #include <array>
@@ -24,11 +22,6 @@ void describe(int descriptor, VipsImage*, Metadata& metadata, SourceFacts& facts
     facts.series = SourceFacts::Series::frames;
 }
 
-bool begins(std::string_view head)
-{
-    return head.size() >= 12 && head.starts_with("RIFF"sv) && head.substr(8, 4) == "WEBP"sv;
-}
-
 std::int64_t decodingBytes(VipsImage* image)
 {
     return 2 * wholePicture(image);
@@ -41,28 +34,12 @@ std::int64_t encodingBytes(const EncodedShape& shape)
     return shape.pixels * encoderBytes;
 }
 
-bool hasEncoder()
-{
-    return findCwebp(mainBundlePath()).has_value();
-}
-
-constexpr std::array extensions{"webp"sv};
-constexpr std::array mimeTypes{"image/webp"sv};
-// Of the encoder's road by a PPM file. Its words about a longer edge tell more than ours would.
-constexpr StorageLimits limits{.longestEdge = 16383};
 constexpr FormatReader reader{
     .load = load, .describe = describe, .operation = "VipsForeignLoadWebp", .heldBytes = decodingBytes};
-constexpr FormatWriter writer{.encode = nullptr, .isAvailable = hasEncoder, .heldBytes = encodingBytes};
+constexpr FormatWriter writer{.encode = nullptr, .heldBytes = encodingBytes};
 
 } // namespace
 
-constinit const Format webpFormat{.identifier = "org.webmproject.webp",
-                                  .preferredExtension = "webp",
-                                  .extensions = extensions,
-                                  .mimeTypes = mimeTypes,
-                                  .begins = begins,
-                                  .limits = limits,
-                                  .reader = &reader,
-                                  .writer = &writer};
+constinit const Codec webpCodec{.format = webpFormat, .reader = reader, .writer = writer};
 
 } // namespace lumora

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Pictures as a viewer asks for them.
-#include "engine/local_picture_work.h"
+#include "engine/local/local_picture_work.h"
 #include "engine/worker/worker_messages.h"
 #include "formats/rgba_writer.h"
 #include "system/mapped_file.h"

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A worker that does its work as any, but for files that end in an order of a test: what a decoder would do
 // that is broken, or that was taken over.
-#include "engine/local_picture_work.h"
-#include "engine/worker/worker_exit.h"
-#include "engine/worker/worker_service.h"
+#include "engine/local/local_picture_work.h"
+#include "engine/local/worker_service.h"
+#include "engine/worker/worker_program.h"
 #include "formats/codec_preparation.h"
 #include "system/confinement.h"
 #include "system/message_channel.h"
@@ -133,7 +133,7 @@ private:
 
 int main()
 {
-    lumora::prepareAllCodecs(lumora::ImageOptimizer::outOfMemoryExit);
+    lumora::prepareCodecs(lumora::ImageOptimizer::outOfMemoryExit);
     lumora::confineProcess();
     lumora::StrangeWork work;
     lumora::ImageOptimizer::serve(work, lumora::channel);

@@ -4,7 +4,7 @@
 // of that process is the matter of one row.
 #include "engine/worker/remote_picture_work.h"
 
-#include "engine/local_picture_work.h"
+#include "engine/local/local_picture_work.h"
 #include "system/confinement.h"
 #include "system/mapped_file.h"
 #include "system/memory_file.h"
@@ -39,7 +39,7 @@ class Workers : public test::OptimizerTest
 protected:
     void useWorkers(const std::filesystem::path& program, const WorkerLimits& limits = {})
     {
-        m_processes.emplace(program, limits);
+        m_processes.emplace(program, true, limits);
         m_services.pixels = [this](std::stop_token stop) {
             return std::make_unique<ImageOptimizer::RemotePictureWork>(*m_processes, std::move(stop));
         };
@@ -105,7 +105,7 @@ TEST_F(Workers, MakeTheVerySameFiles)
     const auto source = photo("a.jpg", {.profile = "p3"});
     for (const auto format : allCases<OutputFormat>) {
         const SettingsDraft draft{.outputFormat = format, .removeMetadata = false, .filenameSuffix = "-out"};
-        m_services.pixels = nullptr;
+        m_services.pixels = test::localServices().pixels;
         const auto here = optimize(source, draft);
         const std::string bytes = test::readBytes(*here.outputURL);
         useWorkers(LUMORA_WORKER);

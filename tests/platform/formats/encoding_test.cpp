@@ -37,7 +37,7 @@ TEST_F(Encoding, GivesAFileOfTheFormat)
 {
     const Image image = redrawn(test::corneredPicture(24, 16));
     for (const Format* format : formats()) {
-        if (format->writtenBy() != WrittenBy::codec) continue;
+        if (format->writtenBy != WrittenBy::codec) continue;
         const auto bytes = encoded(format->identifier, image);
         ASSERT_TRUE(bytes) << format->identifier;
         const auto source = ImageSource::open(saved(bytes));

@@ -3,6 +3,7 @@
 #include "formats/image_destination.h"
 
 #include "tests/platform/formats/written_pictures.h"
+#include "types/format.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,7 +19,7 @@ using Destination = test::WrittenPictures;
 
 TEST_F(Destination, WritesTheTypesOfTheTableAndNoOthers)
 {
-    EXPECT_THAT(ImageDestination::writableTypeIdentifiers(),
+    EXPECT_THAT(writableTypeIdentifiers(),
                 testing::UnorderedElementsAre("public.jpeg", "public.png", "public.heic", "public.tiff",
                                               "com.compuserve.gif", "com.microsoft.bmp"));
     auto file = AtomicFile::create(m_folder / "a");

@@ -45,7 +45,7 @@ struct ComparisonWindow
 
     DropWindowObjects objects;
     ResultsListModel list{objects.model};
-    ComparisonView view{std::nullopt};
+    ComparisonView view{LUMORA_WORKER};
 };
 
 } // namespace lumora::test

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/intake/files_and_folders_dialog.h"
 
-#include "formats/format.h"
 #include "tests/app/wait_for.h"
 #include "tests/support/temporary_directory.h"
+#include "types/format.h"
 
 #include <QAbstractItemView>
 #include <QFile>

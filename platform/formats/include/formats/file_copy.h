@@ -3,18 +3,13 @@
 // A picture's file once more, with less around the picture. Any thread.
 #pragma once
 
+#include "formats/left_out.h"
 #include "system/output_file.h"
 #include "system/result.h"
 
 #include <string_view>
 
 namespace lumora {
-
-struct LeftOut
-{
-    bool metadata = false; // all that does not decide how the picture looks, and all that follows it
-    bool profile = false;  // and whatever else says what its colours are
-};
 
 // Appends what an open file of the type holds, the data of its picture bit by bit. False when there are no
 // such copies of it: of another type than JPEG and PNG, animated, or of parts that cannot be told or taken

@@ -12,7 +12,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace lumora {
 
@@ -28,11 +27,8 @@ struct DestinationProperties
 class ImageDestination
 {
 public:
-    // The identifiers of the types that can be written here; what an external encoder writes is not among
-    // them.
-    static std::vector<std::string> writableTypeIdentifiers();
-
-    // Fails when the type is not writable. The file, which is empty, must outlive the destination.
+    // Fails when the type cannot be written: by nobody, by an external encoder only, or not on this machine.
+    // The file, which is empty, must outlive the destination.
     static Result<ImageDestination> create(OutputFile& file, std::string_view typeIdentifier);
 
     ImageDestination(ImageDestination&&) noexcept;

@@ -3,19 +3,12 @@
 // The external encoder's input: a binary PPM file ("P6", 8 bits a component). Any thread.
 #pragma once
 
+#include "cwebp/ppm_error.h"
 #include "pixels/image.h"
 #include "system/output_file.h"
 #include "system/result.h"
 
 namespace lumora {
-
-struct PpmError
-{
-    enum class Step { drawing, writing };
-
-    Step step;
-    Error error;
-};
 
 // Writes the picture in sRGB colours, row by row as they come. There is no alpha in the file: the colours
 // written are the premultiplied ones, so a transparent pixel is black.

@@ -5,25 +5,13 @@
 #pragma once
 
 #include "pixels/image.h"
+#include "records/picture_part.h"
 #include "system/output_file.h"
 #include "system/result.h"
 
 #include <cstdint>
 
 namespace lumora {
-
-// A rectangle of a picture that is drawn at some size.
-struct PicturePart
-{
-    std::int32_t width = 0; // of the whole drawing, each at most the picture's own
-    std::int32_t height = 0;
-    std::int32_t left = 0;
-    std::int32_t top = 0;
-    std::int32_t columns = 0;
-    std::int32_t rows = 0;
-
-    bool operator==(const PicturePart&) const = default;
-};
 
 // Whether there is such a part of a picture of this size.
 bool isPartOf(const PicturePart& part, std::int64_t width, std::int64_t height);

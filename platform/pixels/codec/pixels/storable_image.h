@@ -4,9 +4,9 @@
 #pragma once
 
 #include "pixels/image.h"
-#include "pixels/storage_limits.h"
 #include "pixels/vips_library.h"
 #include "system/result.h"
+#include "types/storage_limits.h"
 
 namespace lumora {
 

@@ -31,7 +31,8 @@ class ServantProcess
 public:
     // The program finds its end of a socket of messages (SOCK_SEQPACKET) as its descriptor 3, no environment,
     // and nothing of this process. An Error's description is the system's reason alone.
-    static Result<ServantProcess> start(const std::filesystem::path& executable);
+    static Result<ServantProcess> start(const std::filesystem::path& executable,
+                                        std::vector<std::string> arguments = {});
 
     ServantProcess(ServantProcess&& other) noexcept;
     ServantProcess& operator=(ServantProcess&&) = delete;

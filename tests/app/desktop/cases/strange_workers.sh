@@ -24,6 +24,8 @@ has_ended "$lumora" && fail "a crash of a worker ended the program"
 shows_results() { [ "$(window_fact Height)" -gt 500 ]; }
 wait_for "the results in the window" shows_results
 
+! grep -E 'lib(vips|heif|tiff|exiv2|lcms2)\.' "/proc/$lumora/maps" || fail "the program has codecs of its own"
+
 strange_picture "$HOME/pictures/endless.png" '\003'
 lumora "$HOME/pictures/endless.png"
 wait_for "the worker" workers

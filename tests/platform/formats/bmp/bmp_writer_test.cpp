@@ -3,7 +3,7 @@
 #include "tests/support/encoded_bmp.h"
 
 #include "bmp/little_endian.h"
-#include "formats/format.h"
+#include "types/format.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "format_io.h"
-#include "heif/heif_items.h"
 #include "tests/platform/formats/written_pictures.h"
+#include "types/heif_items.h"
 
 #include <vips/vips.h>
 
@@ -50,7 +50,7 @@ TEST_F(Heif, AloneIsLookedInto)
 {
     for (const Format* format : formats()) {
         const bool isHeif = format == &heicFormat || format == &heifFormat || format == &avifFormat;
-        EXPECT_EQ(format->reader->lookedInto != nullptr, isHeif) << format->identifier;
+        EXPECT_EQ(format->lookedInto != nullptr, isHeif) << format->identifier;
     }
 }
 

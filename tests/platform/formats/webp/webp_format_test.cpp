@@ -45,16 +45,5 @@ TEST_F(WebP, GivesItsFirstFrame)
     EXPECT_EQ(test::load(written(asStored(m_folder / "a.webp"), "public.png")).at(4, 7)[0], 250);
 }
 
-class WebPWriter : public test::EncoderTest
-{
-};
-
-TEST_F(WebPWriter, IsThereWhenItsEncoderIs)
-{
-    EXPECT_EQ(webpFormat.writtenBy(), WrittenBy::externalEncoder);
-    setOverride(script("encoder", "exit 0"));
-    EXPECT_TRUE(webpFormat.canBeWritten());
-}
-
 } // namespace
 } // namespace lumora

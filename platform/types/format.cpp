@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "format_io.h"
+#include "types/format.h"
+
 #include "system/regular_file.h"
 
 #include <unistd.h>
@@ -13,11 +14,6 @@ namespace {
 
 constexpr std::array<const Format*, 9> table{&jpegFormat, &pngFormat,  &gifFormat,  &tiffFormat, &bmpFormat,
                                              &avifFormat, &heicFormat, &heifFormat, &webpFormat};
-
-void allow(const char* operation)
-{
-    if (operation) allowOperation(operation);
-}
 
 } // namespace
 
@@ -32,12 +28,21 @@ const Format* formatWithIdentifier(std::string_view identifier)
     return found == table.end() ? nullptr : *found;
 }
 
+std::vector<std::string> writableTypeIdentifiers()
+{
+    std::vector<std::string> identifiers;
+    for (const Format* format : table) {
+        if (format->writtenBy == WrittenBy::codec) identifiers.emplace_back(format->identifier);
+    }
+    return identifiers;
+}
+
 const Format* formatOfContent(std::span<const std::byte> head)
 {
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as characters
     const std::string_view text(reinterpret_cast<const char*>(head.data()), head.size());
-    const auto found = std::ranges::find_if(
-        table, [text](const Format* format) { return format->reader && format->begins(text); });
+    const auto found =
+        std::ranges::find_if(table, [text](const Format* format) { return format->begins(text); });
     return found == table.end() ? nullptr : *found;
 }
 
@@ -47,8 +52,8 @@ const Format* formatOfFile(int descriptor)
     const ssize_t count = pread(descriptor, head.data(), head.size(), 0);
     if (count <= 0) return nullptr;
     const Format* const claimed = formatOfContent(std::span(head).first(static_cast<std::size_t>(count)));
-    if (!claimed || !claimed->reader->lookedInto) return claimed;
-    const Format* const found = claimed->reader->lookedInto(descriptor);
+    if (!claimed || !claimed->lookedInto) return claimed;
+    const Format* const found = claimed->lookedInto(descriptor);
     return found ? found : claimed;
 }
 
@@ -56,30 +61,6 @@ const Format* formatOfFile(const std::filesystem::path& path)
 {
     const auto file = openRegularFile(path);
     return file ? formatOfFile(file->get()) : nullptr;
-}
-
-WrittenBy Format::writtenBy() const
-{
-    if (!writer) return WrittenBy::nobody;
-    return writer->encode ? WrittenBy::codec : WrittenBy::externalEncoder;
-}
-
-bool Format::canBeWritten() const
-{
-    return writer && (!writer->isAvailable || writer->isAvailable());
-}
-
-void allowOperations()
-{
-    static const bool allowed = [] {
-        ensureVipsReady();
-        for (const Format* format : table) {
-            if (format->reader) allow(format->reader->operation);
-            if (format->writer) allow(format->writer->operation);
-        }
-        return true;
-    }();
-    static_cast<void>(allowed);
 }
 
 } // namespace lumora

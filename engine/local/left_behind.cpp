@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "engine/left_behind.h"
+#include "engine/local/left_behind.h"
 
-#include "formats/format.h"
 #include "metadata/metadata_parts.h"
+#include "types/format.h"
 
 #include <algorithm>
 #include <optional>
@@ -17,7 +17,7 @@ constexpr int plainBits = 8;
 // A name of the output's type, as people know it.
 std::string nameOf(const Format& format)
 {
-    if (format.writtenBy() == WrittenBy::externalEncoder) return "WebP";
+    if (format.writtenBy == WrittenBy::externalEncoder) return "WebP";
     std::string name(format.preferredExtension);
     std::ranges::transform(name, name.begin(),
                            [](char c) { return c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c; });
@@ -55,7 +55,7 @@ public:
     void addTransparency(const Image& image)
     {
         if (!m_source.facts().hasAlpha || m_format.limits.holdsAlpha || !isTransparent(image)) return;
-        const bool isWebp = m_format.writtenBy() == WrittenBy::externalEncoder;
+        const bool isWebp = m_format.writtenBy == WrittenBy::externalEncoder;
         add(isWebp ? "Transparency became black" : "Transparency became white");
     }
 
@@ -98,7 +98,7 @@ private:
         std::string names;
         for (const MetadataPart part : missing)
             names.append(names.empty() ? "" : ", ").append(lumora::nameOf(part));
-        const bool holdsNone = m_format.writtenBy() == WrittenBy::externalEncoder;
+        const bool holdsNone = m_format.writtenBy == WrittenBy::externalEncoder;
         add("Metadata not kept: " + (holdsNone ? nameOf(m_format) : names));
     }
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "engine/worker/worker_service.h"
+#include "engine/local/worker_service.h"
 
 #include "system/freed_memory.h"
 #include "system/message_channel.h"

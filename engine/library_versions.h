@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The libraries and the encoder in use, as they call themselves at run time. Thread-safe.
+// The libraries that workers do pixels with, in the versions that they were built with: only workers load
+// them. Thread-safe.
 #pragma once
 
 #include <string>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "formats/cwebp.h"
+#include "cwebp/cwebp.h"
 
 #include "records/uuid.h"
 #include "system/child_process.h"
@@ -8,7 +8,7 @@
 #include "system/private_folder.h"
 #include "system/regular_file.h"
 #include "system/utf8.h"
-#include "webp/webp_size.h"
+#include "webp_size.h"
 
 #include <cstdlib>
 #include <string_view>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "heif/heif_items.h"
+#include "types/heif_items.h"
 
 #include "system/file_bytes.h"
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "formats/cwebp.h"
+#include "cwebp/cwebp.h"
 
 #include "tests/support/fake_encoder.h"
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "engine/destination_properties.h"
+#include "engine/local/destination_properties.h"
 
 namespace lumora::ImageOptimizer {
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "engine/memory_need.h"
+#include "engine/local/memory_need.h"
 
-#include "engine/image_transform.h"
+#include "engine/local/image_transform.h"
 #include "formats/encoding_memory.h"
 
 #include <cmath>

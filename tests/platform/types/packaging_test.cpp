@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What desktops and file managers read of the package, against the table.
-#include "formats/format.h"
 #include "tests/support/files.h"
+#include "types/format.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

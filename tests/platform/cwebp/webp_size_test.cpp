@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "webp/webp_size.h"
+#include "webp_size.h"
 
 #include "system/regular_file.h"
 #include "tests/support/sample_images.h"

@@ -44,7 +44,8 @@ bool isNamed(GType type)
         return named != 0 && g_type_is_a(type, named);
     };
     return std::ranges::any_of(formats(), [&](const Format* format) {
-        return covers(format->reader->operation) || (format->writer && covers(format->writer->operation));
+        const Codec& codec = codecOf(*format);
+        return covers(codec.reader.operation) || (codec.writer && covers(codec.writer->operation));
     });
 }
 

@@ -1,15 +1,16 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "engine/local_picture_work.h"
+#include "engine/local/local_picture_work.h"
 
-#include "engine/destination_properties.h"
-#include "engine/image_transform.h"
-#include "engine/left_behind.h"
-#include "engine/lossless_copy.h"
+#include "engine/local/destination_properties.h"
+#include "engine/local/image_transform.h"
+#include "engine/local/left_behind.h"
+#include "engine/local/lossless_copy.h"
+#include "engine/local/memory_need.h"
 #include "engine/memory_budget.h"
-#include "engine/memory_need.h"
 #include "formats/image_destination.h"
 #include "formats/ppm_writer.h"
+#include "formats/rgba_writer.h"
 #include "pixels/decoding.h"
 
 #include <fcntl.h>
@@ -108,7 +109,7 @@ WorkResult<PictureSize> LocalPictureWork::encode(int output, const std::string& 
         if (!rows) return readingError(rows.error());
         OutputFile file(another(output), {});
         auto destination = ImageDestination::create(file, typeIdentifier);
-        if (!destination) return writingError(Kind::drawing, destination.error());
+        if (!destination) return WorkError{Kind::unsupported};
         destination->addImage(*rows, destinationProperties(*m_settings, m_source->metadata()));
         m_size = sizeOf(*rows);
         if (const auto status = destination->finalize(); !status)

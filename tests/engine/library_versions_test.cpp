@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "formats/library_versions.h"
+#include "engine/library_versions.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

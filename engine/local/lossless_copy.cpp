@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "engine/lossless_copy.h"
+#include "engine/local/lossless_copy.h"
 
 #include "formats/file_copy.h"
 #include "metadata/metadata_parts.h"

@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "formats/format.h"
+#include "types/format.h"
 
-#include "format_io.h"
 #include "records/option_enums.h"
 
 #include <gtest/gtest.h>
@@ -97,8 +96,7 @@ TEST(Formats, AreWrittenWhenAnEncoderIsBuiltIn)
     const std::set<std::string_view> writable{"public.jpeg", "public.png",        "com.compuserve.gif",
                                               "public.tiff", "com.microsoft.bmp", "public.heic"};
     for (const Format* format : formats()) {
-        EXPECT_NE(format->reader, nullptr) << format->identifier;
-        EXPECT_EQ(format->writtenBy() == WrittenBy::codec, writable.contains(format->identifier))
+        EXPECT_EQ(format->writtenBy == WrittenBy::codec, writable.contains(format->identifier))
             << format->identifier;
     }
 }
@@ -128,7 +126,6 @@ TEST(Formats, HaveRowsThatAgreeWithThemselves)
             EXPECT_TRUE(std::ranges::count(format->extensions, format->preferredExtension));
         }
         EXPECT_NE(format->begins, nullptr);
-        EXPECT_TRUE(format->reader->load && format->reader->describe);
     }
 }
 
@@ -149,7 +146,7 @@ TEST(Formats, HoldNothingWhereNobodyWritesThem)
     for (const Format* format : formats()) {
         const StorageLimits& limits = format->limits;
         SCOPED_TRACE(format->identifier);
-        if (format->writtenBy() == WrittenBy::nobody) {
+        if (format->writtenBy == WrittenBy::nobody) {
             EXPECT_FALSE(limits.holdsSixteenBits || limits.holdsGray || limits.holdsInk ||
                          limits.holdsAlpha || limits.holdsAnyModel);
             EXPECT_EQ(limits.profiles, ProfileStorage::none);
@@ -171,7 +168,7 @@ TEST(Formats, HoldWhatTheOutputOptionsName)
         if (!identifier) continue;
         const Format* format = formatWithIdentifier(*identifier);
         ASSERT_NE(format, nullptr) << *identifier;
-        EXPECT_EQ(format->writtenBy(), isWebP(option) ? WrittenBy::externalEncoder : WrittenBy::codec);
+        EXPECT_EQ(format->writtenBy, isWebP(option) ? WrittenBy::externalEncoder : WrittenBy::codec);
         EXPECT_TRUE(std::ranges::count(format->extensions, *fileExtension(option))) << *identifier;
     }
 }

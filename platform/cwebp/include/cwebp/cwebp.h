@@ -4,9 +4,10 @@
 // as a temporary WebP file. Any thread; several encoders may run at once.
 #pragma once
 
-#include "formats/cwebp_error.h"
-#include "formats/ppm_writer.h"
+#include "cwebp/cwebp_error.h"
+#include "cwebp/ppm_error.h"
 #include "system/atomic_file.h"
+#include "system/output_file.h"
 #include "system/result.h"
 
 #include <cstdint>
