@@ -181,9 +181,7 @@ protected:
     CliWithoutRoot()
     {
         // The build may lie where nobody else may look.
-        const fs::path program = folder("program") / "lumora-cli";
-        fs::copy_file(m_launch.program, program);
-        m_launch.program = program;
+        useCopyOfProgram();
         m_launch.environment["LUMORA_CWEBP_PATH"] = LUMORA_CWEBP;
         m_launch.asNobody = true;
     }

@@ -75,6 +75,15 @@ fs::path CliTest::photograph(const std::string& name, int width, int height) con
     return in(name);
 }
 
+void CliTest::useCopyOfProgram()
+{
+    const fs::path copy = folder("program") / "Contents" / "MacOS";
+    fs::create_directories(copy);
+    for (const char* name : {"lumora-cli", "lumora-worker"})
+        fs::copy_file(m_launch.program.parent_path() / name, copy / name);
+    m_launch.program = copy / "lumora-cli";
+}
+
 void CliTest::useEncoder(const std::string& script)
 {
     const fs::path encoder = m_place / "encoder";

@@ -45,6 +45,8 @@ protected:
 
     // A small photograph among the inputs.
     std::filesystem::path photograph(const std::string& name, int width = 320, int height = 240) const;
+    // A copy of the program with its worker and without the encoder.
+    void useCopyOfProgram();
     // An encoder of our own: a shell script with this body.
     void useEncoder(const std::string& script);
 

@@ -26,8 +26,7 @@ protected:
 
 TEST_F(CliEncoder, missing)
 {
-    fs::copy_file(m_launch.program, folder("alone") / "lumora-cli");
-    m_launch.program = folder("alone") / "lumora-cli";
+    useCopyOfProgram();
     EXPECT_EQ(messageOfFailure(),
               "WebP support is not bundled in this build. is not supported by this macOS ImageIO "
               "installation.");

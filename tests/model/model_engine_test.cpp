@@ -31,6 +31,7 @@ protected:
         auto services = ProcessingServices::system();
         services.debounce = std::chrono::milliseconds(0);
         services.workers = 2;
+        services.workerProgram = LUMORA_WORKER;
         return services;
     }
     void addPicture(const std::string& name)
