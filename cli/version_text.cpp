@@ -13,7 +13,7 @@ std::string versionText()
 {
     std::string text = "lumora-cli " LUMORA_VERSION " (" LUMORA_BUILD_NUMBER ")\n";
     for (const auto& [name, version] : imageLibraryVersions())
-        text += name + " " + version + "\n";
+        text.append(name).append(" ").append(version).append("\n");
     text += std::string("Qt ") + qVersion() + "\n";
     text += "Workers: " + confinementOffered().description() + "\n";
     return text;

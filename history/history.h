@@ -44,6 +44,8 @@ public:
     History(const History&) = delete;
     History& operator=(const History&) = delete;
 
+    const std::filesystem::path& file() const { return m_file; }
+
     // A batch that is being done; it is remembered with its first file.
     using Batch = std::shared_ptr<BatchRecord>;
     Batch begin(std::string origin, std::string settings);

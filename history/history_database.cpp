@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "history/history_database.h"
 
+#include "history/history_locks.h"
 #include "history/history_schema.h"
 #include "history/set_aside.h"
 

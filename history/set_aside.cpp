@@ -4,12 +4,7 @@
 
 #include "system/file_services.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
-
-#include <chrono>
 #include <string>
-#include <thread>
 
 namespace lumora {
 namespace {
@@ -20,18 +15,6 @@ std::filesystem::path withTail(const std::filesystem::path& file, const char* ta
 }
 
 } // namespace
-
-FileDescriptor lockHistory(const std::filesystem::path& file)
-{
-    constexpr int attempts = 200;
-    FileDescriptor lock(
-        ::open(withTail(file, "-lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0600));
-    for (int attempt = 0; lock.isOpen() && attempt < attempts; ++attempt) {
-        if (::flock(lock.get(), LOCK_EX | LOCK_NB) == 0) return lock;
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    }
-    return FileDescriptor();
-}
 
 std::filesystem::path setAside(const std::filesystem::path& file, std::string_view why)
 {

@@ -3,15 +3,10 @@
 // A database that cannot be used makes room for a new one and stays for whoever wants to look. Any thread.
 #pragma once
 
-#include "system/file_descriptor.h"
-
 #include <filesystem>
 #include <string_view>
 
 namespace lumora {
-
-// While it is open nobody else makes, replaces or opens the history; -1 where that cannot be had in time.
-FileDescriptor lockHistory(const std::filesystem::path& file);
 
 // Renames the database and its log to "history-damaged-1.sqlite" or the next free number; what stands there
 // may be anything. Returns the new name; empty when it could not be renamed.

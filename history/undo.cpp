@@ -3,6 +3,7 @@
 #include "history/undo.h"
 
 #include "history/file_state.h"
+#include "history/history_locks.h"
 #include "system/content_digest.h"
 #include "system/regular_file.h"
 #include "system/trash.h"
@@ -52,7 +53,7 @@ public:
         if (m_file.isUndone) return row(true, "Undone already");
         // First, since without it the output is what is left of the picture.
         const std::string obstacle = bringOriginal();
-        if (!obstacle.empty()) return row(false, std::string(leftWord) + obstacle);
+        if (!obstacle.empty()) return refusal(obstacle);
         const bool isGone = !stateAt(*m_file.output);
         if (!isGone && isReplacedBack()) return row(true, "Undone already");
         if (!isGone && !isWhatWeWrote(m_file)) return row(false, kept("the output was changed since"));
@@ -65,6 +66,8 @@ public:
         if (isGone) return row(true, verdict() + ". The output was gone already");
         return row(true, verdict());
     }
+
+    UndoneFile refusal(const std::string& reason) const { return row(false, std::string(leftWord) + reason); }
 
 private:
     UndoneFile row(bool isUndone, std::string message) const
@@ -131,6 +134,15 @@ private:
     bool m_broughtOriginal = false;
 };
 
+// Of two programs that take the same file back, the later one finds it done: between a look at an output and
+// its way to the Trash, what it had replaced could otherwise come to stand in its place.
+UndoneFile undoAlone(const std::filesystem::path& history, const FileRecord& file)
+{
+    const auto alone = lockUndo(history);
+    FileUndo undo(file, UndoMode::forReal);
+    return alone ? undo.run() : undo.refusal("another undo does not come to its end");
+}
+
 } // namespace
 
 void undoFiles(History& history, const std::vector<FileRecord>& files, UndoMode mode,
@@ -144,7 +156,8 @@ void undoFiles(History& history, const std::vector<FileRecord>& files, UndoMode 
     for (auto last = files.rbegin(); last != files.rend() && !stop.stop_requested(); ++last) {
         const FileRecord& file = *last;
         if (!file.output) continue;
-        const UndoneFile undone = FileUndo(file, mode).run();
+        const UndoneFile undone = mode == UndoMode::forReal ? undoAlone(history.file(), file)
+                                                            : FileUndo(file, UndoMode::dryRun).run();
         if (undone.isUndone && !file.isUndone) done.push_back(file.id);
         if (done.size() == markedAtOnce) mark();
         report(undone);

@@ -57,8 +57,8 @@ void ImageDestination::addImage(const Image& image, const DestinationProperties&
 Status ImageDestination::finalize()
 {
     if (!m_state->image) return Error{"no picture was added"};
-    const auto status = encodeImage(m_state->format, *m_state->image, encoderQuality(m_state->properties),
-                                    m_state->properties.metadata, m_state->file);
+    auto status = encodeImage(m_state->format, *m_state->image, encoderQuality(m_state->properties),
+                              m_state->properties.metadata, m_state->file);
     m_state->image.reset(); // what it holds of the picture is of no more use
     return status;
 }

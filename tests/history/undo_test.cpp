@@ -9,6 +9,8 @@
 #include "tests/history/history_harness.h"
 #include "tests/support/trash_home.h"
 
+#include <thread>
+
 namespace lumora {
 namespace {
 
@@ -119,6 +121,33 @@ TEST_F(Undo, TwiceIsHarmless)
     writeFile(*file.output, "output of twice"); // somebody's, though it looks like ours
     EXPECT_THAT(undo(), ElementsAre(SaysUndone("Undone already")));
     EXPECT_EQ(readFile(*file.output), "output of twice");
+}
+
+// What the output had replaced comes to stand where the output was: nobody may take the one for the other.
+TEST_F(Undo, ByTwoProgramsAtOnceBringsBackWhatWasReplaced)
+{
+    constexpr int files = 60;
+    std::vector<FileRecord> batch;
+    for (int number = 0; number < files; ++number) {
+        FileRecord& made = batch.emplace_back(optimized(std::to_string(number)));
+        replaceOlder(made);
+        write(made);
+        trashOriginal(made);
+    }
+    rememberAll(batch);
+    const auto undoAll = [this] {
+        History history(file());
+        undoBatch(history, 1, UndoMode::forReal, [](const UndoneFile&) {});
+    };
+    {
+        const std::jthread other(undoAll);
+        undoAll();
+    }
+    for (int number = 0; number < files; ++number) {
+        EXPECT_EQ(readFile(m_folder / (std::to_string(number) + ".jpg")),
+                  "original of " + std::to_string(number));
+        EXPECT_EQ(readFile(m_folder / (std::to_string(number) + ".webp")), "older");
+    }
 }
 
 TEST_F(Undo, LeavesAnOutputThatWasChanged)
