@@ -5,6 +5,7 @@
 #include "history/file_state.h"
 #include "history/history_locks.h"
 #include "system/content_digest.h"
+#include "system/file_services.h"
 #include "system/regular_file.h"
 #include "system/trash.h"
 
@@ -102,6 +103,8 @@ private:
         case TrashedFile::Where::inTrash:
             break;
         }
+        if (!fileExists(m_file.source.parent_path()))
+            return "the original's folder is no longer there; the original is in the Trash";
         m_broughtOriginal = true;
         return take(*trace.trashedOriginal, m_file.source);
     }

@@ -178,6 +178,24 @@ TEST_F(Undo, LeavesAllWhereTheOriginalsPlaceIsTaken)
     EXPECT_THAT(undo(), ElementsAre(SaysUndone("Undone")));
 }
 
+TEST_F(Undo, LeavesAllWhereTheOriginalsFolderIsGone)
+{
+    fs::create_directory(m_folder / "sub");
+    FileRecord file = optimized("sub/a");
+    file.output = m_folder / "a.webp";
+    write(file);
+    trashOriginal(file);
+    rememberAll({file});
+    fs::remove(m_folder / "sub");
+    const auto says =
+        SaysLeft("Left as it is: the original's folder is no longer there; the original is in the Trash");
+    EXPECT_THAT(undo(UndoMode::dryRun), ElementsAre(says));
+    EXPECT_THAT(undo(), ElementsAre(says));
+    EXPECT_TRUE(fs::exists(*file.output));
+    fs::create_directory(m_folder / "sub");
+    EXPECT_THAT(undo(), ElementsAre(SaysUndone("Undone")));
+}
+
 TEST_F(Undo, LeavesTheOutputThatIsAllThatIsLeft)
 {
     FileRecord emptied = optimized("emptied");
