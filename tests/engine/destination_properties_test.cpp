@@ -14,7 +14,6 @@ namespace {
 using ImageOptimizer::destinationProperties;
 using ImageOptimizer::metadataKeys;
 using test::settings;
-using test::SettingsDraft;
 
 Metadata cameraMetadata()
 {
