@@ -9,6 +9,10 @@
 #include "model/main_thread_queue.h"
 
 #include <algorithm>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <stop_token>
 #include <string>
 #include <system_error>
 #include <unordered_map>
@@ -42,6 +46,33 @@ private:
     std::unordered_map<std::string, Uuid> m_rows;
 };
 
+// What is ahead of the window's rows: where it were without a bound, a cancel would come when all is done,
+// and be seen when all is shown.
+class RowsAhead
+{
+public:
+    void add(const std::stop_token& stop)
+    {
+        constexpr int most = 200;
+        std::unique_lock lock(m_mutex);
+        // Where there was no thread to be had nobody shows rows meanwhile.
+        if (stop.stop_possible()) m_shown.wait(lock, stop, [this] { return m_rows < most; });
+        ++m_rows;
+    }
+
+    void remove()
+    {
+        const std::lock_guard lock(m_mutex);
+        --m_rows;
+        m_shown.notify_one();
+    }
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable_any m_shown;
+    int m_rows = 0; // guarded by m_mutex
+};
+
 ProcessingResult rowOf(const UndoneFile& file, const std::optional<Uuid>& id)
 {
     ProcessingResult row(file.source, file.output, file.originalBytes, file.outputBytes, file.message, true);
@@ -62,9 +93,13 @@ UndoRun::UndoRun(UndoOrder order, UndoObserver observer, MainThreadQueue& mainTh
                 std::ranges::count_if(*files, [](const auto& file) { return file.output.has_value(); });
             mainThread.post([begun = observer.begun, count = static_cast<int>(count)] { begun(count); });
             const ShownRows shown(order.shown);
+            const auto ahead = std::make_shared<RowsAhead>();
             const auto report = [&](const UndoneFile& file) {
-                mainThread.post(
-                    [undone = observer.undone, row = rowOf(file, shown.find(file))] { undone(row); });
+                ahead->add(stop);
+                mainThread.post([undone = observer.undone, ahead, row = rowOf(file, shown.find(file))] {
+                    ahead->remove();
+                    undone(row);
+                });
             };
             undoFiles(*order.history, *files, UndoMode::forReal, report, stop);
         }

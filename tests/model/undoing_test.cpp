@@ -5,6 +5,10 @@
 #include "tests/model/model_harness.h"
 #include "tests/support/trash_home.h"
 
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
 namespace lumora {
 namespace {
 
@@ -132,6 +136,25 @@ TEST_F(Undoing, DropsWaitForItsEnd)
     model().process({file("late.png")});
     ASSERT_TRUE(waitUntilDone());
     EXPECT_THAT(messages(), ElementsAre("Saved", "Undone", "Undone"));
+}
+
+// Or a cancel would come too late for what nobody has seen yet.
+TEST_F(Undoing, RunsNoFurtherAheadOfItsRowsThanCanBeCancelled)
+{
+    constexpr int count = 400;
+    optimizeFiles(count);
+    const auto areLeft = [this] {
+        return std::ranges::count_if(files(count),
+                                     [](const auto& file) { return fs::exists(outputOf(file)); });
+    };
+    model().undoBatch(lastBatch());
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(1500);
+    while (areLeft() > 100 && std::chrono::steady_clock::now() < end) // and no row is shown
+        std::this_thread::yield();
+    EXPECT_GT(areLeft(), 100);
+    model().cancel();
+    ASSERT_TRUE(waitUntilDone());
+    EXPECT_GT(areLeft(), 100);
 }
 
 TEST_F(Undoing, CancellingLeavesTheRestAsItIs)

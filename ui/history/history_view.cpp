@@ -123,7 +123,10 @@ QWidget* HistoryView::makeFilesPane()
 
 void HistoryView::connectParts()
 {
-    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, m_search, &HistorySearch::begin);
+    // Beneath a notice nobody would see what is typed there.
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, m_search, [this] {
+        if (m_search->isVisible()) m_search->begin();
+    });
     connect(new QShortcut(QKeySequence::Refresh, this), &QShortcut::activated, this, &HistoryView::refresh);
     connect(m_search, &HistorySearch::filterChanged, this, &HistoryView::showBatches);
     connect(m_search, &HistorySearch::nameChanged, this, &HistoryView::showFiles);
@@ -179,11 +182,11 @@ void HistoryView::take(const std::shared_ptr<const HistoryOverview>& overview)
             QStringLiteral("Each batch is listed here while \"Remember what was done\" is on in "
                            "the preferences (Ctrl+,)."));
     m_pages->setCurrentIndex(isEmpty ? 1 : 0);
-    m_totals->setText(isEmpty
-                          ? QStringLiteral("What was done")
-                          : counted(static_cast<std::int64_t>(overview->batches.size()), "batch", "batches") +
-                                QStringLiteral(" of ") + filesText(overview->files) + QStringLiteral(", ") +
-                                savedText(overview->saved));
+    m_totals->setText(
+        isEmpty ? QStringLiteral("What was done")
+                : filesText(overview->files) + QStringLiteral(" in ") +
+                      counted(static_cast<std::int64_t>(overview->batches.size()), "batch", "batches") +
+                      QStringLiteral(", ") + savedText(overview->saved));
     if (overview) m_chart->display(overview->weeks);
     showBatches();
     Q_EMIT refreshed();

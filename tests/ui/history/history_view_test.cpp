@@ -127,6 +127,9 @@ TEST_F(HistoryViewTest, SaysThatNothingIsRememberedAndWhatWouldBe)
     EXPECT_FALSE(field().isVisible());
     EXPECT_TRUE(notice->text().startsWith(QStringLiteral("Nothing is remembered yet.")));
     EXPECT_TRUE(notice->text().contains(QStringLiteral("\"Remember what was done\"")));
+    press(Qt::Key_F, Qt::ControlModifier);
+    press(Qt::Key_7);
+    EXPECT_TRUE(field().text().isEmpty()); // nobody would see it
     add({written("/in/a.jpg")});
     view->refresh();
     EXPECT_TRUE(test::waitFor([&] { return field().isVisible() && files().rowCount() == 1; }));
