@@ -287,7 +287,7 @@ HistoryActions AppDelegate::historyActions()
     const auto undoBatch = [this](std::int64_t batch) {
         m_historyCommands.undoBatch(batch, *m_processingModel, m_historyWindow.get());
     };
-    const auto undoFiles = [this](const std::vector<FileRecord>& files) {
+    const auto undoFiles = [this](const std::vector<std::int64_t>& files) {
         const auto undo = [this, files] {
             m_historyCommands.undoFiles(files, *m_processingModel, m_historyWindow.get());
         };

@@ -56,7 +56,7 @@ void HistoryCommands::undoFound(std::function<Batches(History&)> look, WhichBatc
     });
 }
 
-void HistoryCommands::undoFiles(std::vector<FileRecord> files, ProcessingModel& model, QWidget* parent)
+void HistoryCommands::undoFiles(std::vector<std::int64_t> files, ProcessingModel& model, QWidget* parent)
 {
     if (m_isAsking || !model.canUndo()) return;
     const QScopedValueRollback asking(m_isAsking, true);

@@ -36,7 +36,7 @@ public:
     void undoLastBatch(ProcessingModel& model, QWidget* parent);
     void undoBatch(std::int64_t batch, ProcessingModel& model, QWidget* parent);
     // A single one without a question.
-    void undoFiles(std::vector<FileRecord> files, ProcessingModel& model, QWidget* parent);
+    void undoFiles(std::vector<std::int64_t> files, ProcessingModel& model, QWidget* parent);
     // Forgets everything if the user agrees.
     void forget(QWidget* parent);
 

@@ -144,9 +144,10 @@ void ProcessingModel::undoBatch(std::int64_t batch)
     startUndo([batch](History& history) { return history.filesOf(batch); });
 }
 
-void ProcessingModel::undoFiles(std::vector<FileRecord> files)
+void ProcessingModel::undoFiles(std::vector<std::int64_t> files)
 {
-    startUndo([files = std::move(files)](History&) { return std::optional(files); });
+    std::ranges::sort(files); // as they were done
+    startUndo([files = std::move(files)](History& history) { return history.filesNumbered(files); });
 }
 
 void ProcessingModel::undo(int row)

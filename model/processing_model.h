@@ -60,11 +60,11 @@ public:
     // again.
     void process(const std::vector<std::filesystem::path>& paths);
 
-    // Takes back what the history remembers of a batch, of some files, or of what one row shows. Each file's
-    // result gives way to one that says what became of it, or is a new one. Does nothing while canUndo() is
-    // false.
+    // Takes back what the history remembers of a batch, of files by their numbers in it, or of what one row
+    // shows. Each file's result gives way to one that says what became of it, or is a new one. Does nothing
+    // while canUndo() is false.
     void undoBatch(std::int64_t batch);
-    void undoFiles(std::vector<FileRecord> files);
+    void undoFiles(std::vector<std::int64_t> files);
     void undo(int row);
     // There is a history, nothing is in work and nothing waits.
     bool canUndo() const;

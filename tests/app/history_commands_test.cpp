@@ -96,16 +96,16 @@ TEST_F(HistoryCommandsTest, SaysThatABatchWasTakenBackBefore)
 
 TEST_F(HistoryCommandsTest, AsksBeforeSeveralFilesAreTakenBackButNotForOne)
 {
-    auto files = history().filesOf(remember({"a.jpg", "b.jpg", "c.jpg"})).value();
-    m_commands.undoFiles({files[0]}, m_model, nullptr);
+    const auto files = history().filesOf(remember({"a.jpg", "b.jpg", "c.jpg"})).value();
+    m_commands.undoFiles({files[0].id}, m_model, nullptr);
     ASSERT_TRUE(waitForEnd(1));
     EXPECT_FALSE(isThere("a.jpg"));
     const Answer no(QStringLiteral("Cancel"));
-    m_commands.undoFiles({files[1], files[2]}, m_model, nullptr);
+    m_commands.undoFiles({files[1].id, files[2].id}, m_model, nullptr);
     EXPECT_EQ(no.text(), QStringLiteral("Undo 2 images?"));
     EXPECT_TRUE(isThere("b.jpg"));
     const Answer yes(QStringLiteral("Undo"));
-    m_commands.undoFiles({files[1], files[2]}, m_model, nullptr);
+    m_commands.undoFiles({files[1].id, files[2].id}, m_model, nullptr);
     ASSERT_TRUE(waitForEnd(3));
     EXPECT_FALSE(isThere("b.jpg"));
     EXPECT_FALSE(isThere("c.jpg"));

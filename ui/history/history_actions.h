@@ -3,7 +3,6 @@
 // What the history window asks of the rest of the program.
 #pragma once
 
-#include "history/history_records.h"
 #include "ui/results/file_browser.h"
 
 #include <cstdint>
@@ -17,7 +16,7 @@ struct HistoryActions
     FileBrowser fileBrowser;
     // Absent: nothing can be undone here. Whoever does it has the view refreshed when it has ended.
     std::function<void(std::int64_t batch)> undoBatch;
-    std::function<void(std::vector<FileRecord>)> undoFiles;
+    std::function<void(const std::vector<std::int64_t>& files)> undoFiles;
 };
 
 } // namespace lumora

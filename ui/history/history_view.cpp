@@ -143,7 +143,8 @@ void HistoryView::connectParts()
          {static_cast<HistoryRowsView*>(m_batchList), static_cast<HistoryRowsView*>(m_fileList)})
         connect(list, &HistoryRowsView::typed, m_search, &HistorySearch::append);
     connect(m_files, &HistoryFilesModel::listed, this, &HistoryView::describeFiles);
-    connect(m_fileList, &HistoryFilesView::undoRequested, this, &HistoryView::undoFiles);
+    connect(m_fileList, &HistoryFilesView::undoRequested, this,
+            [this](const std::vector<std::int64_t>& files) { m_actions.undoFiles(files); });
     connect(m_fileList, &HistoryFilesView::compareRequested, this,
             [this](const QModelIndex& index) { Q_EMIT compareRequested(*m_files, index); });
 }
@@ -238,17 +239,6 @@ void HistoryView::describeFiles()
         QStringLiteral("%1 %2, %3").arg(dayText(batch->day), timeText(record.time), files),
         QStringLiteral("%1, by %2")
             .arg(QString::fromStdString(record.settings), QString::fromStdString(record.origin)));
-}
-
-void HistoryView::undoFiles(const std::vector<std::int64_t>& files)
-{
-    m_reader->ask(
-        [files](History& history) {
-            return history.filesNumbered(files).value_or(std::vector<FileRecord>());
-        },
-        [this](const std::vector<FileRecord>& records) {
-            if (!records.empty()) m_actions.undoFiles(records);
-        });
 }
 
 bool HistoryView::isSearching() const

@@ -75,7 +75,6 @@ private:
     void showBatches();
     void showFiles();
     void describeFiles();
-    void undoFiles(const std::vector<std::int64_t>& files);
     bool isSearching() const;
     QString whenOf(const FoundFile& file) const;
 

@@ -14,9 +14,7 @@
 #include <QApplication>
 #include <QPainter>
 
-#include <algorithm>
 #include <fstream>
-#include <iterator>
 #include <string_view>
 
 namespace lumora::gallery {
@@ -74,10 +72,11 @@ void addUndone(Objects& objects)
         objects.addSuccess(objects.folder / name, 6'200'000, 820'000, "Optimized");
     }
     const auto batches = objects.history->batches().value();
-    std::vector<FileRecord> files;
+    std::vector<std::int64_t> files;
     for (const BatchSummary& batch : batches) {
-        auto ofBatch = objects.history->filesOf(batch.batch.id).value();
-        std::ranges::move(ofBatch, std::back_inserter(files));
+        const auto ofBatch = objects.history->filesOf(batch.batch.id);
+        for (const FileRecord& file : *ofBatch)
+            files.push_back(file.id);
     }
     objects.model.undoFiles(std::move(files));
     test::waitFor([&] { return !objects.model.isProcessing(); });

@@ -73,7 +73,10 @@ struct HistoryWindow
         return {.fileBrowser = {[this](const Path& file) { shown.push_back(file); },
                                 [this](const Path& file) { opened.push_back(file); }},
                 .undoBatch = [this](std::int64_t batch) { undoneBatches.push_back(batch); },
-                .undoFiles = [this](const std::vector<FileRecord>& files) { undoneFiles = files; }};
+                .undoFiles =
+                    [this](const std::vector<std::int64_t>& files) {
+                        undoneFiles = history->filesNumbered(files).value();
+                    }};
     }
     // Until the files of the newest batch are listed and read.
     void open() { open(actions()); }
