@@ -138,6 +138,7 @@ protected:
     std::vector<std::filesystem::path> files(int count, const std::string& prefix = "")
     {
         std::vector<std::filesystem::path> made;
+        made.reserve(static_cast<std::size_t>(count));
         for (int i = 0; i < count; ++i)
             made.push_back(file(prefix + std::to_string(i) + ".png"));
         return made;
@@ -158,6 +159,7 @@ protected:
     std::vector<std::string> rows()
     {
         std::vector<std::string> names;
+        names.reserve(static_cast<std::size_t>(model().resultCount()));
         for (int row = 0; row < model().resultCount(); ++row)
             names.push_back(model().resultAt(row).sourceURL.filename().string());
         return names;

@@ -54,6 +54,7 @@ protected:
     std::vector<std::string> messages()
     {
         std::vector<std::string> texts;
+        texts.reserve(static_cast<std::size_t>(model().resultCount()));
         for (int row = 0; row < model().resultCount(); ++row)
             texts.push_back(model().resultAt(row).message);
         return texts;
