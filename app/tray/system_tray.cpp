@@ -106,8 +106,10 @@ bool SystemTray::nativeEventFilter(const QByteArray& type, void* message, qintpt
 void SystemTray::handleClientMessage(const xcb_client_message_event_t& event)
 {
     if (event.type == m_manager && event.data.data32[1] == m_selection) {
+        // It may have been found before it said so; what has docked in it since does not leave it again.
+        const xcb_window_t known = m_owner;
         findOwner();
-        QMetaObject::invokeMethod(this, &SystemTray::changed, Qt::QueuedConnection);
+        if (m_owner != known) QMetaObject::invokeMethod(this, &SystemTray::changed, Qt::QueuedConnection);
     } else if (event.type == m_xembed && event.data.data32[1] == xembedEmbeddedNotify &&
                m_docking != XCB_WINDOW_NONE && event.window == m_docking) {
         announceDocked();
