@@ -16,7 +16,6 @@
 namespace lumora {
 namespace {
 
-using ImageOptimizer::PictureWork;
 using ImageOptimizer::WorkError;
 using ImageOptimizer::WorkResult;
 

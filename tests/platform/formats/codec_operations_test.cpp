@@ -26,6 +26,7 @@ using namespace std::string_literals;
 // Pictures in formats that the image library can read and that no row names, under the name of one that a row
 // does.
 const std::vector<std::string> disguised{
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): one text on three lines
     "%PDF-1.1\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj\n"
     "2 0 obj<</Type/Pages/Kids[3 0 R]/Count 1>>endobj\n"
     "3 0 obj<</Type/Page/Parent 2 0 R/MediaBox[0 0 9 9]>>endobj\ntrailer<</Root 1 0 R>>\n%%EOF\n",

@@ -36,7 +36,7 @@ TEST_F(WebP, BringsItsMetadataAlong)
 TEST_F(WebP, GivesItsFirstFrame)
 {
     test::Pixels frames = test::uniformPicture(8, 16, {250, 0, 0});
-    for (std::size_t i = 8 * 8 * 3; i < frames.bytes.size(); i += 3)
+    for (std::size_t i = std::size_t{8} * 8 * 3; i < frames.bytes.size(); i += 3)
         frames.bytes[i] = 10;
     test::save(m_folder / "a.webp", frames, {.pageHeight = 8});
     const auto source = ImageSource::open(m_folder / "a.webp");
