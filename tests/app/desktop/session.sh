@@ -4,9 +4,11 @@
 # shellcheck disable=SC2034 # its variables are read by the cases
 # What the cases say to the desktop and ask of it. Every wait is for something that can be seen and ends after a time.
 
-# What the screen showed is kept next to the build.
+# What the screen showed is kept next to the build; its windows and the settings are told, for a machine that keeps nothing.
 fail() {
     local picture
+    xwininfo -root -tree | grep '"Lumora"' >&2 || true
+    grep . "$XDG_CONFIG_HOME/Tidewell/Lumora.ini" >&2 || true
     picture=$(readlink -m "$LUMORA_PROGRAM_DIR/../../../desktop-failure.png")
     import -silent -window root "$picture"
     echo "FAILED: $*; the screen then: $picture" >&2

@@ -24,6 +24,8 @@ close_window
 wait_for "the window to close" main_window_is_hidden
 question && fail "the user was told twice"
 
+# The program replaces the file once it has rested, and with it what would be written here meanwhile.
+wait_for "the note that the user was told" grep '^toldOfClosing=true' "$XDG_CONFIG_HOME/Tidewell/Lumora.ini"
 setting quitWhenClosed true
 lumora
 wait_for_main_window
