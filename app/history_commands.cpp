@@ -34,12 +34,10 @@ void HistoryCommands::undoLastBatch(ProcessingModel& model, QWidget* parent)
 void HistoryCommands::undoBatch(std::int64_t batch, ProcessingModel& model, QWidget* parent)
 {
     const auto look = [batch](History& history) {
-        Batches batches = history.batches();
-        const auto isOther = [batch](const BatchSummary& summary) {
-            return summary.batch.id != batch || summary.undone >= summary.written;
-        };
-        if (batches) std::erase_if(*batches, isOther);
-        return batches;
+        Batches found = history.batch(batch);
+        if (found)
+            std::erase_if(*found, [](const BatchSummary& each) { return each.undone >= each.written; });
+        return found;
     };
     undoFound(look, WhichBatch::chosen, model, parent);
 }

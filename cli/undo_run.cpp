@@ -75,10 +75,15 @@ int undo(const CommandLine& line, Console& console)
         return 1;
     }
     const std::int64_t wanted = line.batch.value_or(batches->front().batch.id);
-    const bool isKnown = std::ranges::any_of(
-        *batches, [wanted](const BatchSummary& summary) { return summary.batch.id == wanted; });
-    if (isKnown) return undo(line, console, history, wanted);
-    console.complain("no batch " + std::to_string(wanted) + " is remembered; see lumora-cli history");
+    const auto found =
+        std::ranges::find(*batches, wanted, [](const BatchSummary& summary) { return summary.batch.id; });
+    const std::string name = "batch " + std::to_string(wanted);
+    if (found == batches->end())
+        console.complain("no " + name + " is remembered; see lumora-cli history");
+    else if (found->written == 0)
+        console.complain(name + " wrote nothing that could be undone");
+    else
+        return undo(line, console, history, wanted);
     return 1;
 }
 

@@ -224,6 +224,13 @@ std::optional<std::vector<BatchSummary>> History::batches()
     return found;
 }
 
+std::optional<std::vector<BatchSummary>> History::batch(std::int64_t id)
+{
+    std::vector<BatchSummary> found;
+    if (!use([&](HistoryDatabase& database) { found = database.batch(id); })) return std::nullopt;
+    return found;
+}
+
 std::optional<std::vector<FileRecord>> History::filesOf(std::int64_t batch)
 {
     std::vector<FileRecord> found;

@@ -58,8 +58,13 @@ public:
 
     // Newest first; absent when the history cannot be read, which was told then.
     std::optional<std::vector<BatchSummary>> batches();
+    // That one; no batch when it is remembered no more.
+    std::optional<std::vector<BatchSummary>> batch(std::int64_t id);
+    // In the order in which they finished.
     std::optional<std::vector<FileRecord>> filesOf(std::int64_t batch);
+    // Those of one batch in the order in which they finished, those of all batches the newest first.
     std::optional<std::vector<FoundFile>> find(const FileQuery& wanted);
+    // Those with these FileRecord::id, in the order of these, without those that are remembered no more.
     std::optional<std::vector<FileRecord>> filesNumbered(const std::vector<std::int64_t>& numbers);
     // The last time that this source became this output, both spelled as resolvedPlace() does; no file when
     // that is not known.

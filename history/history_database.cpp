@@ -5,6 +5,7 @@
 #include "history/history_locks.h"
 #include "history/history_schema.h"
 #include "history/set_aside.h"
+#include "system/ascii.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -109,17 +110,12 @@ const char* condition(HistoryFilter filter)
     return "TRUE";
 }
 
-char lowerCase(char character)
-{
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
-}
-
 // The folders of the path do not count.
 bool nameHolds(std::string_view path, std::string_view part)
 {
     const std::string_view name = path.substr(path.rfind('/') + 1);
     return std::search(name.begin(), name.end(), part.begin(), part.end(), [](char left, char right) {
-               return lowerCase(left) == lowerCase(right);
+               return asciiLower(left) == asciiLower(right);
            }) != name.end();
 }
 
@@ -270,6 +266,13 @@ bool HistoryDatabase::hasOutput(std::int64_t size, const std::string& digest)
 std::vector<BatchSummary> HistoryDatabase::batches()
 {
     Statement query = m_database.statement(std::string(summaries) + " GROUP BY b.id ORDER BY b.id DESC");
+    return summariesIn(query);
+}
+
+std::vector<BatchSummary> HistoryDatabase::batch(std::int64_t id)
+{
+    Statement query = m_database.statement(std::string(summaries) + " WHERE b.id = ? GROUP BY b.id");
+    query.bind(1, id);
     return summariesIn(query);
 }
 

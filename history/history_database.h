@@ -42,6 +42,8 @@ public:
 
     // Newest first.
     std::vector<BatchSummary> batches();
+    // None when it is remembered no more.
+    std::vector<BatchSummary> batch(std::int64_t id);
     // In the order in which they finished.
     std::vector<FileRecord> filesOf(std::int64_t batch);
     // Those of one batch in the order in which they finished, those of all the other way round.

@@ -32,11 +32,10 @@ ProcessingResult failed(const std::filesystem::path& file, std::string message)
 
 } // namespace
 
-Batch::Batch(BatchContext context) : m_context(std::move(context)), m_memory(m_context.services.memoryToShare)
+Batch::Batch(BatchContext context)
+    : m_context(std::move(context)), m_memory(m_context.services.memoryToShare),
+      m_processes(m_context.services.workerProgram, mayBeHevc(m_context.settings.outputFormat))
 {
-    if (const auto& program = m_context.services.workerProgram)
-        m_processes = std::make_unique<ImageOptimizer::WorkerProcesses>(
-            *program, mayBeHevc(m_context.settings.outputFormat));
 }
 
 Batch::~Batch()
@@ -142,10 +141,9 @@ ProcessingResult Batch::optimize(const std::filesystem::path& file, bool& waitsF
     services.memory = &m_memory;
     services.trace = trace;
     if (m_history) m_history.lendTo(services);
-    if (m_processes)
-        services.pixels = [this](std::stop_token stop) {
-            return std::make_unique<ImageOptimizer::RemotePictureWork>(*m_processes, std::move(stop));
-        };
+    services.pixels = [this](std::stop_token stop) {
+        return std::make_unique<ImageOptimizer::RemotePictureWork>(m_processes, std::move(stop));
+    };
     services.confirmOverwrite = [this](const std::filesystem::path& output) {
         return m_context.prompter.confirm(output, m_stop.get_token());
     };

@@ -100,8 +100,9 @@ private:
     bool m_isCancelled = false;
     std::stop_source m_stop;
     const std::shared_ptr<DiskSync> m_disk = std::make_shared<DiskSync>();
-    MemoryBudget m_memory;                                        // used by the workers
-    std::unique_ptr<ImageOptimizer::WorkerProcesses> m_processes; // null where pixels stay in this one
+    // Used by the workers.
+    MemoryBudget m_memory;
+    ImageOptimizer::WorkerProcesses m_processes;
     std::jthread m_expansion;
     std::unique_ptr<WorkerPool> m_workers;
 };

@@ -49,8 +49,8 @@ struct ProcessingServices
     int activeProcessorCount = 1;
     // Bytes that large files may take at once, asked now and then on workers.
     std::function<std::int64_t()> memoryToShare = [] { return std::int64_t{0}; };
-    // The program of the processes that work on pixels; absent: who does is in `optimizerServices`.
-    std::optional<std::filesystem::path> workerProgram;
+    // The program of the processes that work on pixels.
+    std::filesystem::path workerProgram;
     // Where batches are remembered, and by what name of this program. Asked on the main thread; empty or
     // null: nowhere.
     std::function<std::shared_ptr<History>()> history;

@@ -96,11 +96,6 @@ void allowOperation(const char* name)
     vips_operation_block_set(name, FALSE);
 }
 
-void startImageLibrary()
-{
-    ensureVipsReady();
-}
-
 void startWholeImageLibrary(int outOfMemoryStatus)
 {
     static int status = 0;

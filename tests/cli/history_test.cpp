@@ -74,6 +74,16 @@ TEST_F(CliHistory, undoLeavesChangedOutputsAndSaysSo)
     EXPECT_EQ(readFile(out("a.webp")), "edited");
 }
 
+TEST_F(CliHistory, undoOfABatchThatWroteNothingSaysSo)
+{
+    writeFile(in("broken.png"), "no picture");
+    ASSERT_EQ(runInto({"broken.png"}).status, 1);
+    const Outcome undone = go({"undo"});
+    EXPECT_EQ(undone.status, 1);
+    EXPECT_EQ(undone.results, "");
+    EXPECT_THAT(undone.complaints, HasSubstr("batch 1 wrote nothing that could be undone"));
+}
+
 TEST_F(CliHistory, olderBatchesAreUndoneByNumber)
 {
     photograph("a.jpg");

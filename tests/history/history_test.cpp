@@ -160,6 +160,22 @@ TEST_F(HistoryTest, KnowsTheLastBatchWithAnOutputThatWasNotTakenBack)
     EXPECT_EQ(history->lastToUndo().value()[0].written, 1);
 }
 
+TEST_F(HistoryTest, SumsOneBatchUp)
+{
+    const auto history = open();
+    for (const char* origin : {"first", "second"}) {
+        const auto batch = history->begin(origin, "");
+        history->add(batch, row("/in/a.jpg"));
+        history->add(batch, row("/in/b.jpg"));
+    }
+    const auto first = history->batches().value()[1].batch.id;
+    const auto found = history->batch(first).value();
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_EQ(found[0].batch.origin, "first");
+    EXPECT_EQ(found[0].files, 2);
+    EXPECT_THAT(history->batch(first + 2).value(), IsEmpty());
+}
+
 TEST_F(HistoryTest, WhatIsStillToComeOfABatchIsRememberedWhenAllBeforeWasForgotten)
 {
     const auto history = open();

@@ -117,6 +117,17 @@ TEST_F(Undoing, AddsRowsForFilesThatNoRowShows)
     EXPECT_THAT(messages(), ElementsAre("Undone", "Undone"));
 }
 
+TEST_F(Undoing, TakesChosenFilesBackTheLastOneFirstInWhateverOrderTheyWereChosen)
+{
+    optimizeFiles(3);
+    const auto files = m_history->filesOf(lastBatch()).value();
+    model().clearResults();
+    model().undoFiles({files[2].id, files[0].id, files[1].id});
+    ASSERT_TRUE(waitUntilDone());
+    EXPECT_THAT(rows(), ElementsAre("0.png", "1.png", "2.png"));
+    EXPECT_THAT(messages(), ElementsAre("Undone", "Undone", "Undone"));
+}
+
 TEST_F(Undoing, FilesCanBeOptimizedAgainAfterwards)
 {
     optimizeFiles(1);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/comparison/picture_caption.h"
 
+#include "ui/controls/tool_tip.h"
 #include "ui/theme/fonts.h"
 #include "ui/theme/tidewell_theme.h"
 
@@ -35,10 +36,9 @@ void PictureCaption::display(const QString& name, const QStringList& facts)
 {
     m_name = name;
     m_facts = facts;
-    setAccessibleName(
-        QStringLiteral("%1: %2").arg(m_role, (QStringList(name) + facts).join(QStringLiteral(", "))));
-    const QString lines = (QStringList(name) + facts).join(u'\n');
-    setToolTip(QStringLiteral("<p style=\"white-space:pre\">%1</p>").arg(lines.toHtmlEscaped()));
+    const QStringList lines = QStringList(name) + facts;
+    setAccessibleName(QStringLiteral("%1: %2").arg(m_role, lines.join(QStringLiteral(", "))));
+    setToolTip(toolTipOf(lines));
     update();
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/history/batch_list_model.h"
 
+#include "ui/controls/tool_tip.h"
 #include "ui/history/history_words.h"
 
 #include <algorithm>
@@ -18,13 +19,6 @@ QString spokenRow(const BatchRow& row, const BatchSummary* summary)
     texts << filesText(row.files) << savedText(row.saved);
     if (summary && summary->undone > 0) texts << QStringLiteral("%1 undone").arg(summary->undone);
     return texts.join(QStringLiteral(", "));
-}
-
-QString settingsOf(const BatchSummary& summary)
-{
-    const BatchRecord& batch = summary.batch;
-    return QStringLiteral("%1, by %2")
-        .arg(QString::fromStdString(batch.settings), QString::fromStdString(batch.origin));
 }
 
 } // namespace
@@ -81,12 +75,9 @@ QVariant BatchListModel::data(const QModelIndex& index, int role) const
     case Qt::AccessibleTextRole:
         return spokenRow(row(index), batch);
     case Qt::AccessibleDescriptionRole:
-        return batch ? settingsOf(*batch) : QString();
+        return batch ? settingsText(batch->batch) : QString();
     case Qt::ToolTipRole:
-        return batch ? QStringLiteral("<p style=\"white-space:pre\">%1\n%2</p>")
-                           .arg(spokenRow(row(index), batch).toHtmlEscaped(),
-                                settingsOf(*batch).toHtmlEscaped())
-                     : QString();
+        return batch ? toolTipOf({spokenRow(row(index), batch), settingsText(batch->batch)}) : QString();
     default:
         return {};
     }

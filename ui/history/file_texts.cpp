@@ -4,6 +4,7 @@
 
 #include "model/result_text.h"
 #include "ui/controls/path_text.h"
+#include "ui/controls/tool_tip.h"
 
 #include <QLocale>
 #include <QStringList>
@@ -36,14 +37,12 @@ QString originalPlaceText(const FilePlaces& places)
     return QStringLiteral("Original %1").arg(placeText(places.original));
 }
 
-// Markup in a name or message must show as itself, and a path must not be wrapped at its blanks.
 QString fileToolTip(const FileRecord& file)
 {
     QStringList lines{pathText(file.source)};
     if (file.output && *file.output != file.source) lines << pathText(*file.output);
     lines << QString::fromStdString(file.message) << sizesOf(file);
-    lines.removeAll(QString());
-    return QStringLiteral("<p style=\"white-space:pre\">%1</p>").arg(lines.join(u'\n').toHtmlEscaped());
+    return toolTipOf(lines);
 }
 
 QString spokenFile(const FileRecord& file, const std::optional<FilePlaces>& places)

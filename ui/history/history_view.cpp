@@ -235,10 +235,8 @@ void HistoryView::describeFiles()
     const BatchRecord& record = batch->summary.batch;
     QString files = filesText(batch->summary.files);
     if (isListed && number != batch->summary.files) files = QStringLiteral("%1 of %2").arg(number).arg(files);
-    m_heading->display(
-        QStringLiteral("%1 %2, %3").arg(dayText(batch->day), timeText(record.time), files),
-        QStringLiteral("%1, by %2")
-            .arg(QString::fromStdString(record.settings), QString::fromStdString(record.origin)));
+    m_heading->display(QStringLiteral("%1 %2, %3").arg(dayText(batch->day), timeText(record.time), files),
+                       settingsText(record));
 }
 
 bool HistoryView::isSearching() const

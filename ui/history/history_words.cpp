@@ -49,6 +49,12 @@ QString whenText(std::int64_t secondsSince1970)
            u' ' + timeText(secondsSince1970);
 }
 
+QString settingsText(const BatchRecord& batch)
+{
+    return QStringLiteral("%1, by %2")
+        .arg(QString::fromStdString(batch.settings), QString::fromStdString(batch.origin));
+}
+
 QDate dayOf(std::int64_t secondsSince1970)
 {
     return QDateTime::fromSecsSinceEpoch(secondsSince1970).date();

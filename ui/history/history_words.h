@@ -3,6 +3,8 @@
 // What the history says in numbers and dates. Thread-safe.
 #pragma once
 
+#include "history/history_records.h"
+
 #include <QDate>
 #include <QString>
 
@@ -20,6 +22,8 @@ QString dayText(QDate day, QDate today = QDate::currentDate());
 QString timeText(std::int64_t secondsSince1970); // "14:32"
 // Both, where there is less room: "Today 14:32", "3 Nov 2026 14:32".
 QString whenText(std::int64_t secondsSince1970);
+// How it was done: the settings and the program.
+QString settingsText(const BatchRecord& batch);
 QDate dayOf(std::int64_t secondsSince1970);
 
 } // namespace lumora

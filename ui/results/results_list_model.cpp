@@ -8,6 +8,7 @@
 #include "records/processing_result.h"
 #include "system/file_uris.h"
 #include "ui/controls/path_text.h"
+#include "ui/controls/tool_tip.h"
 
 #include <QLocale>
 #include <QMimeData>
@@ -24,13 +25,12 @@ QString metricsLine(const ProcessingResult& result)
     return metricsText(result, QLocale());
 }
 
-// Markup in a name or message must show as itself, and a path must not be wrapped at its blanks.
 QString toolTip(const ProcessingResult& result)
 {
     QStringList lines{pathText(result.sourceURL)};
     if (result.outputURL && *result.outputURL != result.sourceURL) lines << pathText(*result.outputURL);
     lines << QString::fromStdString(result.message);
-    return QStringLiteral("<p style=\"white-space:pre\">%1</p>").arg(lines.join(u'\n').toHtmlEscaped());
+    return toolTipOf(lines);
 }
 
 // What the icon says to the eye comes first.

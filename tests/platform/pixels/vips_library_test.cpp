@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pixels/vips_library.h"
 
-#include "pixels/image_library.h"
 #include "system/child_process.h"
 #include "tests/platform/pixels/memory_picture.h"
 #include "tests/support/temporary_directory.h"
@@ -89,7 +88,7 @@ TEST(ImageLibrary, LeavesTheEnvironmentAsItWas)
     if (std::getenv(isFresh)) {
         const char* before = std::getenv("VIPSHOME");
         const std::string value = before ? before : "";
-        startImageLibrary();
+        ensureVipsReady();
         const char* after = std::getenv("VIPSHOME");
         ASSERT_EQ(after != nullptr, before != nullptr);
         EXPECT_EQ(after ? after : "", value);

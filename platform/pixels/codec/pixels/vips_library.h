@@ -13,7 +13,7 @@ struct _VipsImage;
 
 namespace lumora {
 
-// Starts the library unless startImageLibrary() has: one thread a picture, because files already run in
+// Starts the library unless it runs: one thread a picture, because files already run in
 // parallel; no operation cache, because no picture is met twice; and every loader and saver blocked until it
 // is allowed by name, because content decides which one runs and content is not trusted. Modules, which
 // bring the renderers of documents and other formats, are not even loaded. Thread-safe; ends the program when
