@@ -26,11 +26,10 @@ peaks_of() {
         own=$now
         for child in $(cat "/proc/$process/task"/*/children 2>/dev/null || true); do
             now=$(highest "$child")
-            if [ "$(cat "/proc/$child/comm" 2>/dev/null)" = lumora-worker ]; then
-                if [ "${now:-0}" -gt "$workers" ]; then workers=$now; fi
-            elif [ "${now:-0}" -gt "$encoders" ]; then
-                encoders=$now
-            fi
+            case $(cat "/proc/$child/comm" 2>/dev/null) in
+            lumora-worker) if [ "${now:-0}" -gt "$workers" ]; then workers=$now; fi ;;
+            cwebp) if [ "${now:-0}" -gt "$encoders" ]; then encoders=$now; fi ;;
+            esac
         done
         sleep 0.02
     done
