@@ -26,7 +26,7 @@ Bytes profileNamed(const char* name)
     if (vips_profile_load(name, &blob, nullptr) != 0) throw std::runtime_error(takeVipsError().description);
     std::size_t size = 0;
     const auto* bytes = static_cast<const std::uint8_t*>(vips_blob_get(blob, &size));
-    const Bytes profile(bytes, bytes + size);
+    Bytes profile(bytes, bytes + size);
     vips_area_unref(VIPS_AREA(blob));
     return profile;
 }
