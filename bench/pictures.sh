@@ -23,12 +23,12 @@ else
 fi
 
 reduced() { # reduced SIZE OUTPUT FILE…
-    vipsthumbnail --size "$1" --eprofile srgb --output "$2" "${@:3}" 2>/dev/null
+    vipsthumbnail --size "$1" --output "$2" "${@:3}" 2>/dev/null
 }
 
 reduced '2560x>' "$into/photographs-ppm/%s.ppm" "$into"/photographs/*
 for width in 120 160 200 240 320 400; do
-    reduced "${width}x" "$into/thumbnails/%s-$width.jpg[Q=90,strip]" "$into"/{tuning,proof}/*
+    reduced "${width}x" "$into/thumbnails/%s-$width.jpg[Q=90,strip]" --eprofile srgb "$into"/{tuning,proof}/*
 done
 find "$into/photographs" -type f -printf '%s %p\n' | sort -rn | head -n 4 | cut -d ' ' -f 2- | while IFS= read -r file; do
     name=${file##*/}

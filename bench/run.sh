@@ -4,12 +4,13 @@
 # run.sh [--profile] [FOLDER]: the product beside other programs, as tables for docs/performance.md: seconds and bytes of
 # five tasks on two processes, then bytes at equal look (bytes.py, which leaves docs/bytes.tsv). The photographs are those of
 # FOLDER or Debian's wallpapers. Every round runs all programs of a task in turn; medians of ROUNDS (5). What is not on
-# the machine is left out; sharp is there where node finds it (NODE_PATH). With --profile only where the time of the
-# first task goes.
+# the machine is left out; sharp is there where node finds it (NODE_PATH). TASKS="webp jpeg from-heic png thumbnails bytes"
+# are those wanted. With --profile only where the time of the first task goes.
 set -euo pipefail
 
 root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd)
 rounds=${ROUNDS:-5}
+tasks=" ${TASKS:-webp jpeg from-heic png thumbnails bytes} "
 profile=no
 if [ "${1:-}" = --profile ]; then
     profile=yes
@@ -24,7 +25,7 @@ trap 'rm -rf -- "$work"' EXIT
 export XDG_DATA_HOME=$work/data LC_ALL=C
 "$root/bench/pictures.sh" "$work" "$@" >&2
 
-declare -A names=([product]=Lumora [floor]="floor: \`djpeg\`, then \`cwebp\` on ready pixels" [trellis]="sharp, trellis encoder"
+declare -A names=([product]=Lumora [floor]="floor: \`djpeg\`, then \`cwebp\` on ready pixels" [trellis]="sharp, trellis"
     [optipng]="\`optipng -o2\`" [cwebp]="\`cwebp\`" [vipsthumbnail]="\`vipsthumbnail\`" [mogrify]="\`mogrify\`" [heif-convert]="\`heif-convert\`"
     [decoding]="\`djpeg\`" [encoding]="\`cwebp\` on ready pixels" [product-but-encoding]="Lumora without its encoder")
 
@@ -45,6 +46,7 @@ column() { cut -d ' ' -f "$1" "$work/$2" | median; }
 task() {
     local title=$1 task=$2 pictures=$3 program programs=() round reference
     shift 3
+    [[ $tasks == *" $task "* ]] || return 0
     for program; do
         if "$root/bench/peer.sh" has "$program"; then programs+=("$program"); else printf 'Left out, not found: %s\n\n' "$program"; fi
     done
@@ -55,8 +57,8 @@ task() {
             find "$work/out" -type f -printf '%s\n' | megabytes >"$work/bytes.$program"
         done
     done
-    printf '%s (%s files, %s MB)\n\n| | s | to Lumora | processor s | MB |\n|---|---|---|---|---|\n' "$title" \
-        "$(find "$work/$pictures" -type f | wc -l)" "$(find "$work/$pictures" -type f -printf '%s\n' | megabytes)"
+    printf '%s (%s files, %s MB; load %s)\n\n| | s | to Lumora | processor s | MB |\n|---|---|---|---|---|\n' "$title" \
+        "$(find "$work/$pictures" -type f | wc -l)" "$(find "$work/$pictures" -type f -printf '%s\n' | megabytes)" "$(cut -d ' ' -f 3 /proc/loadavg)"
     reference=$(column 1 times.product)
     for program in "${programs[@]}"; do
         awk -v name="${names[$program]:-$program}" -v s="$(column 1 "times.$program")" -v of="$reference" \
@@ -66,9 +68,10 @@ task() {
     printf '\n'
 }
 
-printf '%s, %s, %s processors, load %s, median of %s rounds\n\n' "$(date -u '+%d %B %Y')" \
-    "$(awk -F '"' '/^PRETTY_NAME/ { print $2 }' /etc/os-release)" "$(nproc)" "$(cut -d ' ' -f 1 /proc/loadavg)" "$rounds"
+printf '%s, %s, %s processors, median of %s rounds\n\n' "$(date -u '+%d %B %Y')" \
+    "$(awk -F '"' '/^PRETTY_NAME/ { print $2 }' /etc/os-release)" "$(nproc)" "$rounds"
 if [ "$profile" = yes ]; then
+    tasks=" webp "
     task "Where the time goes: photographs to WebP" webp photographs product product-but-encoding decoding encoding
     exit
 fi
@@ -77,4 +80,4 @@ task "The same to JPEG" jpeg photographs product vipsthumbnail mogrify sharp tre
 task "HEIC of 12 megapixels to JPEG" from-heic heic product heif-convert
 task "Drawn PNG to PNG" png drawn product optipng mogrify sharp
 task "Thumbnails to WebP" thumbnails thumbnails product vipsthumbnail mogrify cwebp sharp
-"$root/bench/bytes.py" "$work/proof" "$root/docs/bytes.tsv"
+if [[ $tasks == *" bytes "* ]]; then "$root/bench/bytes.py" "$work/proof" "$root/docs/bytes.tsv"; fi
