@@ -58,21 +58,41 @@ ProfileBytes srgbProfile()
     return bytes;
 }
 
-ColorConversion::ColorConversion(RowFormat format, OwnedTransform transform)
-    : m_format(format), m_transform(std::move(transform))
-{
-}
-
 ColorConversion ColorConversion::none(RowFormat format)
 {
-    return {format, nullptr};
+    return ColorConversion(format);
 }
 
+// The pictures of a folder have few profiles among them, and to look into one takes longer than to convert a
+// thumbnail: those met last are kept.
 ColorConversion ColorConversion::toSrgb(RowFormat format, ProfileBytes profile)
 {
+    struct Known
+    {
+        std::vector<std::uint8_t> profile;
+        ColorConversion conversion;
+    };
+    constexpr std::size_t most = 4;
+    thread_local std::vector<Known> known; // the latest first
+    const auto isThis = [&](const Known& other) {
+        return other.conversion.m_format == format && std::ranges::equal(other.profile, profile);
+    };
+    const auto found = std::ranges::find_if(known, isThis);
+    if (found != known.end()) {
+        std::rotate(known.begin(), found, found + 1);
+    } else {
+        if (known.size() == most) known.pop_back();
+        known.insert(known.begin(), {{profile.begin(), profile.end()}, made(format, profile)});
+    }
+    return known.front().conversion;
+}
+
+ColorConversion ColorConversion::made(RowFormat format, ProfileBytes profile)
+{
+    ColorConversion conversion(format);
     const OwnedProfile source = sourceProfile(profile, format.model);
-    if (!source || isSrgb(source.get(), format.model)) return none(format);
-    ColorConversion conversion(format, srgbTransform(source.get(), pixelTypeOf(format), TYPE_RGBA_8));
+    if (!source || isSrgb(source.get(), format.model)) return conversion;
+    conversion.m_transform = srgbTransform(source.get(), pixelTypeOf(format), TYPE_RGBA_8);
     conversion.m_isPossible = conversion.m_transform != nullptr;
     return conversion;
 }

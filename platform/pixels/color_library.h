@@ -17,6 +17,10 @@ struct ProfileClose
 };
 using OwnedProfile = std::unique_ptr<void, ProfileClose>;
 
+struct TransformDelete
+{
+    void operator()(void* transform) const;
+};
 using OwnedTransform = std::unique_ptr<void, TransformDelete>;
 
 // What these bytes say of components of this model: null when they do not describe it, for inks the generic

@@ -65,6 +65,28 @@ TEST(ColorConversion, ChangesNothingForSrgbInAnyWording)
     EXPECT_TRUE(ColorConversion::toSrgb(rgb, profileNamed("cmyk")).isIdentity());
 }
 
+// Those met before are not looked into again.
+TEST(ColorConversion, IsThatOfItsProfileAndFormatWhateverCameBefore)
+{
+    const Bytes wide = profileNamed("p3");
+    const Bytes ink = profileNamed("cmyk");
+    const Bytes red{200, 100, 100};
+    const Bytes out = converted(ColorConversion::toSrgb(rgb, wide), red, 1);
+    const Bytes printed = converted(ColorConversion::toSrgb(cmyk, ink), {0, 255, 255, 0}, 1);
+    ASSERT_NE(out, (Bytes{200, 100, 100, 255}));
+    for (int round = 0; round < 3; ++round) {
+        EXPECT_EQ(converted(ColorConversion::toSrgb(rgb, srgbProfile()), red, 1),
+                  (Bytes{200, 100, 100, 255}));
+        EXPECT_EQ(converted(ColorConversion::toSrgb(rgb, wide), red, 1), out);
+        EXPECT_EQ(converted(ColorConversion::toSrgb(rgba, wide), {200, 100, 100, 50}, 1),
+                  (Bytes{out[0], out[1], out[2], 50}));
+        EXPECT_EQ(converted(ColorConversion::toSrgb(cmyk, ink), {0, 255, 255, 0}, 1), printed);
+        EXPECT_EQ(converted(ColorConversion::toSrgb(gray, wide), {77}, 1), (Bytes{77, 77, 77, 255}));
+        EXPECT_EQ(converted(ColorConversion::toSrgb(rgb, Bytes(200, 7)), red, 1),
+                  (Bytes{200, 100, 100, 255}));
+    }
+}
+
 TEST(ColorConversion, KeepsTheLookOfAWideGamut)
 {
     const Bytes profile = profileNamed("p3");

@@ -37,11 +37,12 @@ public:
     void run(const std::uint8_t* from, std::uint8_t* rgba, std::size_t pixels) const;
 
 private:
-    ColorConversion(RowFormat format, std::unique_ptr<void, TransformDelete> transform);
+    explicit ColorConversion(RowFormat format) : m_format(format) {}
+    static ColorConversion made(RowFormat format, ProfileBytes profile);
     void widen(const std::uint8_t* from, std::uint8_t* rgba, std::size_t pixels) const;
 
     RowFormat m_format;
-    std::unique_ptr<void, TransformDelete> m_transform;
+    std::shared_ptr<void> m_transform; // never changed
     bool m_isPossible = true;
 };
 

@@ -15,10 +15,4 @@ using ProfileBytes = std::span<const std::uint8_t>;
 // Whether the bytes are a profile that describes components of this model.
 bool describes(ProfileBytes profile, ColorModel model);
 
-// Frees a transform of the colour library.
-struct TransformDelete
-{
-    void operator()(void* transform) const;
-};
-
 } // namespace lumora

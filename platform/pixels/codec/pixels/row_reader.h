@@ -27,6 +27,7 @@ struct RowFormat
 {
     ColorModel model;
     bool hasAlpha; // never with cmyk
+    bool operator==(const RowFormat&) const = default;
     int bands() const
     {
         return (model == ColorModel::gray ? 1 : model == ColorModel::rgb ? 3 : 4) + (hasAlpha ? 1 : 0);
