@@ -28,7 +28,7 @@ def chart(rows):
     scale = (RIGHT - LABELS) / longest
     bottom = TOP + GROUP * len(rows)
     drawn = [text(24, 34, "Bytes at equal look", 19, weight="600"),
-             text(24, 58, "to those of the plain library's JPEG; less is better", 14, QUIET)]
+             text(24, 58, "relative to the plain library's JPEG; less is better", 14, QUIET)]
     for x, green, grey, words in zip((474, 608), OURS, THEIRS, ("butteraugli", "SSIMULACRA")):
         drawn += [box(x, 46, 12, 13, green), box(x + 14, 46, 12, 13, grey), text(x + 34, 58, words, 14, QUIET)]
     for share in (0, 0.25, 0.5, 0.75, 1):
@@ -48,7 +48,7 @@ def chart(rows):
     height = bottom + 38
     head = (f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {WIDTH} {height}" width="{WIDTH}" height="{height}" '
             'font-family="-apple-system, \'Segoe UI\', Inter, \'Noto Sans\', \'DejaVu Sans\', Arial, sans-serif" role="img">')
-    title = "<title>Bytes at equal look, to those of the plain library's JPEG</title>"
+    title = "<title>Bytes at equal look, relative to the plain library's JPEG</title>"
     frame = f'<rect x="0.5" y="0.5" width="{WIDTH - 1}" height="{height - 1}" rx="8" fill="{GROUND}" stroke="{LINE}"/>'
     return "\n".join([head, title, frame, *drawn, "</svg>"]) + "\n"
 

@@ -3,7 +3,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # run.sh [--profile] [FOLDER]: the product beside other programs, as tables for docs/performance.md: seconds and bytes of
 # five tasks on two processes, then bytes at equal look (bytes.py, which leaves docs/bytes.tsv). The photographs are those of
-# FOLDER or Debian's wallpapers. Every round runs all programs of a task in turn; medians of ROUNDS (5). What is not on
+# FOLDER or Debian's wallpapers. Every round runs all programs of a task in turn; medians of ROUNDS (5), of the shares of
+# the product's time in the same round too, which other work on the machine disturbs less. What is not on
 # the machine is left out; sharp is there where node finds it (NODE_PATH). TASKS="webp jpeg from-heic png thumbnails bytes"
 # are those wanted. With --profile only where the time of the first task goes.
 set -euo pipefail
@@ -40,11 +41,12 @@ timed() {
 
 megabytes() { awk '{ n += $1 } END { if (n) printf "%.2f", n / 1e6 }'; }
 median() { sort -n | awk '{ v[NR] = $1 } END { print v[int((NR + 1) / 2)] }'; }
-column() { cut -d ' ' -f "$1" "$work/$2" | median; }
+column() { cut -d ' ' -f "$1" "$work/times.$2" | median; }
+shares() { paste -d ' ' "$work/times.$2" "$work/times.product" | awk -v n="$1" '{ print $n / $(n + 2) }' | median; }
 
 # task TITLE TASK PICTURES PROGRAM…
 task() {
-    local title=$1 task=$2 pictures=$3 program programs=() round reference
+    local title=$1 task=$2 pictures=$3 program programs=() round
     shift 3
     [[ $tasks == *" $task "* ]] || return 0
     for program; do
@@ -57,13 +59,11 @@ task() {
             find "$work/out" -type f -printf '%s\n' | megabytes >"$work/bytes.$program"
         done
     done
-    printf '%s (%s files, %s MB; load %s)\n\n| | s | to Lumora | processor s | MB |\n|---|---|---|---|---|\n' "$title" \
+    printf '%s (%s files, %s MB; load %s)\n\n| | s | to Lumora | processor s | to Lumora | MB |\n|---|---|---|---|---|---|\n' "$title" \
         "$(find "$work/$pictures" -type f | wc -l)" "$(find "$work/$pictures" -type f -printf '%s\n' | megabytes)" "$(cut -d ' ' -f 3 /proc/loadavg)"
-    reference=$(column 1 times.product)
     for program in "${programs[@]}"; do
-        awk -v name="${names[$program]:-$program}" -v s="$(column 1 "times.$program")" -v of="$reference" \
-            -v cpu="$(column 2 "times.$program")" -v mb="$(cat "$work/bytes.$program")" \
-            'BEGIN { printf "| %s | %.2f | %.2f | %.2f | %s |\n", name, s, s / of, cpu, mb }'
+        printf '| %s | %.2f | %.2f | %.2f | %.2f | %s |\n' "${names[$program]:-$program}" "$(column 1 "$program")" \
+            "$(shares 1 "$program")" "$(column 2 "$program")" "$(shares 2 "$program")" "$(cat "$work/bytes.$program")"
     done
     printf '\n'
 }
