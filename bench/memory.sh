@@ -28,11 +28,10 @@ peaks_of() {
         own=$now together=0
         for child in $(cat "/proc/$process/task"/*/children 2>/dev/null || true); do
             now=$(highest "$child")
-            if [ "$(cat "/proc/$child/comm" 2>/dev/null)" = lumora-worker ]; then
-                together=$((together + ${now:-0}))
-            elif [ "${now:-0}" -gt "$encoders" ]; then
-                encoders=$now
-            fi
+            case $(cat "/proc/$child/comm" 2>/dev/null) in
+            lumora-worker) together=$((together + ${now:-0})) ;;
+            cwebp) if [ "${now:-0}" -gt "$encoders" ]; then encoders=$now; fi ;;
+            esac
         done
         if [ "$together" -gt "$workers" ]; then workers=$together; fi
         sleep 0.02

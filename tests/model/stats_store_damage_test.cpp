@@ -2,12 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What stands in the way of the totals: bad files, full and closed disks.
 #include "tests/model/stats_store_harness.h"
+#include "tests/support/file_size_limit.h"
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <csignal>
 
 namespace lumora {
 namespace {
@@ -87,36 +85,12 @@ TEST_F(StatsStoreTest, ADraftOfAKilledProgramIsClearedAwayAndAFreshOneIsNot)
     EXPECT_TRUE(fs::exists(fresh));
 }
 
-// A limit on the size of files stands for a disk that takes no more bytes.
-class FullDisk
-{
-public:
-    FullDisk()
-    {
-        m_handler = std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_limit);
-        const rlimit none{0, m_limit.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &none);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_limit);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    rlimit m_limit{};
-    void (*m_handler)(int);
-};
-
 TEST_F(StatsStoreTest, AFullDiskKeepsTheOldFileAndTheTotalsInMemory)
 {
     const auto store = open();
     store->record(failure());
     {
-        const FullDisk full;
+        const test::FileSizeLimit full(0);
         store->record(failure());
     }
     EXPECT_EQ(store->stats().filesProcessed, 2);

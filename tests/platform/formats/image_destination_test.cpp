@@ -3,14 +3,11 @@
 #include "formats/image_destination.h"
 
 #include "tests/platform/formats/written_pictures.h"
+#include "tests/support/file_size_limit.h"
 #include "types/format.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <sys/resource.h>
-
-#include <csignal>
 
 namespace lumora {
 namespace {
@@ -78,15 +75,10 @@ TEST_F(Destination, TellsThatTheDiskIsFull)
     ASSERT_TRUE(destination);
     destination->addImage(image, {});
 
-    // A limit on the size of files fails the write as a full disk does.
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit tiny{100, before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &tiny);
-    const Status status = destination->finalize();
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, oldHandler);
+    const Status status = [&] {
+        const test::FileSizeLimit full(100);
+        return destination->finalize();
+    }();
     ASSERT_FALSE(status);
     EXPECT_EQ(status.error().reason, "File too large");
 }
