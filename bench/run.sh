@@ -2,11 +2,11 @@
 # SPDX-FileCopyrightText: 2026 Tidewell
 # SPDX-License-Identifier: GPL-3.0-or-later
 # run.sh [--profile] [FOLDER]: the product beside other programs, as tables for docs/performance.md: seconds and bytes of
-# five tasks on two processes, then bytes at equal look (bytes.py, which leaves docs/bytes.tsv). The photographs are those of
-# FOLDER or Debian's wallpapers. Every round runs all programs of a task in turn; medians of ROUNDS (5), of the shares of
-# the product's time in the same round too, which other work on the machine disturbs less. What is not on
-# the machine is left out; sharp is there where node finds it (NODE_PATH). TASKS="webp jpeg from-heic png thumbnails bytes"
-# are those wanted. With --profile only where the time of the first task goes.
+# five tasks on two processes, then bytes at equal look (bytes.py, which leaves build/bytes.tsv for bytes-chart.py). The
+# photographs are those of FOLDER or Debian's wallpapers. Every round runs all programs of a task in turn; medians of
+# ROUNDS (5), also of the shares of the product's time in the same round, which other work on the machine disturbs less.
+# What is not on the machine is left out; sharp is there where node finds it (NODE_PATH). Of the tasks, which are TASKS="webp
+# jpeg from-heic png thumbnails bytes", only those named run. With --profile only where the time of the first one goes.
 set -euo pipefail
 
 root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd)
@@ -80,4 +80,4 @@ task "The same to JPEG" jpeg photographs product vipsthumbnail mogrify sharp tre
 task "HEIC of 12 megapixels to JPEG" from-heic heic product heif-convert
 task "Drawn PNG to PNG" png drawn product optipng mogrify sharp
 task "Thumbnails to WebP" thumbnails thumbnails product vipsthumbnail mogrify cwebp sharp
-if [[ $tasks == *" bytes "* ]]; then "$root/bench/bytes.py" "$work/proof" "$root/docs/bytes.tsv"; fi
+if [[ $tasks == *" bytes "* ]]; then "$root/bench/bytes.py" "$work/proof" "$root/build/bytes.tsv"; fi
