@@ -40,7 +40,14 @@ void History::complainOnStandardError(const std::string& complaint)
 }
 
 History::History(std::filesystem::path file, Complain complain, std::chrono::milliseconds pace)
-    : m_file(std::move(file)), m_complain(std::move(complain)), m_pace(pace)
+    : m_file(std::move(file)), m_complain([this, complain = std::move(complain)](const std::string& reason) {
+          {
+              const std::lock_guard waiting(m_waiting);
+              m_trouble = reason;
+          }
+          complain(reason);
+      }),
+      m_pace(pace)
 {
     try {
         m_writer = std::jthread([this](const std::stop_token& stop) { work(stop); });
@@ -272,6 +279,12 @@ std::optional<std::vector<BatchSummary>> History::lastToUndo()
 void History::markUndone(const std::vector<std::int64_t>& files)
 {
     use([&](HistoryDatabase& database) { database.markUndone(files); });
+}
+
+std::string History::trouble()
+{
+    const std::lock_guard waiting(m_waiting);
+    return m_trouble;
 }
 
 HistoryLimits History::limits()

@@ -74,6 +74,9 @@ public:
     std::optional<std::vector<BatchSummary>> lastToUndo();
     void markUndone(const std::vector<std::int64_t>& files);
 
+    // What went wrong last, in words for people; empty when nothing did.
+    std::string trouble();
+
     HistoryLimits limits();
     bool setLimits(const HistoryLimits& limits);
     // Forgets everything. False when it could not.
@@ -101,10 +104,11 @@ private:
     std::mutex m_using; // guards the next two
     std::unique_ptr<HistoryDatabase> m_database;
     bool m_hasComplained = false;
-    std::mutex m_waiting; // guards the next three; never held while the disk is used
+    std::mutex m_waiting; // guards the next four; never held while the disk is used
     std::vector<Row> m_pending;
     Batch m_latest;
     bool m_isUrgent = false;
+    std::string m_trouble;
     std::condition_variable_any m_rowCame;
     std::jthread m_writer;
 };

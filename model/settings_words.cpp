@@ -15,17 +15,32 @@ std::string shortest(double number)
     return {text, end};
 }
 
+std::string boundWords(const OptimizerSettings& settings)
+{
+    const std::string bound = "at most " + std::to_string(settings.maximumPixels);
+    switch (settings.resizeMode) {
+    case ResizeMode::maxWidth:
+        return bound + " wide";
+    case ResizeMode::maxHeight:
+        return bound + " high";
+    case ResizeMode::longestEdge:
+        return bound + " wide and high";
+    case ResizeMode::none:
+        break;
+    }
+    return "not resized";
+}
+
 } // namespace
 
 std::string settingsWords(const OptimizerSettings& settings)
 {
-    std::string words(rawValue(settings.outputFormat));
+    std::string words(title(settings.outputFormat));
     const auto add = [&words](bool isSo, const std::string& what) {
         if (isSo) words.append(", ").append(what);
     };
     add(settings.usesLossyCompression(), "quality " + shortest(settings.quality));
-    add(settings.resizeMode != ResizeMode::none,
-        std::string(rawValue(settings.resizeMode)) + " " + std::to_string(settings.maximumPixels));
+    add(true, boundWords(settings));
     add(settings.optimizeColorForSharing, "sRGB");
     add(settings.removeColorManagement, "without profile");
     add(settings.removeMetadata, "without metadata");

@@ -8,7 +8,8 @@
 
 namespace lumora {
 
-// The settings of a batch in one line for people: "webp, quality 82, maxWidth 2560, sRGB, …". Thread-safe.
+// The settings of a batch in one line for people: "WebP Lossy, quality 82, at most 2560 wide, sRGB, …".
+// Thread-safe.
 std::string settingsWords(const OptimizerSettings& settings);
 
 } // namespace lumora

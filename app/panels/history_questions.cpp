@@ -33,9 +33,9 @@ bool ask(const QString& text, std::int64_t left, const QString& detail, QWidget*
     MessageDialog question(
         text,
         (left == 1 ? QStringLiteral("The output of %1 goes to the Trash. Its original and what it "
-                                    "replaced come back from there.")
+                                    "replaced come back if they went there.")
                    : QStringLiteral("The outputs of %1 go to the Trash. Originals and replaced "
-                                    "files come back from there."))
+                                    "files come back if they went there."))
             .arg(images(left)),
         parent);
     if (!detail.isEmpty()) question.addDetail(detail);

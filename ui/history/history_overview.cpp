@@ -19,6 +19,7 @@ std::shared_ptr<const HistoryOverview> readOverview(History& history, QDate toda
         overview->files += batch.summary.files;
         overview->saved += batch.summary.saved;
     }
+    overview->trouble = history.trouble();
     return overview;
 }
 

@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace lumora {
@@ -21,6 +22,7 @@ struct HistoryOverview
     std::vector<WeekSaving> weeks;
     std::int64_t files = 0;
     std::int64_t saved = 0;
+    std::string trouble; // what went wrong with the history itself; empty when nothing did
 };
 
 // Null when the history cannot be read. Not on the main thread: it takes its time.

@@ -5,6 +5,7 @@
 #include "history/history.h"
 #include "model/history_reader.h"
 #include "ui/controls/chip_button.h"
+#include "ui/controls/elided_label.h"
 #include "ui/controls/styled_label.h"
 #include "ui/history/batch_list_model.h"
 #include "ui/history/batch_list_view.h"
@@ -40,12 +41,21 @@ constexpr int spacing = 12;
 // In a lower window the rows need the room of the chart.
 constexpr int leastHeightForChart = 560;
 
+QString troubleText(const HistoryOverview& overview)
+{
+    QString text = QString::fromStdString(overview.trouble).simplified();
+    if (text.isEmpty()) return text;
+    text[0] = text[0].toUpper();
+    return text + u'.';
+}
+
 } // namespace
 
 HistoryView::HistoryView(std::shared_ptr<History> history, HistoryActions actions, QWidget* parent)
     : QWidget(parent), m_actions(std::move(actions)),
       m_reader(std::make_unique<HistoryReader>(std::move(history))), m_batches(new BatchListModel(this)),
-      m_files(new HistoryFilesModel(*m_reader, this)), m_notice(new HistoryNotice), m_chart(new WeeksChart),
+      m_files(new HistoryFilesModel(*m_reader, this)), m_notice(new HistoryNotice),
+      m_trouble(new ElidedLabel([] { return fonts::font(fonts::TextStyle::body); })), m_chart(new WeeksChart),
       m_search(new HistorySearch), m_batchList(new BatchListView(*m_batches)),
       m_undoBatch(new ChipButton(QStringLiteral("Take back what this batch did (Ctrl+U in its list)"))),
       m_heading(new HistoryHeading(m_undoBatch)),
@@ -99,6 +109,7 @@ QWidget* HistoryView::makeContent()
     auto* stack = new QVBoxLayout(content);
     stack->setContentsMargins(0, 0, 0, 0);
     stack->setSpacing(spacing);
+    stack->addWidget(m_trouble);
     stack->addWidget(m_chart);
     stack->addWidget(m_search);
     auto* panes = new QHBoxLayout;
@@ -180,8 +191,12 @@ void HistoryView::take(const std::shared_ptr<const HistoryOverview>& overview)
     else
         m_notice->display(
             QStringLiteral("Nothing is remembered yet."),
-            QStringLiteral("Each batch is listed here while \"Remember what was done\" is on in "
-                           "the preferences (Ctrl+,)."));
+            !overview->trouble.empty()
+                ? troubleText(*overview)
+                : QStringLiteral("Each batch is listed here while \"Remember what was done\" is on in "
+                                 "the preferences (Ctrl+,)."));
+    m_trouble->display(overview ? troubleText(*overview) : QString(), TidewellTheme::copperBright());
+    m_trouble->setVisible(!m_trouble->text().isEmpty());
     m_pages->setCurrentIndex(isEmpty ? 1 : 0);
     m_totals->setText(
         isEmpty ? QStringLiteral("What was done")

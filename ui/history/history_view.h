@@ -26,6 +26,7 @@ class History;
 class HistoryFilesModel;
 class HistoryFilesView;
 class HistoryHeading;
+class ElidedLabel;
 class HistoryNotice;
 class HistoryReader;
 class HistorySearch;
@@ -90,6 +91,7 @@ private:
     QStackedLayout* m_pages = nullptr;
     StyledLabel* m_totals = nullptr;
     HistoryNotice* m_notice;
+    ElidedLabel* m_trouble; // with the history itself
     WeeksChart* m_chart;
     HistorySearch* m_search;
     BatchListView* m_batchList;

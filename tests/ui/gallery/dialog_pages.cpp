@@ -66,7 +66,8 @@ void historyQuestionPages(const Gallery& gallery)
     };
     saveNext("question-undo");
     BatchSummary batch;
-    batch.batch = {1, 1'768'382'000, "lumora", "webp, quality 82, width 2560, sRGB, without metadata"};
+    batch.batch = {1, 1'768'382'000, "lumora",
+                   "WebP Lossy, quality 82, at most 2560 wide, sRGB, without metadata"};
     batch.written = 21;
     confirmUndo(batch, WhichBatch::last, nullptr);
     saveNext("question-undo-files");

@@ -15,9 +15,8 @@ namespace {
 using Window = test::HistoryWindow;
 
 const char* const settingsOfBatches[] = {
-    "webp, quality 82, maxWidth 2560, sRGB, metadata removed, next to the originals",
-    "jpeg, quality 75, maxHeight 1080, sRGB, metadata kept, into /home/someone/Pictures/Web",
-    "webp lossless, no resizing, colours kept"};
+    "WebP Lossy, quality 82, at most 2560 wide, sRGB, without profile, without metadata",
+    "JPEG, quality 75, at most 1080 high, sRGB, to /home/someone/Pictures/Web", "WebP Lossless, not resized"};
 
 // A day in the year, whenever the pictures are made.
 void addBatch(Window& window, int number, std::int64_t daysAgo, const std::vector<FileRecord>& files)
@@ -108,6 +107,17 @@ void historyPages(const Gallery& gallery)
         "history-unreadable", usual,
         [](Window& window) {
             window.history = std::make_shared<History>("/dev/null/history.sqlite", [](const auto&) {});
+        },
+        nothing);
+    const auto setAside = [](Window& window) {
+        test::writeFile(window.history->file(), std::string(5000, 'x'));
+    };
+    save("history-set-aside-empty", usual, setAside, nothing);
+    save(
+        "history-set-aside", usual,
+        [&](Window& window) {
+            setAside(window);
+            addToday(window);
         },
         nothing);
     save("history-search", usual, addAll, [](Window& window) { window.type("img_12"); });

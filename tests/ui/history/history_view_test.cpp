@@ -3,9 +3,12 @@
 #include "ui/history/history_view.h"
 
 #include "tests/ui/history/history_test.h"
+#include "ui/controls/elided_label.h"
 #include "ui/history/history_heading.h"
 #include "ui/history/history_notice.h"
 #include "ui/history/weeks_chart.h"
+
+#include <algorithm>
 
 namespace lumora {
 namespace {
@@ -28,6 +31,27 @@ TEST_F(HistoryViewTest, ListsTheBatchesUnderTheirDaysAndTheFilesOfTheNewest)
     EXPECT_EQ(names(), QStringList({"a.jpg", "b.png"}));
     EXPECT_TRUE(heading().title().endsWith(QStringLiteral(", 2 files")));
     EXPECT_EQ(heading().facts(), QStringLiteral("webp, quality 82, by lumora"));
+}
+
+TEST_F(HistoryViewTest, SaysThatAHistoryWasSetAside)
+{
+    add({written("/in/a.jpg")});
+    const std::filesystem::path file = history->file();
+    history.reset();
+    test::writeFile(file, std::string(5000, 'x'));
+    std::filesystem::remove(file.native() + "-wal");
+    history = std::make_shared<History>(file, [](const std::string&) {});
+    const QString complaint = QStringLiteral("The history is damaged; it is kept as ");
+    open();
+    EXPECT_TRUE(view->findChild<HistoryNotice*>()->text().contains(complaint));
+
+    add({written("/in/b.jpg")});
+    view->refresh();
+    ASSERT_TRUE(test::waitFor([&] { return names() == QStringList("b.jpg"); }));
+    const auto labels = view->findChildren<ElidedLabel*>();
+    EXPECT_TRUE(std::ranges::any_of(labels, [&](const ElidedLabel* label) {
+        return label->isVisible() && label->text().startsWith(complaint);
+    }));
 }
 
 TEST_F(HistoryViewTest, ShowsTheFilesOfTheChosenBatch)
