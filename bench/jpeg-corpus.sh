@@ -1,37 +1,16 @@
 #!/usr/bin/env bash
 # SPDX-FileCopyrightText: 2026 Tidewell
 # SPDX-License-Identifier: GPL-3.0-or-later
-# jpeg-corpus.sh FOLDER: fetches the photographs among Debian's wallpapers, reduces them to a width of 1200 and puts
-# every other one into FOLDER/tuning and FOLDER/proof. What is tuned must never look at the second.
+# jpeg-corpus.sh FOLDER: fetches the photographs among Debian's wallpapers, reduced to a width of 1200, into FOLDER/tuning
+# and FOLDER/proof. What is tuned must never look at the second.
 set -euo pipefail
 
-folder=$1
-packages=(gnome-backgrounds lomiri-wallpapers-16.04 lomiri-wallpapers-20.04 mate-backgrounds plasma-workspace-wallpapers)
-# Everything else in these packages is drawn.
-# shellcheck disable=SC2034 # both are read by their names
-tuning=(Aqua Blinds Bridge_by_Sander_Klootwijk DarkestHour Dragonfly_by_Bolly EveningGlow Garden Kite
-    Kleiber_by_Lukas_Baubkus OneStandsOut Path Picture_0B_by_freespace RainDrops Shell Storm YellowFlower
-    aitzgorri_by_Aitzol_Berasategi free_by_Peter_Nerlich greentock_by_Peter_Nerlich seeding_by_Clements_Engelhardt)
-# shellcheck disable=SC2034
-proof=(BytheWater ColdRipple ColorfulCups Dune FallenLeaf FreshFlower GreenMeadow Grey LadyBird Picture_1A_by_freespace
-    TwoWings Wine_by_Jakkub_Mede Wood friends_by_Aitzol_Berasategi life_by_Aitzol_Berasategi
-    picosdeeuropa_by_Aitzol_Berasategi summer_1am sunset_by_Aitzol_Berasategi)
-
+folder=$(realpath -m -- "$1")
+here=$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")
 work=$(mktemp -d)
 trap 'rm -rf -- "$work"' EXIT
-(cd -- "$work" && apt-get download "${packages[@]}" >&2)
-for package in "$work"/*.deb; do dpkg-deb -x "$package" "$work/x"; done
-
-# The largest file of the name, or below a folder of the name.
-photograph() {
-    find "$work/x/usr/share" -type f -name '*.jpg' \( -name "$1.jpg" -o -path "*/$1/contents/images/*" \) -printf '%s %p\n' |
-        sort -n | tail -n 1 | cut -d ' ' -f 2-
-}
-
+"$here/wallpapers.sh" "$work"
 for half in tuning proof; do
     mkdir -p "$folder/$half"
-    declare -n names=$half
-    for name in "${names[@]}"; do
-        vipsthumbnail "$(photograph "$name")" --size '1200x2000>' --eprofile srgb -o "$(realpath "$folder")/$half/$name.png[strip]"
-    done
+    vipsthumbnail "$work/$half"/*.jpg --size '1200x2000>' --eprofile srgb -o "$folder/$half/%s.png[strip]"
 done

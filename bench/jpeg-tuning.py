@@ -15,40 +15,19 @@
 FOLDER comes from jpeg-corpus.sh; search and scales must not see its proof half. jpeg_coding has to be built. Nothing
 depends on the load of the machine.
 """
-import concurrent.futures
 import json
 import math
 import os
 import pathlib
 import random
-import subprocess
 import sys
 import tempfile
 import time
 
+from equal_look import BUTTERAUGLI, SSIMULACRA, WORKERS, by_library, curves_of, mean, measured, middles, run, savings
+
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = ROOT / "build/release"
-CURVE = [10, 20, 30, 40, 50, 58, 66, 72, 78, 82, 86, 89, 90, 92, 94, 96, 98]
-WORKERS = concurrent.futures.ThreadPoolExecutor(2)
-BUTTERAUGLI, SSIMULACRA = 1, 2
-
-
-def run(*command):
-    return subprocess.run([str(word) for word in command], check=True, capture_output=True, text=True).stdout
-
-
-def measured(reference, jpeg):
-    """Bytes, butteraugli 3-norm, SSIMULACRA."""
-    norm = run("butteraugli_main", reference, jpeg, "--pnorm", "3").split("3-norm:")[1]
-    return jpeg.stat().st_size, float(norm), float(run("ssimulacra_main", reference, jpeg).split()[0])
-
-
-def by_library(reference, quality):
-    with tempfile.TemporaryDirectory() as work:
-        jpeg = pathlib.Path(work) / "a.jpg"
-        run("vips", "jpegsave", reference, jpeg, "--Q", quality, "--optimize-coding", "--interlace", "--strip",
-            "--subsample-mode", "off" if quality >= 90 else "on")
-        return measured(reference, jpeg)
 
 
 def by_product(reference, quality, cli):
@@ -66,41 +45,6 @@ def by_numbers(reference, scale, chroma, numbers):
         return measured(reference, jpeg)
 
 
-def library_bytes(curve, score, wanted):
-    """Logarithm of the library's fewest bytes at the wanted score, None beyond its curve."""
-    found = []
-    points = [curve[quality] for quality in sorted(curve)]
-    for low, high in zip(points, points[1:]):
-        if min(low[score], high[score]) <= wanted <= max(low[score], high[score]) and low[score] != high[score]:
-            share = (wanted - low[score]) / (high[score] - low[score])
-            found.append(math.log(low[0]) + share * (math.log(high[0]) - math.log(low[0])))
-    return min(found, default=None)
-
-
-def curves_of(pictures):
-    jobs = [(picture, quality) for picture in pictures for quality in CURVE]
-    results = WORKERS.map(lambda job: by_library(*job), jobs)
-    curves = {picture: {} for picture in pictures}
-    for (picture, quality), result in zip(jobs, results):
-        curves[picture][quality] = result
-    return curves
-
-
-def savings(curves, results, score):
-    """Logarithms of bytes over the library's at the same score, by picture and setting."""
-    found = {}
-    for key, result in results.items():
-        bytes_there = library_bytes(curves[key[0]], score, result[score])
-        if bytes_there is not None:
-            found[key] = math.log(result[0]) - bytes_there
-    return found
-
-
-def mean(values):
-    values = list(values)
-    return sum(values) / len(values) if values else math.nan
-
-
 def compare(folder, cli):
     pictures = sorted(pathlib.Path(folder).glob("*.png"))
     curves = curves_of(pictures)
@@ -113,13 +57,6 @@ def compare(folder, cli):
         worse = [key[0].stem for key in first if first[key] > 0 and second.get(key, 0) > 0]
         print("%7d %21.3f %14.3f %26.3f  %s" % (
             quality, math.exp(mean(first.values())), math.exp(mean(second.values())), math.exp(look), " ".join(worse)))
-
-
-def middles(folder, work):
-    for picture in sorted(pathlib.Path(folder).glob("*.png")):
-        target = pathlib.Path(work) / picture.name
-        run("convert", picture, "-gravity", "center", "-crop", "320x320+0+0", "+repage", "-strip", f"PNG24:{target}")
-        yield target
 
 
 def product_numbers(chroma):
@@ -144,7 +81,7 @@ def moves_of(numbers):
 
 def search(folder, chroma, scales, minutes):
     with tempfile.TemporaryDirectory() as work:
-        pictures = list(middles(folder, work))
+        pictures = list(middles(folder, work, 320))
         curves = curves_of(pictures)
 
         def judged(numbers):
@@ -184,7 +121,7 @@ def scales_of(folder, chroma):
     qualities = (90, 92, 95, 97, 99) if chroma == "full" else (10, 20, 30, 40, 50, 60, 70, 75, 80, 85, 89)
     scales = [(0.8 if chroma == "full" else 4) * 1.32**step for step in range(9 if chroma == "full" else 13)]
     with tempfile.TemporaryDirectory() as work:
-        pictures = list(middles(folder, work))
+        pictures = list(middles(folder, work, 320))
 
         def loss(encode, setting):
             return mean(WORKERS.map(lambda picture: math.log(encode(picture, setting)[1]), pictures))
