@@ -64,7 +64,7 @@ ColorConversion ColorConversion::none(RowFormat format)
 }
 
 // The pictures of a folder have few profiles among them, and to look into one takes longer than to convert a
-// thumbnail: those met last are kept.
+// thumbnail: those met last are kept, but for the profiles that are large for one.
 ColorConversion ColorConversion::toSrgb(RowFormat format, ProfileBytes profile)
 {
     struct Known
@@ -73,6 +73,8 @@ ColorConversion ColorConversion::toSrgb(RowFormat format, ProfileBytes profile)
         ColorConversion conversion;
     };
     constexpr std::size_t most = 4;
+    constexpr std::size_t large = std::size_t{2} << 20U; // bytes; those of inks take half a megabyte to two
+    if (profile.size() > large) return made(format, profile);
     thread_local std::vector<Known> known; // the latest first
     const auto isThis = [&](const Known& other) {
         return other.conversion.m_format == format && std::ranges::equal(other.profile, profile);

@@ -5,7 +5,6 @@
 #include "file_errors.h"
 
 #include <cerrno>
-#include <string>
 #include <sys/sendfile.h>
 #include <unistd.h>
 
@@ -40,11 +39,6 @@ Status OutputFile::rewrite(std::span<const std::byte> bytes)
     if (::ftruncate(m_descriptor.get(), static_cast<off_t>(bytes.size())) != 0)
         return fileError(m_name, "written", errno);
     return Done{};
-}
-
-std::filesystem::path OutputFile::pathForOthers() const
-{
-    return "/proc/" + std::to_string(::getpid()) + "/fd/" + std::to_string(m_descriptor.get());
 }
 
 } // namespace lumora

@@ -70,6 +70,8 @@ TEST(ColorConversion, IsThatOfItsProfileAndFormatWhateverCameBefore)
 {
     const Bytes wide = profileNamed("p3");
     const Bytes ink = profileNamed("cmyk");
+    Bytes large = wide;
+    large.resize(std::size_t{3} << 20U);
     const Bytes red{200, 100, 100};
     const Bytes out = converted(ColorConversion::toSrgb(rgb, wide), red, 1);
     const Bytes printed = converted(ColorConversion::toSrgb(cmyk, ink), {0, 255, 255, 0}, 1);
@@ -78,6 +80,7 @@ TEST(ColorConversion, IsThatOfItsProfileAndFormatWhateverCameBefore)
         EXPECT_EQ(converted(ColorConversion::toSrgb(rgb, srgbProfile()), red, 1),
                   (Bytes{200, 100, 100, 255}));
         EXPECT_EQ(converted(ColorConversion::toSrgb(rgb, wide), red, 1), out);
+        EXPECT_EQ(converted(ColorConversion::toSrgb(rgb, large), red, 1), out);
         EXPECT_EQ(converted(ColorConversion::toSrgb(rgba, wide), {200, 100, 100, 50}, 1),
                   (Bytes{out[0], out[1], out[2], 50}));
         EXPECT_EQ(converted(ColorConversion::toSrgb(cmyk, ink), {0, 255, 255, 0}, 1), printed);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// WebP by the external encoder `cwebp`: the picture goes to it as a temporary binary PPM file; it writes into
-// the output's draft. Any thread; several encoders may run at once.
+// WebP by the external encoder `cwebp`: the picture goes to it as a temporary binary PPM file and comes back
+// as a temporary WebP file. Any thread; several encoders may run at once.
 #pragma once
 
 #include "cwebp/cwebp_error.h"

@@ -32,8 +32,6 @@ public:
 
     // For encoders that go back to places that they have written. Stays this object's.
     int descriptor() const { return m_descriptor.get(); }
-    // By which another program of this user opens the same file, while this object lives.
-    std::filesystem::path pathForOthers() const;
 
 protected:
     const std::filesystem::path& name() const { return m_name; }
