@@ -3,6 +3,7 @@
 #include "cli/option_value.h"
 
 #include "cli/usage_error.h"
+#include "system/ascii.h"
 
 #include <algorithm>
 #include <charconv>
@@ -40,7 +41,7 @@ std::string hyphenated(std::string_view name)
     std::string word;
     for (const char c : name) {
         if (c >= 'A' && c <= 'Z')
-            word.append({'-', static_cast<char>(c - 'A' + 'a')});
+            word.append({'-', asciiLower(c)});
         else
             word += c;
     }

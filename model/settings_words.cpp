@@ -40,7 +40,7 @@ std::string settingsWords(const OptimizerSettings& settings)
         if (isSo) words.append(", ").append(what);
     };
     add(settings.usesLossyCompression(), "quality " + shortest(settings.quality));
-    add(true, boundWords(settings));
+    words.append(", ").append(boundWords(settings));
     add(settings.optimizeColorForSharing, "sRGB");
     add(settings.removeColorManagement, "without profile");
     add(settings.removeMetadata, "without metadata");

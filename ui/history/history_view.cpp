@@ -183,20 +183,20 @@ void HistoryView::setCanUndo(bool canUndo)
 void HistoryView::take(const std::shared_ptr<const HistoryOverview>& overview)
 {
     m_overview = overview;
+    const QString trouble = overview ? troubleText(*overview) : QString();
     const bool isEmpty = !overview || overview->batches.empty();
     if (!overview)
         m_notice->display(QStringLiteral("The history cannot be read."),
                           QStringLiteral("Another program may be using it, or its folder is not to be "
                                          "written to. F5 tries again."));
     else
-        m_notice->display(
-            QStringLiteral("Nothing is remembered yet."),
-            !overview->trouble.empty()
-                ? troubleText(*overview)
-                : QStringLiteral("Each batch is listed here while \"Remember what was done\" is on in "
-                                 "the preferences (Ctrl+,)."));
-    m_trouble->display(overview ? troubleText(*overview) : QString(), TidewellTheme::copperBright());
-    m_trouble->setVisible(!m_trouble->text().isEmpty());
+        m_notice->display(QStringLiteral("Nothing is remembered yet."),
+                          trouble.isEmpty()
+                              ? QStringLiteral("Each batch is listed here while \"Remember what was done\" "
+                                               "is on in the preferences (Ctrl+,).")
+                              : trouble);
+    m_trouble->display(trouble, TidewellTheme::copperBright());
+    m_trouble->setVisible(!trouble.isEmpty());
     m_pages->setCurrentIndex(isEmpty ? 1 : 0);
     m_totals->setText(
         isEmpty ? QStringLiteral("What was done")
