@@ -84,7 +84,8 @@ struct HistoryWindow
     {
         view = std::make_unique<HistoryView>(history, given);
         bool isRead = false;
-        QObject::connect(view.get(), &HistoryView::refreshed, [&] { isRead = true; });
+        const QObject untilRead;
+        QObject::connect(view.get(), &HistoryView::refreshed, &untilRead, [&] { isRead = true; });
         view->resize(view->sizeHint());
         view->show();
         view->activateWindow();
