@@ -2,17 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "planes.h"
 
+#include "pixels/interleaving.h"
+
 #include <array>
 #include <cstring>
 #include <new>
-
-// Compiled twice, the second time with the byte shuffles that x86-64 has since AVX2; the loader picks one.
-#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__) &&     \
-    !defined(__SANITIZE_THREAD__)
-#define LUMORA_VECTOR_CLONES __attribute__((target_clones("avx2", "default"), optimize("O3")))
-#else
-#define LUMORA_VECTOR_CLONES
-#endif
 
 namespace lumora {
 namespace {
@@ -23,26 +17,6 @@ std::ptrdiff_t alignedStride(int width, int componentBytes)
 {
     constexpr auto step = static_cast<std::ptrdiff_t>(alignment);
     return (static_cast<std::ptrdiff_t>(width) * componentBytes + step - 1) / step * step;
-}
-
-LUMORA_VECTOR_CLONES void split3(const std::uint8_t* packed, std::uint8_t* __restrict a,
-                                 std::uint8_t* __restrict b, std::uint8_t* __restrict c, std::ptrdiff_t count)
-{
-    for (std::ptrdiff_t i = 0; i < count; ++i) {
-        a[i] = packed[3 * i];
-        b[i] = packed[3 * i + 1];
-        c[i] = packed[3 * i + 2];
-    }
-}
-
-LUMORA_VECTOR_CLONES void join3(const std::uint8_t* a, const std::uint8_t* b, const std::uint8_t* c,
-                                std::uint8_t* __restrict packed, std::ptrdiff_t count)
-{
-    for (std::ptrdiff_t i = 0; i < count; ++i) {
-        packed[3 * i] = a[i];
-        packed[3 * i + 1] = b[i];
-        packed[3 * i + 2] = c[i];
-    }
 }
 
 void splitBand(const std::uint8_t* packed, std::uint8_t* plane, std::ptrdiff_t count, int bands)
@@ -78,7 +52,7 @@ void Planes::deinterleave(const std::uint8_t* interleaved, std::ptrdiff_t rowStr
 {
     for (int y = 0; y < count; ++y, interleaved += rowStride) {
         if (m_bands == 3) {
-            split3(interleaved, row(0, y), row(1, y), row(2, y), m_width);
+            deinterleave3(interleaved, m_width, row(0, y), row(1, y), row(2, y));
             continue;
         }
         for (int band = 0; band < m_bands; ++band)
@@ -90,7 +64,7 @@ void Planes::interleave(int count, std::uint8_t* interleaved) const
 {
     for (int y = 0; y < count; ++y, interleaved += static_cast<std::ptrdiff_t>(m_width) * m_bands) {
         if (m_bands == 3) {
-            join3(row(0, y), row(1, y), row(2, y), interleaved, m_width);
+            interleave3(row(0, y), row(1, y), row(2, y), m_width, interleaved);
             continue;
         }
         for (int band = 0; band < m_bands; ++band)

@@ -9,11 +9,12 @@
 
 namespace lumora {
 
-// A block's rows, with the one above and the one below and a sample more on each side.
+// The rows of a row of blocks, with the one above and the one below and a sample more on each side.
 using BlockSurroundings = std::array<const float*, 10>;
 
-// In powers of two over what is usual in photographs, from `leastActivity` to `mostActivity`.
-float blockActivity(const BlockSurroundings& rows);
+// Of each of so many blocks, in powers of two over what is usual in photographs, from `leastActivity` to
+// `mostActivity`.
+void blockActivities(const BlockSurroundings& rows, int blocks, float* activities);
 
 inline constexpr float leastActivity = -2;
 inline constexpr float mostActivity = 3;

@@ -2,11 +2,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "jpeg/block_quantizer.h"
 
+#include "pixels/vector_clones.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 
 namespace lumora {
+
 BlockQuantizer::BlockQuantizer(const ComponentCoding& coding)
     : m_mostZeroBelow(coding.mostZeroBelow), m_roundUpFrom(coding.roundUpFrom),
       m_roundUpRise(coding.roundUpRise)
@@ -23,7 +26,8 @@ BlockQuantizer::BlockQuantizer(const ComponentCoding& coding)
     }
 }
 
-void BlockQuantizer::quantize(const DctBlock& frequencies, float activity, std::int16_t* coefficients) const
+LUMORA_VECTOR_CLONES void BlockQuantizer::quantize(const DctBlock& frequencies, float activity,
+                                                   std::int16_t* coefficients) const
 {
     const float added = 1 - m_roundUpFrom - m_roundUpRise * std::max(activity, 0.0F);
     constexpr float leastZeroBelow = 0.5F; // nearer to zero than to a step

@@ -138,14 +138,12 @@ void BlockRows::writeBlocks(int row)
         writeChroma(static_cast<int>(i) + 1, stored[i], row);
 }
 
-float BlockRows::activityOf(int row, int column) const
+void BlockRows::findActivities(int row, float* activities) const
 {
     BlockSurroundings rows{};
-    for (int i = 0; i < 10; ++i) {
-        const int y = std::clamp(8 * row + i - 1, 0, m_paddedHeight - 1);
-        rows[static_cast<std::size_t>(i)] = m_luma.row(y) + static_cast<std::ptrdiff_t>(8) * column;
-    }
-    return blockActivity(rows);
+    for (int i = 0; i < 10; ++i)
+        rows[static_cast<std::size_t>(i)] = m_luma.row(std::clamp(8 * row + i - 1, 0, m_paddedHeight - 1));
+    blockActivities(rows, m_writer.blocksAcross(0), activities);
 }
 
 void BlockRows::writeLuma(int row)
@@ -155,9 +153,9 @@ void BlockRows::writeLuma(int row)
     if (!m_isGood) return;
     const int across = m_writer.blocksAcross(0);
     float* const activities = m_activities.data() + (row % 2 == 0 ? 0 : across);
+    findActivities(row, activities);
     DctBlock frequencies;
     for (int x = 0; x < across; ++x, blocks += frequencies.size()) {
-        activities[x] = activityOf(row, x);
         forwardDct(blockAt(m_luma, row, x), frequencies);
         m_quantizers[0].quantize(frequencies, activities[x], blocks);
     }

@@ -35,7 +35,7 @@ private:
     void writeBlocks(int row);
     void writeLuma(int row);
     void writeChroma(int component, const RowRing& samples, int row);
-    float activityOf(int row, int column) const;
+    void findActivities(int row, float* activities) const;
     float colorActivity(int row, int column) const;
 
     CoefficientShape m_shape;

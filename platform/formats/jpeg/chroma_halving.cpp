@@ -3,6 +3,7 @@
 #include "jpeg/chroma_halving.h"
 
 #include "jpeg/component_rows.h"
+#include "pixels/vector_clones.h"
 
 #include <algorithm>
 #include <array>
@@ -91,7 +92,7 @@ void keepGroupLight(const ColorRow& own, const ColorRow& shown, float* luma)
 
 } // namespace
 
-void halveRows(const float* upper, const float* lower, int halfWidth, float* half)
+LUMORA_VECTOR_CLONES void halveRows(const float* upper, const float* lower, int halfWidth, float* half)
 {
     for (int x = 0; x < halfWidth; ++x) {
         const float above = upper[0] + upper[1];
@@ -102,7 +103,8 @@ void halveRows(const float* upper, const float* lower, int halfWidth, float* hal
 }
 
 // Lines drawn between samples and averaged again weigh 1, 6, 1 eighths in each direction.
-void sharpenRow(const float* above, const float* row, const float* below, int width, float* sharp)
+LUMORA_VECTOR_CLONES void sharpenRow(const float* above, const float* row, const float* below, int width,
+                                     float* sharp)
 {
     const auto column = [&](int x) { return (above[x] + below[x]) * 0.125F + row[x] * 0.75F; };
     for (int x = 0; x < width; ++x) {
@@ -111,7 +113,7 @@ void sharpenRow(const float* above, const float* row, const float* below, int wi
     }
 }
 
-void doubleRow(const float* near, const float* far, int halfWidth, float* full)
+LUMORA_VECTOR_CLONES void doubleRow(const float* near, const float* far, int halfWidth, float* full)
 {
     const auto column = [&](int x) { return near[x] * 0.75F + far[x] * 0.25F; };
     for (int x = 0; x < halfWidth; ++x) {
@@ -121,7 +123,7 @@ void doubleRow(const float* near, const float* far, int halfWidth, float* full)
     }
 }
 
-void keepLight(const ColorRow& own, const ColorRow& shown, int width, float* luma)
+LUMORA_VECTOR_CLONES void keepLight(const ColorRow& own, const ColorRow& shown, int width, float* luma)
 {
     for (int x = 0; x + groupSize <= width; x += groupSize) {
         const ColorRow ownGroup{own.blue + x, own.red + x};

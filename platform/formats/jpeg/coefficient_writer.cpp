@@ -137,7 +137,7 @@ void CoefficientWriter::reserve()
         const auto down = static_cast<JDIMENSION>(blocksDown(i));
         const auto together = static_cast<JDIMENSION>(m_jpeg.comp_info[i].v_samp_factor);
         m_coefficients.at(static_cast<std::size_t>(i)) =
-            m_jpeg.mem->request_virt_barray(common(), JPOOL_IMAGE, TRUE, across, down, together);
+            m_jpeg.mem->request_virt_barray(common(), JPOOL_IMAGE, FALSE, across, down, together);
     }
     m_jpeg.mem->realize_virt_arrays(common());
 }

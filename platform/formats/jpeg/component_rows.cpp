@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "jpeg/component_rows.h"
 
+#include "pixels/vector_clones.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -33,8 +35,8 @@ void grayToComponent(const std::uint8_t* gray, int width, float* luma)
 }
 
 // The components of so many pixels are parted first, so that the compiler computes them side by side.
-void rgbToComponents(const std::uint8_t* rgb, int width, float* luma, float* blueDifference,
-                     float* redDifference)
+LUMORA_VECTOR_CLONES void rgbToComponents(const std::uint8_t* rgb, int width, float* luma,
+                                          float* blueDifference, float* redDifference)
 {
     constexpr int most = 64;
     for (int first = 0; first < width; first += most) {

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "jpeg/forward_dct.h"
 
+#include "pixels/vector_clones.h"
+
 #include <cmath>
 #include <cstddef>
 #include <numbers>
@@ -64,7 +66,7 @@ std::array<Lanes, 8> transposed(const std::array<Lanes, 8>& block)
 
 } // namespace
 
-void forwardDct(const std::array<const float*, 8>& rows, DctBlock& frequencies)
+LUMORA_VECTOR_CLONES void forwardDct(const std::array<const float*, 8>& rows, DctBlock& frequencies)
 {
     std::array<Lanes, 8> block;
     for (std::size_t y = 0; y < 8; ++y) {

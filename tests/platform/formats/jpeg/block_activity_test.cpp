@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <functional>
 #include <random>
 
@@ -19,7 +21,9 @@ float activityOf(const std::function<float(int x, int y)>& brightness)
             samples.at(y).at(x) = brightness(static_cast<int>(x), static_cast<int>(y));
         rows.at(y) = samples.at(y).data() + 1;
     }
-    return blockActivity(rows);
+    float activity = 0;
+    blockActivities(rows, 1, &activity);
+    return activity;
 }
 
 TEST(BlockActivity, IsLeastWhereThereIsNothing)
@@ -50,6 +54,28 @@ TEST(BlockActivity, IsHardlyRaisedByAnEdge)
     const float flat = activityOf([](int, int) { return 0.0F; });
     const float edge = activityOf([](int x, int) { return x < 5 ? -80.0F : 80.0F; });
     EXPECT_LT(edge - flat, 0.6F);
+}
+
+TEST(BlockActivity, IsTheSameForABlockAloneAsAmongOthers)
+{
+    constexpr int blocks = 37;
+    std::mt19937 random(5);
+    std::array<std::array<float, 8 * blocks + 2>, 10> samples{};
+    BlockSurroundings rows{};
+    for (std::size_t y = 0; y < samples.size(); ++y) {
+        std::ranges::generate(samples.at(y), [&] { return static_cast<float>(random() % 256) - 128; });
+        rows.at(y) = samples.at(y).data() + 1;
+    }
+    std::array<float, blocks> together{};
+    blockActivities(rows, blocks, together.data());
+    for (int i = 0; i < blocks; ++i) {
+        BlockSurroundings own = rows;
+        for (const float*& row : own)
+            row += std::ptrdiff_t{8} * i;
+        float alone = 0;
+        blockActivities(own, 1, &alone);
+        EXPECT_EQ(alone, together.at(static_cast<std::size_t>(i))) << i;
+    }
 }
 
 } // namespace

@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Three components of a byte each, apart and pixel by pixel. Any thread.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace lumora {
+
+void interleave3(const std::uint8_t* a, const std::uint8_t* b, const std::uint8_t* c, std::ptrdiff_t pixels,
+                 std::uint8_t* interleaved);
+void deinterleave3(const std::uint8_t* interleaved, std::ptrdiff_t pixels, std::uint8_t* a, std::uint8_t* b,
+                   std::uint8_t* c);
+
+} // namespace lumora
