@@ -7,6 +7,7 @@
 #include "engine/worker/worker_program.h"
 #include "formats/codec_preparation.h"
 #include "system/confinement.h"
+#include "system/freed_memory.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -22,6 +23,7 @@ int main(int argumentCount, char** arguments)
         std::fputs("lumora-worker is started by Lumora\n", stderr);
         return EXIT_FAILURE;
     }
+    lumora::keepFreedMemory();
     lumora::prepareCodecs(lumora::ImageOptimizer::outOfMemoryExit);
     if (argumentCount > 1 && std::string_view(arguments[1]) == lumora::ImageOptimizer::hevcArgument)
         lumora::prepareHevcEncoder();

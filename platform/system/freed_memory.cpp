@@ -8,6 +8,14 @@
 
 namespace lumora {
 
+void keepFreedMemory()
+{
+    constexpr int largestOnHeap = 32 << 20; // the most that the C library takes
+    constexpr int mostKept = 256 << 20;
+    ::mallopt(M_MMAP_THRESHOLD, largestOnHeap);
+    ::mallopt(M_TRIM_THRESHOLD, mostKept);
+}
+
 void returnFreedMemory()
 {
     constexpr unsigned filesBetween = 4;

@@ -58,5 +58,22 @@ TEST(FreedMemory, GoesBackToTheSystemWithinFourFiles)
     EXPECT_LT(residentBytes() + 20'000'000, before);
 }
 
+TEST(FreedMemory, WaitsForTheNextFileWhereItIsKept)
+{
+    if (hasOwnAllocator()) GTEST_SKIP() << "the sanitizer's heap keeps what is freed";
+    constexpr std::size_t large = 24'000'000;
+    keepFreedMemory();
+    std::vector<char>(large, 'x').clear();
+    const std::size_t before = residentBytes();
+    for (int picture = 0; picture < 3; ++picture) {
+        const std::vector<char> pixels(large, 'x');
+        EXPECT_LT(residentBytes(), before + large / 2) << "no new pages";
+    }
+    EXPECT_GT(residentBytes() + large / 2, before) << "none given back";
+    for (int file = 0; file < 4; ++file)
+        returnFreedMemory();
+    EXPECT_LT(residentBytes() + large / 2, before);
+}
+
 } // namespace
 } // namespace lumora
