@@ -3,10 +3,8 @@
 #include "heif/heif_file.h"
 
 #include "heif/heif_handles.h"
+#include "heif/heif_input.h"
 #include "metadata/xmp_size.h"
-
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -14,45 +12,6 @@
 
 namespace lumora {
 namespace {
-
-// The decoder's view of an open file, which others read too and whose position is theirs.
-class HeifInput
-{
-public:
-    explicit HeifInput(int descriptor) : m_descriptor(descriptor)
-    {
-        struct stat status = {};
-        if (fstat(descriptor, &status) == 0) m_size = status.st_size;
-        m_calls.reader_api_version = 1;
-        m_calls.get_position = [](void* self) { return of(self).m_at; };
-        m_calls.read = [](void* to, std::size_t size, void* self) { return of(self).read(to, size); };
-        m_calls.seek = [](std::int64_t to, void* self) {
-            of(self).m_at = to;
-            return 0;
-        };
-        m_calls.wait_for_file_size = [](std::int64_t size, void* self) {
-            return size > of(self).m_size ? heif_reader_grow_status_size_beyond_eof
-                                          : heif_reader_grow_status_size_reached;
-        };
-    }
-
-    const heif_reader* calls() const { return &m_calls; }
-
-private:
-    static HeifInput& of(void* self) { return *static_cast<HeifInput*>(self); }
-
-    int read(void* to, std::size_t size)
-    {
-        if (pread(m_descriptor, to, size, m_at) != static_cast<ssize_t>(size)) return 1;
-        m_at += static_cast<std::int64_t>(size);
-        return 0;
-    }
-
-    int m_descriptor;
-    std::int64_t m_size = 0;
-    std::int64_t m_at = 0;
-    heif_reader m_calls{};
-};
 
 std::string xmpOf(const heif_image_handle* picture)
 {
@@ -107,12 +66,9 @@ HeifExtras heifExtras(int descriptor)
 {
     HeifInput input(descriptor);
     const HeifContext context(heif_context_alloc());
-    heif_image_handle* primary = nullptr;
-    if (heif_context_read_from_reader(context.get(), input.calls(), &input, nullptr).code != heif_error_Ok ||
-        heif_context_get_primary_image_handle(context.get(), &primary).code != heif_error_Ok)
-        return {};
-    const HeifHandle picture(primary);
-    return {xmpOf(primary), auxiliaryTypesOf(primary), colorsOf(primary)};
+    const HeifHandle picture = input.primaryPicture(context.get());
+    if (!picture) return {};
+    return {xmpOf(picture.get()), auxiliaryTypesOf(picture.get()), colorsOf(picture.get())};
 }
 
 } // namespace lumora

@@ -4,7 +4,7 @@
 #include "format_io.h"
 #include "heif/heic_encoder.h"
 #include "heif/heif_file.h"
-#include "heif/hevc_threads.h"
+#include "heif/heif_loader.h"
 #include "pixels/color_profile.h"
 #include "pixels/described_colors.h"
 #include "types/heif_items.h"
@@ -16,13 +16,6 @@
 
 namespace lumora {
 namespace {
-
-Result<VipsImagePtr> load(int descriptor)
-{
-    ensureHeifReady();
-    if (auto status = findHevcThreads(); !status) return status.error();
-    return loadStrictly(vips_heifload_source, descriptor);
-}
 
 void describe(int descriptor, VipsImage* image, Metadata& metadata, SourceFacts& facts)
 {
@@ -42,12 +35,6 @@ void describe(int descriptor, VipsImage* image, Metadata& metadata, SourceFacts&
         std::ranges::any_of(extras.auxiliaryTypes, isGainMap) || heifItems(descriptor).contain("tmap");
 }
 
-// The picture in the codec's planes and as components.
-std::int64_t decodingBytes(VipsImage* image)
-{
-    return wholePicture(image, 3);
-}
-
 // The components, planes, and what the search of the encoder keeps of each block.
 std::int64_t encodingBytes(const EncodedShape& shape)
 {
@@ -55,7 +42,7 @@ std::int64_t encodingBytes(const EncodedShape& shape)
     return shape.pixels * (shape.pixelBytes + searchBytes);
 }
 
-constexpr FormatReader reader{.load = load, .describe = describe, .heldBytes = decodingBytes};
+constexpr FormatReader reader{.load = loadHeif, .describe = describe, .heldBytes = heifDecodingBytes};
 constexpr FormatWriter heicWriter{
     .encode = encodeHeic, .isAvailable = hasHevcEncoder, .heldBytes = encodingBytes};
 
