@@ -6,12 +6,16 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <vector>
 
 namespace lumora {
 namespace {
 
 using namespace std::string_view_literals;
+
+constexpr const char* placeName = "Exif.MakerNote.Offset";
+constexpr const char* orderName = "Exif.MakerNote.ByteOrder";
 
 const Exiv2::ExifKey& noteKey()
 {
@@ -51,7 +55,7 @@ void removeNote(Exiv2::ExifData& data)
 
 Exiv2::ByteOrder byteOrderOf(const Exiv2::ExifData& data)
 {
-    const auto found = data.findKey(Exiv2::ExifKey("Exif.MakerNote.ByteOrder"));
+    const auto found = data.findKey(Exiv2::ExifKey(orderName));
     return found != data.end() && found->toString() == "MM" ? Exiv2::bigEndian : Exiv2::littleEndian;
 }
 
@@ -64,7 +68,7 @@ struct Note
 Note noteOf(const Exiv2::ExifData& data)
 {
     const auto bytes = data.findKey(noteKey());
-    const auto place = data.findKey(Exiv2::ExifKey("Exif.MakerNote.Offset"));
+    const auto place = data.findKey(Exiv2::ExifKey(placeName));
     if (bytes == data.end() || place == data.end()) return {};
     return {fieldOf(*bytes).bytes, static_cast<std::size_t>(std::max(0L, place->toLong()))};
 }
@@ -89,11 +93,24 @@ std::vector<std::pair<std::string, std::string>> fieldsOf(const Exiv2::ExifData&
     return fields;
 }
 
-std::vector<std::pair<std::string, std::string>> fieldsOf(const std::string& block)
+Exiv2::ExifData decoded(const std::string& block)
 {
     Exiv2::ExifData data;
     Exiv2::ExifParser::decode(data, bytesOf(block), static_cast<std::uint32_t>(block.size()));
-    return fieldsOf(data);
+    return data;
+}
+
+// Of a kind that nobody knows, with its own bytes at their old place, or without it.
+std::string encodedWithUnknownNote(Exiv2::ExifData data, Exiv2::ByteOrder order, const NoteLimits& limits)
+{
+    const Note note = noteOf(data);
+    removeNote(data);
+    if (data.empty()) return {};
+    std::string block = encoded(data, order);
+    if (!limits.mayStayInPlace || note.place == 0) return block;
+    std::string inPlace = withNoteInPlace(block, note.bytes, note.place);
+    const bool isWhole = !inPlace.empty() && inPlace.size() <= limits.longestBlock;
+    return isWhole ? inPlace : block;
 }
 
 } // namespace
@@ -106,17 +123,31 @@ bool isLeftBehind(const Exiv2::Exifdatum& datum)
            name.starts_with("Preview");
 }
 
+bool hasUnknownNote(const Exiv2::ExifData& data)
+{
+    return data.findKey(noteKey()) != data.end() && data.findKey(Exiv2::ExifKey(placeName)) == data.end();
+}
+
+void addNotePlace(const std::string& block, Exiv2::ExifData& data)
+{
+    const auto place = placeOfNote(block);
+    if (!place) return;
+    data[placeName] = static_cast<std::uint32_t>(place->at);
+    data[orderName] = std::string(place->isBigEndian ? "MM" : "II");
+}
+
 std::string encodedWithMakerNote(Exiv2::ExifData data, const NoteLimits& limits)
 {
     const auto fields = fieldsOf(data);
     const Exiv2::ByteOrder order = byteOrderOf(data); // which goes with the note
     if (fields.empty()) {
-        if (!isSelfContained(data)) removeNote(data);
-        return encoded(data, order);
+        return isSelfContained(data) ? encoded(data, order)
+                                     : encodedWithUnknownNote(std::move(data), order, limits);
     }
     std::string block = encoded(data, order);
     const auto isWhole = [&](const std::string& candidate) {
-        return !candidate.empty() && candidate.size() <= limits.longestBlock && fieldsOf(candidate) == fields;
+        return !candidate.empty() && candidate.size() <= limits.longestBlock &&
+               fieldsOf(decoded(candidate)) == fields;
     };
     if (isWhole(block)) return block;
     const Note note = noteOf(data);

@@ -3,7 +3,7 @@
 // The private block in which a camera keeps its own fields. Its inner offsets often count from the start of
 // the whole EXIF block, so a copy of its bytes at another place is garbage: notes that the metadata library
 // knows are written anew from their fields, notes known to need nothing around them are copied, and all
-// others are left out. Any thread. Throws Exiv2::Error and standard exceptions.
+// others stay where they lay or are left out. Any thread. Throws Exiv2::Error and standard exceptions.
 #pragma once
 
 #include "exiv2_library.h"
@@ -15,6 +15,13 @@ namespace lumora {
 
 // Fields of a note that hold a preview, which would show the picture as it was, or point at data outside it.
 bool isLeftBehind(const Exiv2::Exifdatum& datum);
+
+// Whether there is a note of a kind that the metadata library does not know.
+bool hasUnknownNote(const Exiv2::ExifData& data);
+
+// Adds where such a note lies in the block that the data were read from, as the metadata library does for
+// those that it knows.
+void addNotePlace(const std::string& block, Exiv2::ExifData& data);
 
 struct NoteLimits
 {

@@ -60,6 +60,17 @@ public:
                                                                    : littleEndianAt(m_block, at, size));
     }
 
+    // The place of the entry of a directory; 0 without it.
+    std::size_t find(std::uint32_t tag, std::size_t directoryAt) const
+    {
+        const std::size_t count = number(directoryAt, 2);
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::size_t at = directoryAt + 2 + i * entrySize;
+            if (number(at, 2) == tag) return at;
+        }
+        return 0;
+    }
+
     Directory directory(std::size_t at, int depth = 0) const
     {
         constexpr int deepest = 3;
@@ -178,6 +189,18 @@ Directory& exifDirectory(Directory& first)
 }
 
 } // namespace
+
+std::optional<NotePlace> placeOfNote(const std::string& block)
+{
+    const Reader reader(block);
+    const std::size_t below = reader.find(exifTag, reader.number(4, 4));
+    const std::size_t entry = below == 0 ? 0 : reader.find(noteTag, reader.number(below + 8, 4));
+    if (entry == 0) return std::nullopt;
+    const std::size_t size = bytesOfType(reader.number(entry + 2, 2)) * reader.number(entry + 4, 4);
+    const std::size_t at = reader.number(entry + 8, 4);
+    if (size <= inlineSize || at > block.size() || size > block.size() - at) return std::nullopt;
+    return NotePlace{at, block.starts_with('M')};
+}
 
 std::string withNoteInPlace(const std::string& block, const std::string& note, std::size_t place)
 {

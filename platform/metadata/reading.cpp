@@ -6,6 +6,7 @@
 #include "exiv2_library.h"
 #include "hidden_xmp.h"
 #include "maker_note.h"
+#include "metadata/jpeg_segments.h"
 #include "metadata/xmp_size.h"
 
 #include <algorithm>
@@ -37,6 +38,15 @@ void addExif(const Exiv2::ExifData& data, Metadata& metadata)
     }
 }
 
+// The EXIF block of a JPEG.
+std::string exifSegment(int descriptor)
+{
+    for (const JpegSegment& segment : jpegSegments(descriptor)) {
+        if (segment.content.starts_with(exifPrefix)) return segment.content.substr(exifPrefix.size());
+    }
+    return {};
+}
+
 void addContainer(int descriptor, Metadata& metadata)
 {
     XmpInFile xmp = findXmp(descriptor);
@@ -45,7 +55,9 @@ void addContainer(int descriptor, Metadata& metadata)
     const auto image = Exiv2::ImageFactory::open(openedForReading(descriptor, std::move(xmp.masks)));
     if (!image.get()) return;
     image->readMetadata();
-    addExif(image->exifData(), metadata);
+    Exiv2::ExifData& data = image->exifData();
+    if (hasUnknownNote(data)) addNotePlace(exifSegment(descriptor), data);
+    addExif(data, metadata);
     for (const auto& datum : image->iptcData())
         metadata.iptc.push_back(fieldOf(datum));
 }
@@ -59,6 +71,7 @@ void addBlocks(std::string_view exif, std::string_view xmp, Metadata& metadata)
     hideXmpOfTiff(block);
     Exiv2::ExifData data;
     Exiv2::ExifParser::decode(data, bytesOf(block), static_cast<std::uint32_t>(block.size()));
+    if (hasUnknownNote(data)) addNotePlace(block, data);
     addExif(data, metadata);
 }
 

@@ -89,19 +89,59 @@ TEST_P(KeptMakerNote, WithAnOddFieldStaysReadable)
     }
 }
 
-TEST_P(KeptMakerNote, OfAnUnknownKindIsLeftOutWholly)
+// Whatever its offsets count from.
+TEST_P(KeptMakerNote, OfAnUnknownKindStaysByteByByteWhereItLay)
+{
+    for (const bool isBigEndian : {false, true}) {
+        const ExifBuilder exif(isBigEndian);
+        const std::string note = exif.directory({{0x0001, "words of a stranger"}}, ExifBuilder::noteOffset);
+        const auto file = optimized(exif.block("Acme Cameras", note));
+        EXPECT_EQ(tagOf(file, "Make"), "Acme Cameras\n");
+        EXPECT_EQ(tagOf(file, "Warning"), "");
+        const std::string bytes = test::readBytes(file);
+        const std::size_t block =
+            bytes.find(isBigEndian ? std::string("MM\0\x2A", 4) : std::string("II\x2A\0", 4));
+        ASSERT_NE(block, std::string::npos);
+        EXPECT_EQ(bytes.substr(block + ExifBuilder::noteOffset, note.size()), note) << isBigEndian;
+        EXPECT_EQ(test::outputOf("exiftool -b -MakerNoteUnknown '" + file.string() + "'"),
+                  test::outputOf("exiftool -b -MakerNoteUnknown '" + (m_folder / "a.jpg").string() + "'"));
+    }
+}
+
+// Its numbers may be anything.
+TEST_P(KeptMakerNote, OfAnUnknownKindThatIsSaidToLieElsewhereIsLeftOut)
 {
     const ExifBuilder exif(false);
-    const auto file =
-        optimized(exif.block("Acme Cameras", exif.directory({{0x0001, "words of a stranger"}}, 172)));
+    std::string block = exif.block("Acme Cameras", "words of a stranger");
+    block.replace(block.find(exif.number(ExifBuilder::noteOffset, 4)), 4, exif.number(0xFFFFFF00, 4));
+    const auto file = optimized(block);
     EXPECT_EQ(tagOf(file, "Make"), "Acme Cameras\n");
     EXPECT_THAT(test::readBytes(file), Not(HasSubstr("words of a stranger")));
-    EXPECT_EQ(tagOf(file, "Warning"), "");
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, KeptMakerNote,
                          testing::Values(OutputFormat::jpeg, OutputFormat::png, OutputFormat::heic),
                          [](const auto& instance) { return std::string(rawValue(instance.param)); });
+
+// A file of which the picture is a part has other things at that place.
+TEST(KeptMakerNoteOfATiff, OfAnUnknownKindIsLeftOutWholly)
+{
+    const test::TemporaryDirectory folder;
+    const ExifBuilder exif(false);
+    test::save(folder / "a.jpg", test::corneredPicture(64, 48));
+    test::writeText(folder / "a.jpg", test::jpegWithExif(test::readBytes(folder / "a.jpg"),
+                                                         exif.block("Acme Cameras", "words of a stranger")));
+    test::save(folder / "b.tif", test::corneredPicture(64, 48));
+    test::outputOf("exiftool -q -overwrite_original -tagsfromfile '" + (folder / "a.jpg").string() +
+                   "' -makernotes -make '" + (folder / "b.tif").string() + "'");
+    EXPECT_THAT(test::readBytes(folder / "b.tif"), HasSubstr("words of a stranger"));
+    const auto result = ImageOptimizer::optimize(
+        folder / "b.tif", settings({.outputFormat = OutputFormat::original, .removeMetadata = false}),
+        test::localServices());
+    EXPECT_EQ(tagOf(*result.outputURL, "Make"), "Acme Cameras\n");
+    EXPECT_THAT(test::readBytes(*result.outputURL), Not(HasSubstr("words of a stranger")));
+    EXPECT_THAT(result.message, HasSubstr("maker note"));
+}
 
 TEST(KeptMakerNoteOfATiff, StaysReadable)
 {
