@@ -96,13 +96,22 @@ StreamForm streamFormOf(VipsImage* image)
             vips_image_get_format(image), vips_image_get_coding(image), vips_image_get_interpretation(image)};
 }
 
-Result<VipsImagePtr> streamedPicture(VipsImage* source, const StreamForm& form,
-                                     std::unique_ptr<RowMaker> maker, std::shared_ptr<ReadOutcome> outcome)
+Result<VipsImagePtr> newPicture(const StreamForm& form)
 {
+    if (std::max(form.width, form.height) > VIPS_MAX_COORD) return Error{"a picture with too long an edge"};
     VipsImagePtr image(vips_image_new());
     vips_image_init_fields(image.get(), form.width, form.height, form.bands,
                            static_cast<VipsBandFormat>(form.format), static_cast<VipsCoding>(form.coding),
                            static_cast<VipsInterpretation>(form.interpretation), 1, 1);
+    return image;
+}
+
+Result<VipsImagePtr> streamedPicture(VipsImage* source, const StreamForm& form,
+                                     std::unique_ptr<RowMaker> maker, std::shared_ptr<ReadOutcome> outcome)
+{
+    auto made = newPicture(form);
+    if (!made) return made.error();
+    VipsImagePtr image = std::move(*made);
     auto* const stream =
         new Stream(std::move(maker), std::move(outcome), rowBytesOf(image.get()), form.height);
     g_object_set_data_full(G_OBJECT(image.get()), "lumora-stream", stream,

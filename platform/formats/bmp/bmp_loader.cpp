@@ -3,6 +3,7 @@
 #include "bmp/bmp_loader.h"
 
 #include "bmp/bmp_codec.h"
+#include "pixels/row_stream.h"
 #include "row_picture.h"
 #include "system/regular_file.h"
 #include "types/format.h"
@@ -46,10 +47,11 @@ Result<VipsImagePtr> loadBmp(int descriptor)
     if (!rows) return rows.error();
     const BmpHeader header = rows->header();
 
-    VipsImagePtr image(vips_image_new());
-    vips_image_init_fields(image.get(), static_cast<int>(header.width), static_cast<int>(header.height),
-                           header.channels(), VIPS_FORMAT_UCHAR, VIPS_CODING_NONE, VIPS_INTERPRETATION_sRGB,
-                           1, 1);
+    auto made =
+        newPicture({static_cast<int>(header.width), static_cast<int>(header.height), header.channels(),
+                    VIPS_FORMAT_UCHAR, VIPS_CODING_NONE, VIPS_INTERPRETATION_sRGB});
+    if (!made) return made.error();
+    VipsImagePtr image = std::move(*made);
     if (!header.iccProfile.empty()) {
         vips_image_set_blob_copy(image.get(), VIPS_META_ICC_NAME, header.iccProfile.data(),
                                  header.iccProfile.size());

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tiff/tiff_loader.h"
 
+#include "pixels/row_stream.h"
 #include "row_picture.h"
 #include "tiff/tiff_colors.h"
 #include "tiff/tiff_components.h"
@@ -92,10 +93,11 @@ Result<VipsImagePtr> loadTiff(int descriptor)
     FileDescriptor copy(fcntl(descriptor, F_DUPFD_CLOEXEC, 0));
     if (!copy.isOpen()) return Error{"no descriptor left"};
 
-    VipsImagePtr image(vips_image_new());
     const TiffForm form = tiffForm(*layout);
-    vips_image_init_fields(image.get(), layout->width, layout->height, form.bands, formatOf(form.depth),
-                           VIPS_CODING_NONE, interpretationOf(form), 1, 1);
+    auto made = newPicture({layout->width, layout->height, form.bands, formatOf(form.depth), VIPS_CODING_NONE,
+                            interpretationOf(form)});
+    if (!made) return made.error();
+    VipsImagePtr image = std::move(*made);
     describe(*file, image.get());
     if (vips_image_pipelinev(image.get(), VIPS_DEMAND_STYLE_THINSTRIP, nullptr) != 0) return takeVipsError();
     return rowPicture(std::move(image), std::make_unique<LazyTiff>(std::move(copy), *layout));

@@ -5,6 +5,7 @@
 #include "tests/platform/formats/written_pictures.h"
 
 #include <gmock/gmock.h>
+#include <tiffio.h>
 
 namespace lumora {
 namespace {
@@ -23,6 +24,29 @@ TEST_F(Tiff, ComesBackExactly)
 {
     const test::Pixels pixels = test::corneredPicture(64, 48);
     EXPECT_EQ(test::load(written(redrawn(pixels), "public.tiff")).bytes, pixels.bytes);
+}
+
+// The image library takes no longer edges, and would make room for one pixel.
+TEST_F(Tiff, WithTooLongAnEdgeIsUnreadable)
+{
+    constexpr std::uint32_t longest = 10'000'000;
+    const auto isReadWith = [&](std::uint32_t width, std::uint32_t height) {
+        TIFF* const tiff = TIFFOpen((m_folder / "a.tif").c_str(), "w");
+        TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, width);
+        TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, height);
+        TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, 1);
+        TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, 1);
+        TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISBLACK);
+        TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, height);
+        std::vector<std::uint8_t> strip((width + 7) / 8 * std::size_t{height});
+        TIFFWriteEncodedStrip(tiff, 0, strip.data(), static_cast<tmsize_t>(strip.size()));
+        TIFFClose(tiff);
+        return static_cast<bool>(ImageSource::open(m_folder / "a.tif"));
+    };
+    EXPECT_TRUE(isReadWith(longest, 1));
+    EXPECT_FALSE(isReadWith(longest + 1, 1));
+    EXPECT_TRUE(isReadWith(1, longest));
+    EXPECT_FALSE(isReadWith(1, longest + 1));
 }
 
 TEST_F(Tiff, KeepsDepthAndInk)

@@ -46,6 +46,10 @@ struct StreamForm
 // The form of a picture of the image library.
 StreamForm streamFormOf(_VipsImage* image);
 
+// A picture of this form that has neither rows nor fields yet. Fails on edges longer than the image library
+// takes, which would leave it at another size without a word.
+Result<VipsImagePtr> newPicture(const StreamForm& form);
+
 // The lazy picture: like every other one of the image library, but for its rows, which can be had once. The
 // outcome takes the first failure. The picture has no metadata yet.
 Result<VipsImagePtr> streamedPicture(_VipsImage* source, const StreamForm& form,

@@ -46,6 +46,25 @@ TEST_F(OpenedBmp, IsNotDecodedBeforeItsRowsAreAskedFor)
     EXPECT_FALSE(decode(*draw(source->image(), {1, 1, ColorSpace::sRGB})));
 }
 
+// The image library takes no longer edges, and would make room for one pixel.
+TEST_F(OpenedBmp, WithTooLongAnEdgeIsUnreadable)
+{
+    constexpr std::int32_t longest = 10'000'000;
+    const auto withWidth = [&](std::int32_t width) {
+        const auto rowBytes = static_cast<std::size_t>((width + 31) / 32 * 4);
+        return open({.width = width,
+                     .height = 1,
+                     .bits = 1,
+                     .colorsUsed = 2,
+                     .palette = twoColors,
+                     .pixels = std::vector<std::uint8_t>(rowBytes)});
+    };
+    const auto source = withWidth(longest);
+    ASSERT_TRUE(source);
+    EXPECT_EQ(source->image().width(), longest);
+    EXPECT_FALSE(withWidth(longest + 1));
+}
+
 TEST_F(OpenedBmp, GivesTheSamePictureWholeAndTurned)
 {
     const auto source = open({.bits = 8,
