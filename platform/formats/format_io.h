@@ -39,6 +39,8 @@ struct FormatReader
     Result<VipsImagePtr> (*loadReduced)(int divisor, int descriptor) = nullptr;
     // The image library's operation behind `load`, which is blocked until it is named here. May be null.
     const char* operation = nullptr;
+    // Whether the decoder leaves what it cannot decode of a damaged picture as its memory was.
+    bool leavesHoles = false;
     // About how many bytes the decoder holds of the picture besides a few rows; null for none.
     std::int64_t (*heldBytes)(_VipsImage* image) = nullptr;
     // What copyFile() takes of a file; absent where it has to refuse. Null where there are no such copies.

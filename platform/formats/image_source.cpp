@@ -4,6 +4,7 @@
 
 #include "format_io.h"
 #include "pixels/color_profile.h"
+#include "system/freed_memory.h"
 #include "system/regular_file.h"
 
 #include <unistd.h>
@@ -90,6 +91,7 @@ try {
     if (!format) return Error{"not a readable image type"};
     allowOperations();
     const FormatReader& reader = codecOf(*format).reader;
+    fillNewMemory(reader.leavesHoles);
     auto loaded = reader.load(file.get());
     if (!loaded) return loaded.error();
     VipsImage* image = loaded->get();

@@ -100,6 +100,12 @@ Exiv2::ExifData decoded(const std::string& block)
     return data;
 }
 
+// The beginning of a JPEG, which would show the picture as it was.
+bool mayHoldPreview(const std::string& note)
+{
+    return note.find("\xFF\xD8\xFF") != std::string::npos;
+}
+
 // Of a kind that nobody knows, with its own bytes at their old place, or without it.
 std::string encodedWithUnknownNote(Exiv2::ExifData data, Exiv2::ByteOrder order, const NoteLimits& limits)
 {
@@ -107,7 +113,7 @@ std::string encodedWithUnknownNote(Exiv2::ExifData data, Exiv2::ByteOrder order,
     removeNote(data);
     if (data.empty()) return {};
     std::string block = encoded(data, order);
-    if (!limits.mayStayInPlace || note.place == 0) return block;
+    if (!limits.mayStayInPlace || note.place == 0 || mayHoldPreview(note.bytes)) return block;
     std::string inPlace = withNoteInPlace(block, note.bytes, note.place);
     const bool isWhole = !inPlace.empty() && inPlace.size() <= limits.longestBlock;
     return isWhole ? inPlace : block;

@@ -37,10 +37,15 @@ struct Directory
     std::size_t size() const { return 2 + entries.size() * entrySize + 4; }
 };
 
-bool leadsToDirectory(std::uint32_t tag)
+// Elsewhere these numbers are plain values.
+bool leadsToDirectory(std::uint32_t tag, std::uint32_t type, std::uint32_t count, std::uint32_t parent)
 {
-    constexpr std::array<std::uint32_t, 3> tags{exifTag, 0x8825, 0xA005};
-    return std::ranges::find(tags, tag) != tags.end();
+    constexpr std::uint32_t number = 4;
+    constexpr std::uint32_t gpsTag = 0x8825;
+    constexpr std::uint32_t interoperabilityTag = 0xA005;
+    const bool isPlace =
+        parent == exifTag ? tag == interoperabilityTag : parent == 0 && (tag == exifTag || tag == gpsTag);
+    return isPlace && type == number && count == 1;
 }
 
 std::size_t bytesOfType(std::uint32_t type)
@@ -71,33 +76,44 @@ public:
         return 0;
     }
 
-    Directory directory(std::size_t at, int depth = 0) const
+    // `parent` is the tag that leads there.
+    Directory directory(std::size_t at, std::uint32_t parent = 0)
     {
-        constexpr int deepest = 3;
         Directory directory;
-        const std::size_t count = depth < deepest ? number(at, 2) : 0;
+        const std::size_t count = number(at, 2);
+        if (!isInside(at, 2 + count * entrySize)) return directory;
         for (std::size_t i = 0; i < count; ++i)
-            directory.entries.push_back(entry(at + 2 + i * entrySize, depth));
+            directory.entries.push_back(entry(at + 2 + i * entrySize, parent));
         return directory;
     }
 
+    // Nothing was said to lie outside of the block.
+    bool isSound() const { return m_isSound; }
+
 private:
-    Entry entry(std::size_t at, int depth) const
+    bool isInside(std::size_t at, std::size_t size)
+    {
+        const bool isInside = at <= m_block.size() && size <= m_block.size() - at;
+        m_isSound = m_isSound && isInside;
+        return isInside;
+    }
+
+    Entry entry(std::size_t at, std::uint32_t parent)
     {
         Entry entry{number(at, 2), number(at + 2, 2), number(at + 4, 4), {}, {}};
-        if (leadsToDirectory(entry.tag)) {
-            entry.value.assign(inlineSize, '\0');
-            entry.below.push_back(directory(number(at + 8, 4), depth + 1));
+        entry.value.assign(inlineSize, '\0');
+        if (leadsToDirectory(entry.tag, entry.type, entry.count, parent)) {
+            entry.below.push_back(directory(number(at + 8, 4), entry.tag));
             return entry;
         }
-        const std::size_t size = bytesOfType(entry.type) * entry.count;
-        const std::size_t from = size <= inlineSize ? at + 8 : number(at + 8, 4);
-        entry.value = m_block.substr(std::min(from, m_block.size()), std::max(size, inlineSize));
-        entry.value.resize(std::max(size, inlineSize));
+        const std::size_t size = std::max(bytesOfType(entry.type) * entry.count, inlineSize);
+        const std::size_t from = size == inlineSize ? at + 8 : number(at + 8, 4);
+        if (isInside(from, size)) entry.value = m_block.substr(from, size);
         return entry;
     }
 
     const std::string& m_block;
+    bool m_isSound = true;
 };
 
 // Lays things out from the front, each where it does not touch the note.
@@ -196,9 +212,12 @@ std::optional<NotePlace> placeOfNote(const std::string& block)
     const std::size_t below = reader.find(exifTag, reader.number(4, 4));
     const std::size_t entry = below == 0 ? 0 : reader.find(noteTag, reader.number(below + 8, 4));
     if (entry == 0) return std::nullopt;
-    const std::size_t size = bytesOfType(reader.number(entry + 2, 2)) * reader.number(entry + 4, 4);
+    const std::size_t size = reader.number(entry + 4, 4);
     const std::size_t at = reader.number(entry + 8, 4);
-    if (size <= inlineSize || at > block.size() || size > block.size() - at) return std::nullopt;
+    const bool isOfBytes =
+        bytesOfType(reader.number(entry + 2, 2)) == 1; // others have an order in the library
+    if (!isOfBytes || size <= inlineSize || at > block.size() || size > block.size() - at)
+        return std::nullopt;
     return NotePlace{at, block.starts_with('M')};
 }
 
@@ -207,8 +226,9 @@ std::string withNoteInPlace(const std::string& block, const std::string& note, s
     constexpr std::size_t farthest = std::size_t{1} << 20U; // of a TIFF file it may lie anywhere
     if (place < headSize || place > farthest || note.size() <= inlineSize) return {};
     if (block.size() < headSize) return {};
-    const Reader reader(block);
+    Reader reader(block);
     Directory first = reader.directory(reader.number(4, 4));
+    if (!reader.isSound()) return {};
     constexpr std::uint32_t plainBytes = 7;
     added(exifDirectory(first), {noteTag, plainBytes, static_cast<std::uint32_t>(note.size()), note, {}});
     return Writer(block.starts_with('M'), note, place).block(first);

@@ -14,7 +14,8 @@ struct NotePlace
     bool isBigEndian;
 };
 
-// Where the note lies in an EXIF block; nothing without one, or when it does not lie in it. Any thread.
+// Where the note lies in an EXIF block; nothing without one, or when it does not lie in it or is not of
+// bytes. Any thread.
 std::optional<NotePlace> placeOfNote(const std::string& block);
 
 // The EXIF block laid out anew around a camera maker's note, whose bytes stay as they are at the place where

@@ -16,6 +16,12 @@ void keepFreedMemory()
     ::mallopt(M_TRIM_THRESHOLD, mostKept);
 }
 
+void fillNewMemory(bool isFilled)
+{
+    constexpr int inverse = 127;
+    ::mallopt(M_PERTURB, isFilled ? inverse : 0);
+}
+
 void returnFreedMemory()
 {
     constexpr unsigned filesBetween = 4;

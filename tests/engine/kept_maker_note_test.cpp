@@ -108,6 +108,48 @@ TEST_P(KeptMakerNote, OfAnUnknownKindStaysByteByByteWhereItLay)
     }
 }
 
+// What leads to a directory elsewhere is a number like any other there.
+TEST_P(KeptMakerNote, OfAnUnknownKindStaysBesideAStrayPointer)
+{
+    const std::string note = "words of a stranger";
+    for (const bool isBigEndian : {false, true}) {
+        const ExifBuilder exif(isBigEndian);
+        for (const std::size_t stray : {10U, 26U, 78U, 150U}) {
+            std::string block = (isBigEndian ? "MM" : "II") + exif.number(42, 2) + exif.number(8, 4);
+            block += exif.number(1, 2) + exif.entry(0x8769, 4, 1, 26) + exif.number(0, 4);
+            block += exif.number(2, 2) + exif.entry(0x8825, 4, 1, stray) +
+                     exif.entry(0x927C, 7, note.size(), ExifBuilder::noteOffset) + exif.number(0, 4);
+            block.resize(ExifBuilder::noteOffset, '\0');
+            const auto file = optimized(block + note);
+            EXPECT_LT(std::filesystem::file_size(file), 20'000u) << stray;
+            EXPECT_THAT(test::readBytes(file), HasSubstr(note)) << stray;
+        }
+    }
+}
+
+TEST_P(KeptMakerNote, OfAnUnknownKindWithAPreviewIsLeftOut)
+{
+    const auto file =
+        optimized(ExifBuilder(false).block("Acme Cameras", "words\xFF\xD8\xFF\xE0 of a stranger"));
+    EXPECT_EQ(tagOf(file, "Make"), "Acme Cameras\n");
+    EXPECT_THAT(test::readBytes(file), Not(HasSubstr("of a stranger")));
+}
+
+// Numbers longer than a byte are turned round between the orders of bytes.
+TEST_P(KeptMakerNote, OfAnUnknownKindThatIsNotOfBytesIsLeftOut)
+{
+    for (const bool isBigEndian : {false, true}) {
+        const ExifBuilder exif(isBigEndian);
+        std::string block = exif.block("Acme Cameras", "words of a stranger!");
+        const std::string bytes = exif.entry(0x927C, 7, 20, ExifBuilder::noteOffset);
+        block.replace(block.find(bytes), bytes.size(), exif.entry(0x927C, 3, 10, ExifBuilder::noteOffset));
+        const auto file = optimized(block);
+        EXPECT_EQ(tagOf(file, "Make"), "Acme Cameras\n");
+        EXPECT_THAT(test::readBytes(file), Not(HasSubstr("words of"))) << isBigEndian;
+        EXPECT_THAT(test::readBytes(file), Not(HasSubstr("owdr sfo"))) << isBigEndian;
+    }
+}
+
 // Its numbers may be anything.
 TEST_P(KeptMakerNote, OfAnUnknownKindThatIsSaidToLieElsewhereIsLeftOut)
 {

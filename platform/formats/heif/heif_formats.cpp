@@ -42,7 +42,8 @@ std::int64_t encodingBytes(const EncodedShape& shape)
     return shape.pixels * (shape.pixelBytes + searchBytes);
 }
 
-constexpr FormatReader reader{.load = loadHeif, .describe = describe, .heldBytes = heifDecodingBytes};
+constexpr FormatReader reader{
+    .load = loadHeif, .describe = describe, .leavesHoles = true, .heldBytes = heifDecodingBytes};
 constexpr FormatWriter heicWriter{
     .encode = encodeHeic, .isAvailable = hasHevcEncoder, .heldBytes = encodingBytes};
 

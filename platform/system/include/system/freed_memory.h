@@ -9,6 +9,11 @@ namespace lumora {
 // a photograph a twentieth of its time.
 void keepFreedMemory();
 
+// From now on, memory that is handed out has one value (128) everywhere or what was left in it. For decoders
+// that leave what they cannot decode as it was: pictures of before would show there. Any thread; for the
+// whole process.
+void fillNewMemory(bool isFilled);
+
 // To be called after each file; every fourth call gives what is free on the heap back to the system. Codecs
 // free buffers of ever other sizes, whose gaps would make a batch's memory grow with its number of files;
 // closing them after every file would cost small ones a tenth of their time. Any thread.

@@ -73,5 +73,34 @@ TEST_F(Heif, ThatIsCutOffGivesNoPicture)
     }
 }
 
+// What the decoder cannot make out stays as its memory was: that of another picture, perhaps.
+TEST_F(Heif, ThatIsDamagedShowsNothingOfThePictureBefore)
+{
+    constexpr int width = 300;
+    constexpr int height = 200;
+    test::save(m_folder / "before.heic", test::uniformPicture(width, height, {250, 20, 30}));
+    test::save(m_folder / "a.heic", test::corneredPicture(width, height));
+    const std::string whole = test::readBytes(m_folder / "a.heic");
+    const auto decodedAgain = [&] {
+        const auto source = ImageSource::open(m_folder / "b.heic");
+        const auto picture = source ? decode(source->image()) : Result<Image>(source.error());
+        if (!picture) return std::string();
+        size_t size = 0;
+        void* const bytes = vips_image_write_to_memory(picture->pixels(), &size);
+        const std::string pixels(static_cast<const char*>(bytes), size);
+        g_free(bytes);
+        return pixels;
+    };
+    const std::size_t start = whole.find("mdat") + 40;
+    for (std::size_t at = start; at < whole.size(); at += (whole.size() - start) / 6) {
+        std::string damaged = whole;
+        damaged.replace(at, std::string::npos, whole.size() - at, '\xFF');
+        test::writeText(m_folder / "b.heic", damaged);
+        const std::string first = decodedAgain();
+        EXPECT_TRUE(decode(ImageSource::open(m_folder / "before.heic")->image()));
+        EXPECT_EQ(decodedAgain(), first) << at;
+    }
+}
+
 } // namespace
 } // namespace lumora
