@@ -54,8 +54,9 @@ std::vector<std::string> auxiliaryTypesOf(const heif_image_handle* picture)
 std::optional<ColorDescription> colorsOf(const heif_image_handle* picture)
 {
     heif_color_profile_nclx* found = nullptr;
-    if (heif_image_handle_get_nclx_color_profile(picture, &found).code != heif_error_Ok) return std::nullopt;
-    const HeifCodePoints codes(found);
+    const heif_error error = heif_image_handle_get_nclx_color_profile(picture, &found);
+    const HeifCodePoints codes(found); // made with the error of an unknown number, too
+    if (error.code != heif_error_Ok) return std::nullopt;
     return colorsOfCodes(static_cast<unsigned>(codes->color_primaries),
                          static_cast<unsigned>(codes->transfer_characteristics));
 }
