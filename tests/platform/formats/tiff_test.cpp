@@ -93,7 +93,7 @@ TEST_F(Tiff, HoldsMetadataOfAllKinds)
 TEST_F(Tiff, GivesItsFirstPage)
 {
     test::Pixels pages = test::uniformPicture(8, 16, {250, 0, 0});
-    for (std::size_t i = 8 * 8 * 3; i < pages.bytes.size(); i += 3)
+    for (std::size_t i = std::size_t{8} * 8 * 3; i < pages.bytes.size(); i += 3)
         pages.bytes[i] = 10;
     test::save(m_folder / "a.tif", pages, {.pageHeight = 8});
     const auto source = ImageSource::open(m_folder / "a.tif");

@@ -51,7 +51,7 @@ TEST_F(OpenedBmp, WithTooLongAnEdgeIsUnreadable)
 {
     constexpr std::int32_t longest = 10'000'000;
     const auto withWidth = [&](std::int32_t width) {
-        const auto rowBytes = static_cast<std::size_t>((width + 31) / 32 * 4);
+        const std::size_t rowBytes = (static_cast<std::size_t>(width) + 31) / 32 * 4;
         return open({.width = width,
                      .height = 1,
                      .bits = 1,

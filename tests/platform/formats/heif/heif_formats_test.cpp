@@ -87,7 +87,7 @@ TEST_F(Heif, ThatIsDamagedShowsNothingOfThePictureBefore)
         if (!picture) return std::string();
         size_t size = 0;
         void* const bytes = vips_image_write_to_memory(picture->pixels(), &size);
-        const std::string pixels(static_cast<const char*>(bytes), size);
+        std::string pixels(static_cast<const char*>(bytes), size);
         g_free(bytes);
         return pixels;
     };
