@@ -124,8 +124,8 @@ TEST_F(LeftBehind, NamesMetadataThatCannotBeWrittenAnew)
 {
     const auto file = photo("a.jpg");
     const test::ExifBuilder exif(false);
-    const std::string note = exif.directory({{0x0001, "words of a stranger"}}, 172);
-    test::writeText(file, test::jpegWithExif(test::readBytes(file), exif.block("Acme Cameras", note)));
+    const std::string withPreview = "of a stranger: \xFF\xD8\xFF\xE0";
+    test::writeText(file, test::jpegWithExif(test::readBytes(file), exif.block("Acme Cameras", withPreview)));
     EXPECT_EQ(lossesOf(file, keeping(OutputFormat::jpeg)), "Metadata not kept: maker note");
 
     const auto talkative = tagged("c.png", "EXIF:Make", "Maker");
