@@ -15,6 +15,8 @@ class HeifInput
 public:
     // The descriptor stays the caller's.
     explicit HeifInput(int descriptor);
+    HeifInput(const HeifInput&) = delete;
+    HeifInput& operator=(const HeifInput&) = delete;
 
     // Makes the context read the file, of which it takes more whenever it decodes: neither the descriptor nor
     // this moves or ends before the context. Null when the file is damaged.
