@@ -4,6 +4,7 @@
 
 #include "system/freed_memory.h"
 #include "system/message_channel.h"
+#include "system/side_by_side.h"
 
 #include <array>
 
@@ -41,6 +42,7 @@ void takeAnswer(WorkerReply& reply, bool answer)
 
 WorkerReply answer(PictureWork& work, const WorkerRequest& request, int file)
 {
+    useProcessors(request.processors);
     switch (request.action) {
     case WorkerAction::open:
         return replyOf(work.open(file, request.settings.settings()), takeHead);

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <limits>
 #include <string>
 #include <thread>
 #include <utility>
@@ -37,11 +39,13 @@ std::int64_t addressesOfThreads()
 RemotePictureWork::RemotePictureWork(WorkerProcesses& processes, std::stop_token stop)
     : m_processes(processes), m_stop(std::move(stop))
 {
+    m_processes.workBegan();
 }
 
 RemotePictureWork::~RemotePictureWork()
 {
     RemotePictureWork::close();
+    m_processes.workEnded();
 }
 
 WorkResult<PictureHead> RemotePictureWork::open(int file, const OptimizerSettings& settings)
@@ -82,8 +86,12 @@ WorkResult<bool> RemotePictureWork::proveReadable()
 
 WorkResult<PictureSize> RemotePictureWork::encode(int output, const std::string& typeIdentifier)
 {
-    const auto reply =
-        ask({.action = WorkerAction::encode, .typeIdentifier = typeIdentifier}, output, Kind::writing);
+    constexpr int most = std::numeric_limits<std::uint8_t>::max();
+    const int processors = std::min(m_processes.processorsForOne(), most);
+    const auto reply = ask({.action = WorkerAction::encode,
+                            .typeIdentifier = typeIdentifier,
+                            .processors = static_cast<std::uint8_t>(processors)},
+                           output, Kind::writing);
     if (!reply) return reply.error();
     return reply->size;
 }

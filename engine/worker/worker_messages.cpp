@@ -14,7 +14,7 @@ namespace lumora::ImageOptimizer {
 namespace {
 
 // Both sides come in one package; this tells a package that was exchanged under a running program.
-constexpr std::uint32_t version = 4;
+constexpr std::uint32_t version = 5;
 constexpr std::size_t longestType = 63;
 constexpr std::size_t longestReason = 255;
 constexpr std::size_t longestLoss = 127;
@@ -179,6 +179,7 @@ std::vector<std::byte> messageOf(const WorkerRequest& request)
     writer.put(request.part.top);
     writer.put(request.part.columns);
     writer.put(request.part.rows);
+    writer.put(request.processors);
     return std::move(writer).bytes();
 }
 
@@ -203,7 +204,8 @@ std::optional<WorkerRequest> requestIn(std::span<const std::byte> message)
     request.part.top = reader.take<std::int32_t>();
     request.part.columns = reader.take<std::int32_t>();
     request.part.rows = reader.take<std::int32_t>();
-    if (!reader.isSound()) return std::nullopt;
+    request.processors = reader.take<std::uint8_t>();
+    if (!reader.isSound() || request.processors == 0) return std::nullopt;
     return request;
 }
 

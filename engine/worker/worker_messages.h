@@ -55,6 +55,7 @@ struct WorkerRequest
     PixelSettings settings = {};     // of `open`
     std::string typeIdentifier = {}; // of `encode` and `losses`
     PicturePart part = {};           // of `drawPart`
+    std::uint8_t processors = 1;     // that the worker may keep busy, at least 1
 
     static constexpr std::size_t bytes = 128;
     bool operator==(const WorkerRequest&) const = default;

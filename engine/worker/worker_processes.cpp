@@ -6,7 +6,9 @@
 #include "system/file_services.h"
 #include "system/message_channel.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <thread>
 #include <utility>
 
 namespace lumora::ImageOptimizer {
@@ -25,6 +27,12 @@ WorkerProcesses::WorkerProcesses(std::filesystem::path executable, bool encodesH
 }
 
 WorkerProcesses::~WorkerProcesses() = default;
+
+int WorkerProcesses::processorsForOne() const
+{
+    const auto processors = static_cast<int>(std::thread::hardware_concurrency()); // 0 where nobody knows
+    return std::max(1, processors / std::max(1, m_works.load()));
+}
 
 std::unique_ptr<ServantProcess> WorkerProcesses::takeIdle()
 {

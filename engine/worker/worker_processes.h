@@ -6,6 +6,7 @@
 
 #include "system/servant_process.h"
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
@@ -43,6 +44,12 @@ public:
 
     const WorkerLimits& limits() const { return m_limits; }
 
+    // To be told of every file that is worked on, when its work begins and when it ends.
+    void workBegan() { ++m_works; }
+    void workEnded() { --m_works; }
+    // How many of the machine's processors each of them may keep busy, at least 1.
+    int processorsForOne() const;
+
     // Null when there is none.
     std::unique_ptr<ServantProcess> takeIdle();
     // A new one, which may still be loading, and which ends with this thread. An Error's description is the
@@ -55,6 +62,7 @@ private:
     const std::filesystem::path m_executable;
     const bool m_encodesHevc;
     const WorkerLimits m_limits;
+    std::atomic<int> m_works{0};
     std::mutex m_mutex;
     std::vector<std::unique_ptr<ServantProcess>> m_idle; // guarded by m_mutex
 };

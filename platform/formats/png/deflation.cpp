@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "png/deflation.h"
 
-#include <libdeflate.h>
+#include "png/deflate_pieces.h"
+
 #include <zlib.h>
 
 #include <algorithm>
@@ -12,11 +13,6 @@
 
 namespace lumora {
 namespace {
-
-struct CompressorDelete
-{
-    void operator()(libdeflate_compressor* compressor) const { libdeflate_free_compressor(compressor); }
-};
 
 int levelOf(Search search)
 {
@@ -30,18 +26,6 @@ int levelOf(Search search)
     default:
         return 12;
     }
-}
-
-Status deflateAtOnce(ByteSpan data, int level, const StreamTaker& take)
-{
-    const std::unique_ptr<libdeflate_compressor, CompressorDelete> compressor(
-        libdeflate_alloc_compressor(level));
-    if (!compressor) throw std::bad_alloc();
-    const std::size_t most = libdeflate_zlib_compress_bound(compressor.get(), data.size());
-    const auto stream = std::make_unique_for_overwrite<std::uint8_t[]>(most); // touched where it is filled
-    const std::size_t size =
-        libdeflate_zlib_compress(compressor.get(), data.data(), data.size(), stream.get(), most);
-    return take({stream.get(), size});
 }
 
 struct StreamEnd
@@ -80,7 +64,7 @@ Status deflate(ByteSpan data, Search search, const StreamTaker& take)
 {
     if (search == Search::none) return deflateInPieces(data, Z_HUFFMAN_ONLY, take);
     if (search == Search::runs) return deflateInPieces(data, Z_RLE, take);
-    return deflateAtOnce(data, levelOf(search), take);
+    return deflateSideBySide(data, levelOf(search), take);
 }
 
 std::size_t deflatedSize(ByteSpan data, Search search)

@@ -21,6 +21,7 @@ enum class StrangeOrder : char {
     lieAboutOutput,
     dieIfRich,
     eatMemory,
+    dieWithOneProcessor,
 };
 
 inline constexpr std::string_view orderMark = "strange order ";

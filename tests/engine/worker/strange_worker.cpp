@@ -8,6 +8,7 @@
 #include "formats/codec_preparation.h"
 #include "system/confinement.h"
 #include "system/message_channel.h"
+#include "system/side_by_side.h"
 #include "tests/engine/worker/strange_order.h"
 
 #include <fcntl.h>
@@ -115,6 +116,7 @@ public:
             for (volatile unsigned turns = 0;;)
                 turns = turns + 1;
         });
+        if (m_order == StrangeOrder::dieWithOneProcessor && usedProcessors() == 1) std::abort();
         if (m_order == StrangeOrder::lieAboutOutput) return ImageOptimizer::PictureSize{64, 48};
         return LocalPictureWork::encode(output, type);
     }

@@ -19,7 +19,8 @@ WorkerRequest someRequest()
                          .optimizeColorForSharing = true,
                          .removeColorManagement = false,
                          .removeMetadata = true},
-            .typeIdentifier = "public.heic"};
+            .typeIdentifier = "public.heic",
+            .processors = 255};
 }
 
 WorkerReply someReply()
@@ -42,6 +43,13 @@ WorkerReply failure(WorkError::Kind kind, const std::string& reason)
 TEST(WorkerMessages, CarryRequests)
 {
     EXPECT_EQ(requestIn(messageOf(someRequest())), someRequest());
+}
+
+TEST(WorkerMessages, DoNotLeaveAWorkerWithoutAProcessor)
+{
+    WorkerRequest request = someRequest();
+    request.processors = 0;
+    EXPECT_FALSE(requestIn(messageOf(request)));
 }
 
 TEST(WorkerMessages, CarryTheSettingsThatPixelsDependOn)

@@ -18,10 +18,13 @@
 
 #include <fcntl.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <future>
 #include <optional>
+#include <thread>
+#include <vector>
 
 namespace lumora {
 namespace {
@@ -234,6 +237,20 @@ TEST_F(StrangeWorkers, InheritNothing)
     ASSERT_TRUE(std::getenv("PATH"));
     EXPECT_TRUE(
         optimize(strangePhoto(StrangeOrder::dieIfRich), {.outputFormat = OutputFormat::png}).isSuccess);
+}
+
+TEST_F(StrangeWorkers, ShareTheProcessorsOut)
+{
+    const unsigned processors = std::thread::hardware_concurrency();
+    if (processors < 2) GTEST_SKIP() << "there is one processor";
+    const auto file = strangePhoto(StrangeOrder::dieWithOneProcessor);
+    const SettingsDraft draft{.outputFormat = OutputFormat::png};
+    EXPECT_TRUE(optimize(file, draft).isSuccess);
+    std::vector<std::unique_ptr<ImageOptimizer::PictureWork>> others(processors);
+    std::ranges::generate(others, [this] { return m_services.pixels({}); });
+    EXPECT_EQ(failureOf(file, draft), "Could not finish writing strange.png.");
+    others.clear();
+    EXPECT_TRUE(optimize(file, draft).isSuccess);
 }
 
 TEST_F(StrangeWorkers, ThatRunShortOfMemorySaySo)

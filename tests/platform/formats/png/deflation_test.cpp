@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "png/deflation.h"
 
+#include "system/side_by_side.h"
+
 #include <gtest/gtest.h>
 #include <zlib.h>
 
@@ -30,22 +32,33 @@ Data someData(std::size_t size)
 constexpr std::array everySearch{Search::none, Search::runs,  Search::trial,
                                  Search::deep, Search::usual, Search::thorough};
 
+Data streamOf(const Data& data, Search search)
+{
+    Data stream;
+    const auto status = deflate(data, search, [&](ByteSpan piece) -> Status {
+        stream.insert(stream.end(), piece.begin(), piece.end());
+        return Done{};
+    });
+    EXPECT_TRUE(status);
+    return stream;
+}
+
+Data inflated(const Data& stream, std::size_t size)
+{
+    Data data(size + 1);
+    auto length = uLongf(data.size());
+    EXPECT_EQ(uncompress(data.data(), &length, stream.data(), uLong(stream.size())), Z_OK);
+    data.resize(length);
+    return data;
+}
+
 TEST(Deflation, IsWhatInflationTurnsBack)
 {
     for (const Search search : everySearch) {
         for (const std::size_t size : {0U, 3U, 3U << 10U, 3U << 18U, 3U << 20U}) {
             const Data data = someData(size);
-            Data stream;
-            const auto status = deflate(data, search, [&](ByteSpan piece) -> Status {
-                stream.insert(stream.end(), piece.begin(), piece.end());
-                return Done{};
-            });
-            ASSERT_TRUE(status);
-            Data back(data.size() + 1);
-            auto length = uLongf(back.size());
-            ASSERT_EQ(uncompress(back.data(), &length, stream.data(), uLong(stream.size())), Z_OK);
-            back.resize(length);
-            EXPECT_TRUE(back == data) << static_cast<int>(search) << ' ' << size;
+            const Data stream = streamOf(data, search);
+            EXPECT_TRUE(inflated(stream, size) == data) << static_cast<int>(search) << ' ' << size;
             EXPECT_EQ(deflatedSize(data, search), stream.size());
         }
     }
@@ -58,6 +71,18 @@ TEST(Deflation, FindsWhatItIsToldToLookFor)
     const std::size_t runs = deflatedSize(data, Search::runs);
     EXPECT_LT(runs, codes);
     EXPECT_LT(deflatedSize(data, Search::usual), runs - runs / 3);
+}
+
+// Long data is compressed in pieces, whose ends lie at any bit.
+TEST(Deflation, IsTheSameOneStreamHoweverManyProcessorsWork)
+{
+    constexpr std::size_t size = std::size_t{45} << 20U;
+    const Data data = someData(size);
+    const Data alone = streamOf(data, Search::trial);
+    EXPECT_TRUE(inflated(alone, size) == data);
+    useProcessors(3);
+    EXPECT_TRUE(streamOf(data, Search::trial) == alone);
+    useProcessors(1);
 }
 
 // What is huge never lies in memory a second time where pieces will do.
