@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/preferences_file.h"
 
+#include "model/setting_conversion.h"
+
 #include <QSettings>
 
 namespace lumora {
@@ -29,7 +31,7 @@ void PreferencesFile::announceChanges()
     QStringList changedKeys;
     for (auto known = m_announced.begin(); known != m_announced.end(); ++known) {
         const QVariant now = value(known.key());
-        if (now == *known) continue;
+        if (isStoredAlike(now, *known)) continue;
         *known = now;
         changedKeys.append(known.key());
     }

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/preferences_store.h"
 
+#include "model/setting_conversion.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -75,7 +77,7 @@ void PreferencesStore::setValue(const QString& key, const QVariant& value)
 {
     readFile();
     const QVariant before = m_file.value(key);
-    if (value == before)
+    if (isStoredAlike(value, before))
         m_unsaved.remove(key);
     else
         m_unsaved.insert(key, {value, before});
@@ -89,7 +91,7 @@ void PreferencesStore::readFile()
 {
     m_file.sync();
     for (auto unsaved = m_unsaved.begin(); unsaved != m_unsaved.end();) {
-        const bool isSuperseded = m_file.value(unsaved.key()) != unsaved->before;
+        const bool isSuperseded = !isStoredAlike(m_file.value(unsaved.key()), unsaved->before);
         unsaved = isSuperseded ? m_unsaved.erase(unsaved) : std::next(unsaved);
     }
 }

@@ -57,6 +57,11 @@ std::optional<QByteArray> fromStored(const QVariant& stored)
     return text ? std::optional(text->toUtf8()) : std::nullopt;
 }
 
+bool isStoredAlike(const QVariant& a, const QVariant& b)
+{
+    return a.metaType() == b.metaType() && a == b;
+}
+
 QVariant toStored(bool value)
 {
     return value ? QStringLiteral("true") : QStringLiteral("false");

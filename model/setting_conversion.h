@@ -46,6 +46,9 @@ std::optional<T> fromStored(const QVariant& stored)
     return text ? fromRawValue<T>(text->toStdString()) : std::nullopt;
 }
 
+// Whether two values are stored alike. The toolkit's own comparison turns one type into the other first.
+bool isStoredAlike(const QVariant& a, const QVariant& b);
+
 // The form that is read back, so that a value compares equal before and after the way through the file.
 QVariant toStored(bool value);
 QVariant toStored(std::int64_t value);

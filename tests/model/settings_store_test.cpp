@@ -128,6 +128,21 @@ TEST_F(SettingsStoreTest, WhatIsNoValueOfItsTypeReadsAsTheDefaultAndStaysStored)
     EXPECT_EQ(stored(), "[General]\n" + lines + "\n");
 }
 
+// The toolkit takes a truth value and a number, or a list and a text, for equal when one can be turned into
+// the other.
+TEST_F(SettingsStoreTest, AValueOfAnotherTypeIsReplacedByItsNearestText)
+{
+    store("quality=@Variant(\\0\\0\\0\\x1\\x1)");
+    LumoraSettings settings(fileName());
+    EXPECT_EQ(settings.quality(), 82.0);
+    QStringList told;
+    QObject::connect(&settings, &LumoraSettings::changed, [&](const QString& key) { told.append(key); });
+    settings.quality.set(1);
+    EXPECT_EQ(settings.quality(), 1.0);
+    EXPECT_EQ(told, QStringList(QStringLiteral("quality")));
+    EXPECT_EQ(LumoraSettings(fileName()).quality(), 1.0);
+}
+
 TEST_F(SettingsStoreTest, ABadValueOutlivesTheAssignmentOfAnotherSetting)
 {
     store("outputFormat=gif");
