@@ -94,7 +94,7 @@ TEST_F(Workers, DrawTheVerySameParts)
     const auto drawnBy = [&](ImageOptimizer::PictureWork& work) {
         EXPECT_TRUE(work.open(source->get(), ImageOptimizer::PixelSettings{}.settings()));
         EXPECT_FALSE(work.look()->profile.empty());
-        const auto output = makeMemoryFile(15 * 10 * 4);
+        const auto output = makeMemoryFile(std::size_t{15} * 10 * 4);
         EXPECT_TRUE(work.drawPart(output->get(), part));
         const auto rows = MappedFile::map(output->get());
         return std::vector(rows->bytes().begin(), rows->bytes().end());
