@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <memory>
 #include <new>
 #include <optional>
@@ -17,8 +18,15 @@
 namespace lumora {
 namespace {
 
-// A piece knows nothing of what came before it; this long, that costs next to nothing.
-constexpr std::size_t pieceBytes = std::size_t{4} << 20U;
+// A piece knows nothing of what came before it. This long and this few, that costs a thousandth.
+constexpr std::size_t leastPiece = std::size_t{4} << 20U;
+constexpr std::size_t mostPieces = 16;
+
+// A power of two, as the number of processors mostly is: none waits for the last piece.
+std::size_t pieceCount(std::size_t bytes)
+{
+    return std::clamp<std::size_t>(std::bit_floor(bytes / leastPiece), 1, mostPieces);
+}
 
 struct CompressorDelete
 {
@@ -124,7 +132,7 @@ std::array<std::uint8_t, 4> checksumOf(ByteSpan data)
 Status deflateSideBySide(ByteSpan data, int level, const StreamTaker& take)
 {
     constexpr std::array<std::uint8_t, 2> head{0x78, 0xDA}; // looks back 32 KB, at leisure
-    const std::size_t count = std::max<std::size_t>(1, data.size() / pieceBytes);
+    const std::size_t count = pieceCount(data.size());
     std::vector<std::optional<Piece>> pieces(count);
     runSideBySide(count, [&](std::size_t i) {
         const std::size_t begin = data.size() / count * i;
