@@ -5,9 +5,17 @@
 // std::bad_alloc.
 #pragma once
 
-#include "png/deflation.h"
+#include "system/result.h"
+
+#include <cstdint>
+#include <functional>
+#include <span>
 
 namespace lumora {
+
+using ByteSpan = std::span<const std::uint8_t>;
+// Takes the stream in one piece or several.
+using StreamTaker = std::function<Status(ByteSpan piece)>;
 
 // `level` is libdeflate's, 1 to 12.
 Status deflateSideBySide(ByteSpan data, int level, const StreamTaker& take);

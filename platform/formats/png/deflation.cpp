@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "png/deflation.h"
 
-#include "png/deflate_pieces.h"
-
 #include <zlib.h>
 
 #include <algorithm>

@@ -3,22 +3,15 @@
 // Streams in the format of zlib. Any thread; throws std::bad_alloc.
 #pragma once
 
-#include "system/result.h"
+#include "png/deflate_pieces.h"
 
 #include <cstddef>
-#include <cstdint>
-#include <functional>
-#include <span>
 
 namespace lumora {
 
 // Which repetitions are replaced, from the quickest search to the slowest: none, so that codes alone save;
 // bytes equal to the one before; and more and more of all.
 enum class Search { none, runs, trial, deep, usual, thorough };
-
-using ByteSpan = std::span<const std::uint8_t>;
-// Takes the stream in one piece or several.
-using StreamTaker = std::function<Status(ByteSpan piece)>;
 
 Status deflate(ByteSpan data, Search search, const StreamTaker& take);
 std::size_t deflatedSize(ByteSpan data, Search search);
