@@ -3,15 +3,16 @@
 #include "heif/heic_encoder.h"
 
 #include "formats/codec_preparation.h"
+#include "heif/heic_picture.h"
 #include "heif/heic_quality.h"
 #include "heif/heif_handles.h"
 #include "heif/hevc_threads.h"
-#include "pixels/row_stream.h"
 
 #include <libheif/heif.h>
 #include <vips/vips.h>
 
 #include <array>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <span>
@@ -22,52 +23,7 @@ namespace lumora {
 namespace {
 
 using Encoder = std::unique_ptr<heif_encoder, HeifReleaser<heif_encoder_release>>;
-using Picture = std::unique_ptr<heif_image, HeifReleaser<heif_image_release>>;
 using Options = std::unique_ptr<heif_encoding_options, HeifReleaser<heif_encoding_options_free>>;
-
-void check(const heif_error& error)
-{
-    if (error.code == heif_error_Memory_allocation_error) throw outOfMemory();
-    if (error.code != heif_error_Ok) throw Error{error.message ? error.message : ""};
-}
-
-// The encoder takes interleaved RGB or RGBA; a gray picture is widened.
-Picture pictureOf(VipsImage* image)
-{
-    const int width = vips_image_get_width(image);
-    const int height = vips_image_get_height(image);
-    const int bands = vips_image_get_bands(image);
-    const bool hasAlpha = bands == 2 || bands == 4;
-    const int channels = hasAlpha ? 4 : 3;
-    heif_image* made = nullptr;
-    check(heif_image_create(width, height, heif_colorspace_RGB,
-                            hasAlpha ? heif_chroma_interleaved_RGBA : heif_chroma_interleaved_RGB, &made));
-    Picture picture(made);
-    check(heif_image_add_plane(made, heif_channel_interleaved, width, height, 8));
-    int stride = 0;
-    std::uint8_t* rows = heif_image_get_plane(made, heif_channel_interleaved, &stride);
-
-    const auto status = readRows(image, [&](int first, int count, const RowSpan& strip) -> Status {
-        for (int y = 0; y < count; ++y) {
-            const std::uint8_t* from = strip.first + y * strip.stride;
-            std::uint8_t* to = rows + static_cast<std::ptrdiff_t>(first + y) * stride;
-            for (int x = 0; x < width; ++x, from += bands, to += channels) {
-                for (int c = 0; c < 3; ++c)
-                    to[c] = from[bands <= 2 ? 0 : c];
-                if (hasAlpha) to[3] = from[bands - 1];
-            }
-        }
-        return Done{};
-    });
-    if (!status) throw status.error();
-    return picture;
-}
-
-void attachProfile(heif_image* picture, std::string_view profile)
-{
-    if (profile.empty()) return;
-    check(heif_image_set_raw_color_profile(picture, "prof", profile.data(), profile.size()));
-}
 
 using Parameter = std::pair<const char*, const char*>;
 
@@ -84,6 +40,15 @@ constexpr std::array savings{Parameter{"x265:sao", "1"}, Parameter{"x265:signhid
 constexpr std::array halfChromaSavings{Parameter{"x265:cbqpoffs", "2"}, Parameter{"x265:crqpoffs", "2"},
                                        Parameter{"x265:scaling-list", "default"}};
 constexpr std::array fullChromaSavings{Parameter{"x265:cbqpoffs", "6"}, Parameter{"x265:crqpoffs", "6"}};
+// A search among smaller blocks takes more than twice the time, which nobody waits for where a picture is
+// small.
+constexpr std::array smallPictures{Parameter{"x265:min-cu-size", "8"}};
+constexpr std::int64_t smallPicturePixels = 1 << 19;
+
+std::int64_t pixelsOf(VipsImage* image)
+{
+    return std::int64_t{vips_image_get_width(image)} * vips_image_get_height(image);
+}
 
 // An encoder that does not know a parameter does without it.
 void prefer(heif_encoder* encoder, std::span<const Parameter> parameters)
@@ -92,20 +57,21 @@ void prefer(heif_encoder* encoder, std::span<const Parameter> parameters)
         static_cast<void>(heif_encoder_set_parameter_string(encoder, name, value));
 }
 
-Encoder encoderFor(heif_context* context, int quality)
+Encoder encoderFor(heif_context* context, VipsImage* image, int quality)
 {
     heif_encoder* made = nullptr;
-    check(heif_context_get_encoder_for_format(context, heif_compression_HEVC, &made));
+    checkHeif(heif_context_get_encoder_for_format(context, heif_compression_HEVC, &made));
     Encoder encoder(made);
     prefer(made, stillPictures);
+    if (pixelsOf(image) <= smallPicturePixels) prefer(made, smallPictures);
     constexpr int nothingSaved = 100;
     if (quality < nothingSaved) {
         prefer(made, savings);
         prefer(made, quality < fullChromaQuality ? std::span<const Parameter>(halfChromaSavings)
                                                  : fullChromaSavings);
     }
-    check(heif_encoder_set_parameter_string(made, "chroma", quality < fullChromaQuality ? "420" : "444"));
-    check(heif_encoder_set_lossy_quality(made, encoderQualityOf(quality)));
+    checkHeif(heif_encoder_set_parameter_string(made, "chroma", quality < fullChromaQuality ? "420" : "444"));
+    checkHeif(heif_encoder_set_lossy_quality(made, encoderQualityOf(quality)));
     return encoder;
 }
 
@@ -114,9 +80,10 @@ void addMetadata(heif_context* context, heif_image_handle* handle, const EncodeR
     const std::string exif = exifBlock(request.metadata, request.facts);
     const std::string xmp = xmpPacket(request.metadata, request.facts);
     if (!exif.empty())
-        check(heif_context_add_exif_metadata(context, handle, exif.data(), static_cast<int>(exif.size())));
+        checkHeif(
+            heif_context_add_exif_metadata(context, handle, exif.data(), static_cast<int>(exif.size())));
     if (!xmp.empty())
-        check(heif_context_add_XMP_metadata(context, handle, xmp.data(), static_cast<int>(xmp.size())));
+        checkHeif(heif_context_add_XMP_metadata(context, handle, xmp.data(), static_cast<int>(xmp.size())));
 }
 
 struct Output
@@ -137,13 +104,12 @@ heif_error appendToFile(heif_context*, const void* data, size_t size, void* outp
 void encodeTo(const EncodeRequest& request, OutputFile& file)
 {
     const HeifContext context(heif_context_alloc());
-    Picture picture = pictureOf(request.image);
-    attachProfile(picture.get(), blobOf(request.image, VIPS_META_ICC_NAME));
-    const Encoder encoder = encoderFor(context.get(), request.quality);
+    HeifPicture picture = heicPictureOf(request.image, request.quality >= fullChromaQuality);
+    const Encoder encoder = encoderFor(context.get(), request.image, request.quality);
     const Options options(heif_encoding_options_alloc());
     options->save_alpha_channel = 1;
     heif_image_handle* made = nullptr;
-    check(heif_context_encode_image(context.get(), picture.get(), encoder.get(), options.get(), &made));
+    checkHeif(heif_context_encode_image(context.get(), picture.get(), encoder.get(), options.get(), &made));
     const HeifHandle handle(made);
     picture.reset();
     addMetadata(context.get(), made, request);
@@ -152,7 +118,7 @@ void encodeTo(const EncodeRequest& request, OutputFile& file)
     heif_writer writer{1, appendToFile};
     const heif_error written = heif_context_write(context.get(), &writer, &output);
     if (output.error) throw *output.error;
-    check(written);
+    checkHeif(written);
 }
 
 } // namespace
@@ -171,10 +137,10 @@ void prepareHevcEncoder()
     const VipsImagePtr image(black);
     try {
         const HeifContext context(heif_context_alloc());
-        const Picture picture = pictureOf(black);
-        const Encoder encoder = encoderFor(context.get(), 1);
+        const HeifPicture picture = heicPictureOf(black, false);
+        const Encoder encoder = encoderFor(context.get(), black, 1);
         heif_image_handle* made = nullptr;
-        check(heif_context_encode_image(context.get(), picture.get(), encoder.get(), nullptr, &made));
+        checkHeif(heif_context_encode_image(context.get(), picture.get(), encoder.get(), nullptr, &made));
         const HeifHandle handle(made);
     } catch (const Error&) {
         takeVipsError();

@@ -3,8 +3,6 @@
 #include "jpeg/block_rows.h"
 
 #include "jpeg/block_activity.h"
-#include "jpeg/chroma_halving.h"
-#include "jpeg/component_rows.h"
 #include "jpeg/forward_dct.h"
 
 #include <algorithm>
@@ -13,10 +11,6 @@
 
 namespace lumora {
 namespace {
-
-// Rows of blocks wait for what is known three pairs of rows later.
-constexpr int fullRows = 32;
-constexpr int halfRows = 16;
 
 std::array<const float*, 8> blockAt(const RowRing& samples, int row, int column)
 {
@@ -27,102 +21,38 @@ std::array<const float*, 8> blockAt(const RowRing& samples, int row, int column)
     return rows;
 }
 
+ChromaRows chromaOf(const CoefficientShape& shape)
+{
+    if (shape.components == 1) return ChromaRows::None;
+    return shape.hasHalvedChroma ? ChromaRows::SharpenedMeans : ChromaRows::Full;
+}
+
+ComponentShape componentsOf(const CoefficientShape& shape, const CoefficientWriter& writer)
+{
+    return {shape.width, shape.height, 8 * writer.blocksAcross(0), 8 * writer.blocksDown(0), chromaOf(shape)};
+}
+
 } // namespace
 
 BlockRows::BlockRows(const CoefficientShape& shape, const std::vector<ComponentCoding>& codings,
                      CoefficientWriter& writer)
     : m_shape(shape), m_writer(writer), m_quantizers(codings.begin(), codings.end()),
-      m_paddedHeight(8 * writer.blocksDown(0)), m_luma(8 * writer.blocksAcross(0), fullRows),
+      m_paddedHeight(8 * writer.blocksDown(0)),
+      m_components(componentsOf(shape, writer), [this](int row) { advance(row); }),
       m_activities(static_cast<std::size_t>(2 * writer.blocksAcross(0)))
 {
-    if (!isColor()) return;
-    m_color.assign(2, RowRing(m_luma.width(), fullRows));
-    if (!shape.hasHalvedChroma) return;
-    m_means.assign(2, RowRing(m_luma.width() / 2, halfRows));
-    m_sharp = m_means;
-    m_shown.assign(2, RowRing(m_luma.width(), 1));
-}
-
-void BlockRows::add(const std::uint8_t* row)
-{
-    const int y = m_rows;
-    if (isColor()) {
-        rgbToComponents(row, m_shape.width, m_luma.row(y), m_color[0].row(y), m_color[1].row(y));
-        for (RowRing& color : m_color)
-            color.extend(y, m_shape.width);
-    } else {
-        grayToComponent(row, m_shape.width, m_luma.row(y));
-    }
-    m_luma.extend(y, m_shape.width);
-    advance();
-}
-
-void BlockRows::finish()
-{
-    while (m_rows < m_paddedHeight) {
-        m_luma.copyRow(m_rows - 1, m_rows);
-        for (RowRing& color : m_color)
-            color.copyRow(m_rows - 1, m_rows);
-        advance();
-    }
-    if (!m_shape.hasHalvedChroma) return;
-    const int pairs = m_paddedHeight / 2;
-    sharpen(pairs - 1);
-    settle(pairs - 2);
-    settle(pairs - 1);
 }
 
 // With full colour a row of blocks is ready a row later, which its last row's contrast looks at.
-void BlockRows::advance()
+void BlockRows::advance(int row)
 {
-    const int y = m_rows++;
-    if (!m_shape.hasHalvedChroma) {
-        const bool isLast = m_rows == m_paddedHeight;
-        if (y > 0 && y % 8 == 0) writeBlocks(y / 8 - 1);
-        if (isLast) writeBlocks(y / 8);
+    if (m_shape.hasHalvedChroma) {
+        if (row % 16 == 15) writeBlocks(row / 16);
         return;
     }
-    if (y % 2 == 0) return;
-    const int pair = y / 2;
-    halve(pair);
-    if (pair >= 1) sharpen(pair - 1);
-    if (pair >= 2) settle(pair - 2);
-}
-
-void BlockRows::halve(int pair)
-{
-    for (std::size_t i = 0; i < 2; ++i) {
-        RowRing& means = m_means[i];
-        halveRows(m_color[i].row(2 * pair), m_color[i].row(2 * pair + 1), means.width(), means.row(pair));
-        means.extend(pair, means.width());
-    }
-}
-
-void BlockRows::sharpen(int pair)
-{
-    const int above = std::max(pair - 1, 0);
-    const int below = std::min(pair + 1, m_paddedHeight / 2 - 1);
-    for (std::size_t i = 0; i < 2; ++i) {
-        const RowRing& means = m_means[i];
-        sharpenRow(means.row(above), means.row(pair), means.row(below), means.width(), m_sharp[i].row(pair));
-        m_sharp[i].extend(pair, means.width());
-    }
-}
-
-// Gives both rows of a pair the brightness that goes with its stored colours.
-void BlockRows::settle(int pair)
-{
-    const int neighbors[] = {std::max(pair - 1, 0), std::min(pair + 1, m_paddedHeight / 2 - 1)};
-    for (int lower = 0; lower < 2; ++lower) {
-        const int y = 2 * pair + lower;
-        for (std::size_t i = 0; i < 2; ++i)
-            doubleRow(m_sharp[i].row(pair), m_sharp[i].row(neighbors[lower]), m_sharp[i].width(),
-                      m_shown[i].row(0));
-        keepLight({m_color[0].row(y), m_color[1].row(y)}, {m_shown[0].row(0), m_shown[1].row(0)},
-                  m_luma.width(), m_luma.row(y));
-        m_luma.extend(y, m_luma.width());
-    }
-    if (pair % 8 == 7) writeBlocks(pair / 8);
+    const bool isLast = row + 1 == m_paddedHeight;
+    if (row > 0 && row % 8 == 0) writeBlocks(row / 8 - 1);
+    if (isLast) writeBlocks(row / 8);
 }
 
 void BlockRows::writeBlocks(int row)
@@ -133,16 +63,16 @@ void BlockRows::writeBlocks(int row)
     } else {
         writeLuma(row);
     }
-    const std::vector<RowRing>& stored = m_shape.hasHalvedChroma ? m_sharp : m_color;
-    for (std::size_t i = 0; i < stored.size(); ++i)
-        writeChroma(static_cast<int>(i) + 1, stored[i], row);
+    for (int component = 1; component < m_shape.components; ++component)
+        writeChroma(component, row);
 }
 
 void BlockRows::findActivities(int row, float* activities) const
 {
     BlockSurroundings rows{};
     for (int i = 0; i < 10; ++i)
-        rows[static_cast<std::size_t>(i)] = m_luma.row(std::clamp(8 * row + i - 1, 0, m_paddedHeight - 1));
+        rows[static_cast<std::size_t>(i)] =
+            m_components.luma().row(std::clamp(8 * row + i - 1, 0, m_paddedHeight - 1));
     blockActivities(rows, m_writer.blocksAcross(0), activities);
 }
 
@@ -156,7 +86,7 @@ void BlockRows::writeLuma(int row)
     findActivities(row, activities);
     DctBlock frequencies;
     for (int x = 0; x < across; ++x, blocks += frequencies.size()) {
-        forwardDct(blockAt(m_luma, row, x), frequencies);
+        forwardDct(blockAt(m_components.luma(), row, x), frequencies);
         m_quantizers[0].quantize(frequencies, activities[x], blocks);
     }
 }
@@ -173,11 +103,12 @@ float BlockRows::colorActivity(int row, int column) const
            4;
 }
 
-void BlockRows::writeChroma(int component, const RowRing& samples, int row)
+void BlockRows::writeChroma(int component, int row)
 {
     std::int16_t* blocks = m_writer.blockRow(component, row);
     m_isGood = m_isGood && blocks;
     if (!m_isGood) return;
+    const RowRing& samples = m_components.chroma(component - 1);
     DctBlock frequencies;
     for (int x = 0; x < m_writer.blocksAcross(component); ++x, blocks += frequencies.size()) {
         forwardDct(blockAt(samples, row, x), frequencies);

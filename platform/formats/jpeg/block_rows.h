@@ -3,9 +3,9 @@
 // From a picture's rows to its coefficients, a row of blocks as soon as its samples are there. One thread.
 #pragma once
 
+#include "components/component_stream.h"
 #include "jpeg/block_quantizer.h"
 #include "jpeg/coefficient_writer.h"
-#include "jpeg/row_ring.h"
 
 #include <cstdint>
 #include <vector>
@@ -18,23 +18,21 @@ public:
     // One coding for each component. The writer has been started.
     BlockRows(const CoefficientShape& shape, const std::vector<ComponentCoding>& codings,
               CoefficientWriter& writer);
+    BlockRows(const BlockRows&) = delete;
+    BlockRows& operator=(const BlockRows&) = delete;
 
     // The next row, of one grey component or of RGB.
-    void add(const std::uint8_t* row);
+    void add(const std::uint8_t* row) { m_components.add(row); }
     // After the last one.
-    void finish();
+    void finish() { m_components.finish(); }
     // Whether the writer took everything so far.
     bool isGood() const { return m_isGood; }
 
 private:
-    bool isColor() const { return m_shape.components == 3; }
-    void advance();
-    void halve(int pair);
-    void sharpen(int pair);
-    void settle(int pair);
+    void advance(int row);
     void writeBlocks(int row);
     void writeLuma(int row);
-    void writeChroma(int component, const RowRing& samples, int row);
+    void writeChroma(int component, int row);
     void findActivities(int row, float* activities) const;
     float colorActivity(int row, int column) const;
 
@@ -42,13 +40,8 @@ private:
     CoefficientWriter& m_writer;
     std::vector<BlockQuantizer> m_quantizers;
     int m_paddedHeight;
-    RowRing m_luma;
-    std::vector<RowRing> m_color; // of the two differences: at full resolution,
-    std::vector<RowRing> m_means; // halved,
-    std::vector<RowRing> m_sharp; // as stored,
-    std::vector<RowRing> m_shown; // and as decoders will show them
+    ComponentStream m_components;
     std::vector<float> m_activities;
-    int m_rows = 0;
     bool m_isGood = true;
 };
 

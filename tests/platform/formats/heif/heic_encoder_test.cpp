@@ -6,6 +6,9 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
+#include <cstddef>
+
 namespace lumora {
 namespace {
 
@@ -15,6 +18,19 @@ protected:
     test::Pixels writtenPixels(const test::Pixels& pixels, double quality = 0.9)
     {
         return test::load(written(redrawn(pixels), "public.heic", quality));
+    }
+    // Linear, summed over all pixels.
+    static double lightOf(const test::Pixels& pixels)
+    {
+        double light = 0;
+        for (int y = 0; y < pixels.height; ++y) {
+            for (int x = 0; x < pixels.width; ++x) {
+                const auto color = pixels.at(x, y);
+                light += 0.2126 * std::pow(color[0] / 255.0, 2.2) + 0.7152 * std::pow(color[1] / 255.0, 2.2) +
+                         0.0722 * std::pow(color[2] / 255.0, 2.2);
+            }
+        }
+        return light;
     }
     static void expectClose(const std::vector<int>& found, const std::vector<int>& wanted)
     {
@@ -48,6 +64,33 @@ TEST_F(Heic, GivesColoursAndTransparencyCloselyAtEveryQuality)
         expectClose(writtenPixels(test::corneredPicture(256, 192), quality).at(32, 32),
                     test::corneredPicture(256, 192).at(32, 32));
     }
+}
+
+TEST_F(Heic, HoldsEverySmallSize)
+{
+    for (int edge = 1; edge <= 18; ++edge) {
+        for (const double quality : {0.82, 0.95}) {
+            SCOPED_TRACE(edge);
+            const auto heic =
+                writtenPixels(test::uniformPicture(edge, 19 - edge, {200, 100, 40, 120}), quality);
+            ASSERT_EQ(heic.width, edge);
+            ASSERT_EQ(heic.height, 19 - edge);
+            expectClose(heic.at(0, 0), {200, 100, 40, 120});
+            expectClose(heic.at(edge - 1, 18 - edge), {200, 100, 40, 120});
+        }
+    }
+}
+
+// Stripes a pixel wide lose their colours where those are halved, but shall not look lighter from afar.
+TEST_F(Heic, KeepsTheLightOfColouredEdges)
+{
+    test::Pixels stripes = test::uniformPicture(64, 64, {210, 60, 60});
+    for (std::size_t i = 0; i + 6 <= stripes.bytes.size(); i += 6) {
+        stripes.bytes[i] = 60;
+        stripes.bytes[i + 1] = 60;
+        stripes.bytes[i + 2] = 210;
+    }
+    EXPECT_NEAR(lightOf(writtenPixels(stripes, 0.89)), lightOf(stripes), 0.03 * lightOf(stripes));
 }
 
 TEST_F(Heic, WidensGray)

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "jpeg/chroma_halving.h"
+#include "components/chroma_halving.h"
 
 #include <gtest/gtest.h>
 

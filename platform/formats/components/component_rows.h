@@ -23,4 +23,7 @@ void grayToComponent(const std::uint8_t* gray, int width, float* luma);
 void rgbToComponents(const std::uint8_t* rgb, int width, float* luma, float* blueDifference,
                      float* redDifference);
 
+// As stored in 8 bits: rounded, from 0 to 255.
+void componentToBytes(const float* component, int width, std::uint8_t* bytes);
+
 } // namespace lumora

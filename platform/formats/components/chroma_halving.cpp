@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "jpeg/chroma_halving.h"
+#include "components/chroma_halving.h"
 
-#include "jpeg/component_rows.h"
+#include "components/component_rows.h"
 #include "pixels/vector_clones.h"
 
 #include <algorithm>

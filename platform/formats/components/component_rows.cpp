@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "jpeg/component_rows.h"
+#include "components/component_rows.h"
 
 #include "pixels/vector_clones.h"
 
@@ -52,6 +52,12 @@ LUMORA_VECTOR_CLONES void rgbToComponents(const std::uint8_t* rgb, int width, fl
         partedToComponents(parted[0].data(), parted[1].data(), parted[2].data(), count, luma + first,
                            blueDifference + first, redDifference + first);
     }
+}
+
+LUMORA_VECTOR_CLONES void componentToBytes(const float* component, int width, std::uint8_t* bytes)
+{
+    for (int x = 0; x < width; ++x)
+        bytes[x] = static_cast<std::uint8_t>(std::min(std::max(component[x] + 128.5F, 0.0F), 255.0F));
 }
 
 } // namespace lumora
