@@ -4,6 +4,7 @@
 
 #include "engine/batch_outputs.h"
 #include "engine/file_attributes.h"
+#include "engine/kept_folders.h"
 #include "engine/opened_picture.h"
 #include "engine/output_path.h"
 #include "engine/output_plan.h"
@@ -87,10 +88,10 @@ try {
 }
 
 // Where it cannot be made, the output says so.
-void makeFolderOf(const OutputPlan& output)
+void makeFolderOf(const Job& job, const OutputPlan& output)
 {
-    std::error_code error;
-    std::filesystem::create_directories(output.path.parent_path(), error);
+    const auto made = makeFolders(output.path.parent_path());
+    if (job.services.trace) job.services.trace->madeFolders = made;
 }
 
 // Where something else is given up for the output, nobody's word is enough.
@@ -175,7 +176,7 @@ try {
     traceSource(job, picture.stamp());
     const OutputPlan planned = planFor(job, picture);
     const ExistingFile permission = permissionFor(job, planned, picture);
-    if (settings.keepFolders) makeFolderOf(planned);
+    if (settings.keepFolders) makeFolderOf(job, planned);
     FinishedOutput finished =
         finishedOutput(job, planned, picture, encode(job, planned, picture), originalBytes);
 

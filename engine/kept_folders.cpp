@@ -4,6 +4,8 @@
 
 #include "system/paths.h"
 
+#include <system_error>
+
 namespace lumora::ImageOptimizer {
 
 KeptFolders::KeptFolders(const std::vector<std::filesystem::path>& dropped, const OptimizerSettings& settings)
@@ -24,6 +26,20 @@ std::filesystem::path KeptFolders::below(const std::filesystem::path& input) con
         }
         if (!root.has_relative_path()) return {};
     }
+}
+
+std::vector<std::filesystem::path> makeFolders(const std::filesystem::path& folder)
+{
+    std::vector<std::filesystem::path> missing;
+    std::error_code error;
+    for (auto at = folder; at.has_relative_path() && !std::filesystem::exists(at, error);
+         at = at.parent_path())
+        missing.push_back(at);
+    std::vector<std::filesystem::path> made;
+    for (auto outermost = missing.rbegin(); outermost != missing.rend(); ++outermost) {
+        if (std::filesystem::create_directory(*outermost, error)) made.push_back(*outermost);
+    }
+    return made;
 }
 
 } // namespace lumora::ImageOptimizer

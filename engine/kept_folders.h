@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Outputs in a chosen folder that lie in it as their originals lie in the folders that were dropped. Names
-// only; any thread.
+// only, unless told otherwise; any thread.
 #pragma once
 
 #include "records/optimizer_settings.h"
@@ -24,5 +24,9 @@ public:
 private:
     std::unordered_set<std::string> m_dropped; // standardized; empty where no folders are kept
 };
+
+// Makes what is missing of a folder and of those that it lies in, and returns what was made, the outermost
+// first. What cannot be made is missed when the output is written there.
+std::vector<std::filesystem::path> makeFolders(const std::filesystem::path& folder);
 
 } // namespace lumora::ImageOptimizer

@@ -276,6 +276,13 @@ std::optional<std::vector<BatchSummary>> History::lastToUndo()
     return found;
 }
 
+std::vector<std::filesystem::path> History::foldersMadeWith(const std::vector<FileRecord>& files)
+{
+    std::vector<std::filesystem::path> found;
+    use([&](HistoryDatabase& database) { found = database.foldersMadeWith(files); });
+    return found;
+}
+
 void History::markUndone(const std::vector<std::int64_t>& files)
 {
     use([&](HistoryDatabase& database) { database.markUndone(files); });

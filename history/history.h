@@ -72,6 +72,9 @@ public:
                                                   const std::filesystem::path& output);
     // That of the newest output that was not taken back; no batch when there is none.
     std::optional<std::vector<BatchSummary>> lastToUndo();
+    // What the batches of these files made for their outputs, folders before those within them; none when it
+    // cannot be read.
+    std::vector<std::filesystem::path> foldersMadeWith(const std::vector<FileRecord>& files);
     void markUndone(const std::vector<std::int64_t>& files);
 
     // What went wrong last, in words for people; empty when nothing did.

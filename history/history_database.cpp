@@ -11,6 +11,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <set>
 #include <string_view>
 #include <utility>
 
@@ -215,6 +216,11 @@ void HistoryDatabase::addFile(std::int64_t batch, const FileRecord& file)
     bindPath(row, 15, trace.trashedReplaced);
     row.bind(16, file.isSuccess ? 1 : 0).bindText(17, file.message).run();
     m_rowToAdd = std::move(row);
+    for (const auto& folder : trace.madeFolders)
+        m_database.statement("INSERT INTO folders VALUES(?, ?)")
+            .bind(1, batch)
+            .bindBytes(2, folder.native())
+            .run();
 }
 
 // Files are numbered one after the other, so that their number tells without counting how many there are:
@@ -231,6 +237,8 @@ void HistoryDatabase::prune(std::int64_t now)
         .run();
     m_database.run("DELETE FROM batches WHERE (SELECT min(batch) FROM files) IS NULL OR"
                    " id < (SELECT min(batch) FROM files)");
+    m_database.run("DELETE FROM folders WHERE (SELECT min(batch) FROM files) IS NULL OR"
+                   " batch < (SELECT min(batch) FROM files)");
 }
 
 std::vector<std::string> HistoryDatabase::digestsOf(const std::filesystem::path& output,
@@ -332,6 +340,25 @@ std::vector<FileRecord> HistoryDatabase::filesNumbered(const std::vector<std::in
     return found;
 }
 
+std::vector<std::filesystem::path> HistoryDatabase::foldersMadeWith(const std::vector<FileRecord>& files)
+{
+    std::set<std::int64_t> batches;
+    Statement batchOf = m_database.statement("SELECT batch FROM files WHERE id = ?");
+    for (const FileRecord& file : files) {
+        batchOf.bind(1, file.id);
+        if (batchOf.step()) batches.insert(batchOf.integer(0));
+        batchOf.run();
+    }
+    std::set<std::filesystem::path> found;
+    for (const std::int64_t batch : batches) {
+        Statement made = m_database.statement("SELECT folder FROM folders WHERE batch = ?");
+        made.bind(1, batch);
+        while (made.step())
+            found.insert(made.bytes(0));
+    }
+    return {found.begin(), found.end()};
+}
+
 void HistoryDatabase::markUndone(const std::vector<std::int64_t>& files)
 {
     Transaction marking(m_database);
@@ -358,7 +385,8 @@ void HistoryDatabase::setLimits(const HistoryLimits& limits)
 
 void HistoryDatabase::clear()
 {
-    m_database.run("DELETE FROM files; DELETE FROM batches; VACUUM; PRAGMA wal_checkpoint(TRUNCATE)");
+    m_database.run("DELETE FROM files; DELETE FROM batches; DELETE FROM folders; VACUUM; PRAGMA "
+                   "wal_checkpoint(TRUNCATE)");
 }
 
 } // namespace lumora

@@ -53,6 +53,8 @@ public:
     // At most one each.
     std::vector<FileRecord> lastOf(const std::filesystem::path& source, const std::filesystem::path& output);
     std::vector<BatchSummary> lastToUndo();
+    // What the batches of these files made for their outputs, folders before those within them.
+    std::vector<std::filesystem::path> foldersMadeWith(const std::vector<FileRecord>& files);
     void markUndone(const std::vector<std::int64_t>& files);
 
     HistoryLimits limits();

@@ -40,6 +40,10 @@ CREATE TABLE limits(files INTEGER NOT NULL, days INTEGER NOT NULL);
 PRAGMA user_version = 1;
 )";
 
+// Those that a batch made for its outputs. Came later; older programs do not miss it.
+constexpr const char* folders =
+    "CREATE TABLE IF NOT EXISTS folders(batch INTEGER NOT NULL, folder BLOB NOT NULL)";
+
 bool hasOurTables(Sqlite& database)
 {
     return database.number(
@@ -55,12 +59,17 @@ FoundDatabase prepareDatabase(Sqlite& database)
     database.run("PRAGMA synchronous = NORMAL");
     const std::int64_t found = database.number("PRAGMA user_version");
     if (found > version) return FoundDatabase::newer;
-    if (found == version) return hasOurTables(database) ? FoundDatabase::ours : FoundDatabase::damaged;
+    if (found == version) {
+        if (!hasOurTables(database)) return FoundDatabase::damaged;
+        database.run(folders);
+        return FoundDatabase::ours;
+    }
     database.run("PRAGMA journal_mode = WAL");
     Transaction making(database);
     if (database.number("PRAGMA user_version") == version) return FoundDatabase::ours;
     if (database.number("SELECT count(*) FROM sqlite_master") != 0) return FoundDatabase::damaged;
     database.run(tables);
+    database.run(folders);
     making.commit();
     return FoundDatabase::ours;
 }

@@ -9,6 +9,8 @@
 #include "system/regular_file.h"
 #include "system/trash.h"
 
+#include <unistd.h>
+
 #include <utility>
 #include <vector>
 
@@ -146,6 +148,13 @@ UndoneFile undoAlone(const std::filesystem::path& history, const FileRecord& fil
     return alone ? undo.run() : undo.refusal("another undo does not come to its end");
 }
 
+// A folder that holds anything else stays.
+void removeEmptied(const std::vector<std::filesystem::path>& folders)
+{
+    for (auto last = folders.rbegin(); last != folders.rend(); ++last) // those within others come first
+        ::rmdir(last->c_str());
+}
+
 } // namespace
 
 void undoFiles(History& history, const std::vector<FileRecord>& files, UndoMode mode,
@@ -166,6 +175,7 @@ void undoFiles(History& history, const std::vector<FileRecord>& files, UndoMode 
         report(undone);
     }
     mark();
+    if (mode == UndoMode::forReal) removeEmptied(history.foldersMadeWith(files));
 }
 
 bool undoBatch(History& history, std::int64_t batch, UndoMode mode, const UndoReport& report,

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Takes a batch back: outputs that are still what was written go to the Trash, originals and what was
-// replaced come out of it. Nothing is ever overwritten or removed, and at every moment each file is in its
-// place or in the Trash; so an undo that was cut off can be run again, and one that is run twice finds
-// nothing to do. What was changed since, is missing, or whose place is taken stays as it is. One thread;
-// blocks.
+// replaced come out of it. Nothing is ever overwritten, and nothing removed but the folders that the batch
+// made, once they are empty; at every moment each file is in its place or in the Trash. So an undo that was
+// cut off can be run again, and one that is run twice finds nothing to do. What was changed since, is
+// missing, or whose place is taken stays as it is. One thread; blocks.
 #pragma once
 
 #include "history/history.h"

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace lumora {
 
@@ -29,6 +30,7 @@ struct FileTrace
     std::optional<std::filesystem::path> trashedOriginal = {}; // where, if that is known
     std::optional<FileState> replaced = {};                    // what stood at the output's place
     std::optional<std::filesystem::path> trashedReplaced = {}; // where that went; absent: nowhere
+    std::vector<std::filesystem::path> madeFolders = {};       // for the output, the outermost first
 };
 
 } // namespace lumora

@@ -84,6 +84,26 @@ TEST_F(CliHistory, undoOfABatchThatWroteNothingSaysSo)
     EXPECT_THAT(undone.complaints, HasSubstr("batch 1 wrote nothing that could be undone"));
 }
 
+TEST_F(CliHistory, undoRemovesTheFoldersThatOnlyTheBatchNeeded)
+{
+    fs::create_directories(in("album/2025/may"));
+    fs::create_directories(in("album/2026"));
+    fs::create_directories(out("2026"));
+    fs::rename(photograph("x.jpg"), in("album/2025/a.jpg"));
+    fs::rename(photograph("y.jpg"), in("album/2025/may/a.jpg"));
+    fs::rename(photograph("z.jpg"), in("album/2026/a.jpg"));
+    ASSERT_EQ(go({"--keep-folders", "-o", out(""), "album"}).status, 0);
+    EXPECT_TRUE(fs::exists(out("2025/may/a.webp")));
+    EXPECT_EQ(go({"undo"}).status, 0);
+    EXPECT_THAT(outputs(), ElementsAre("2026"));
+
+    ASSERT_EQ(go({"--keep-folders", "-o", out(""), "album"}).status, 0);
+    writeFile(out("2025/somebody's"), "notes");
+    EXPECT_EQ(go({"undo"}).status, 0);
+    EXPECT_EQ(readFile(out("2025/somebody's")), "notes");
+    EXPECT_FALSE(fs::exists(out("2025/may")));
+}
+
 TEST_F(CliHistory, olderBatchesAreUndoneByNumber)
 {
     photograph("a.jpg");

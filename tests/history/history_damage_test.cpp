@@ -104,6 +104,24 @@ TEST_F(HistoryDamage, AnEmptyFileIsAHistoryWithoutRows)
     EXPECT_THAT(m_complaints, IsEmpty());
 }
 
+TEST_F(HistoryDamage, GoesOnFromBeforeFoldersWereRemembered)
+{
+    remember(1);
+    change("DROP TABLE folders");
+    FileRecord file = row("/in/next.jpg");
+    file.trace.madeFolders = {"/out/a", "/out/a/b"};
+    {
+        const auto history = open();
+        history->add(history->begin("test", "webp"), file);
+    }
+    const auto history = open();
+    const auto files = history->filesOf(2);
+    ASSERT_TRUE(files);
+    EXPECT_THAT(history->foldersMadeWith(*files), testing::ElementsAre("/out/a", "/out/a/b"));
+    EXPECT_THAT(history->foldersMadeWith(history->filesOf(1).value()), testing::IsEmpty());
+    EXPECT_THAT(m_complaints, testing::IsEmpty());
+}
+
 TEST_F(HistoryDamage, ThatOfANewerVersionIsSetAsideWhole)
 {
     remember(3);

@@ -56,6 +56,17 @@ protected:
         file.trace.trashedOriginal = trash(file.source);
     }
 
+    // Written where the batch had to make two folders first, one within the other.
+    FileRecord inMadeFolders(const std::string& name)
+    {
+        FileRecord file = optimized(name);
+        file.output = m_folder / "made" / "within" / (name + ".webp");
+        if (fs::create_directories(file.output->parent_path()))
+            file.trace.madeFolders = {m_folder / "made", m_folder / "made" / "within"};
+        write(file);
+        return file;
+    }
+
     void replaceOlder(FileRecord& file) const
     {
         writeFile(*file.output, "older");
@@ -110,6 +121,35 @@ TEST_F(Undo, BringsTheOriginalAndWhatWasReplacedBackWithTheirTimes)
     EXPECT_FALSE(fs::exists(*file.trace.trashedOriginal));
     const fs::path info = file.trace.trashedOriginal->parent_path().parent_path() / "info/a.jpg.trashinfo";
     EXPECT_FALSE(fs::exists(info));
+}
+
+TEST_F(Undo, RemovesTheFoldersThatTheBatchMadeOnceTheyAreEmpty)
+{
+    const FileRecord first = inMadeFolders("first");
+    const FileRecord second = inMadeFolders("second");
+    rememberAll({first, second});
+    undo(UndoMode::dryRun);
+    EXPECT_TRUE(fs::exists(*first.output));
+    {
+        const auto history = open();
+        const auto files = history->filesOf(1).value();
+        undoFiles(*history, {files[0]}, UndoMode::forReal, [](const UndoneFile&) {});
+        EXPECT_FALSE(fs::exists(*first.output));
+        EXPECT_TRUE(fs::exists(*second.output));
+        undoFiles(*history, {files[1]}, UndoMode::forReal, [](const UndoneFile&) {});
+    }
+    EXPECT_FALSE(fs::exists(m_folder / "made"));
+    EXPECT_TRUE(fs::exists(first.source));
+}
+
+TEST_F(Undo, LeavesFoldersThatItDidNotMake)
+{
+    fs::create_directories(m_folder / "made" / "within");
+    const FileRecord file = inMadeFolders("a");
+    rememberAll({file});
+    undo();
+    EXPECT_TRUE(fs::exists(m_folder / "made" / "within"));
+    EXPECT_FALSE(fs::exists(*file.output));
 }
 
 TEST_F(Undo, TwiceIsHarmless)
