@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/settings_words.h"
 
+#include "system/paths.h"
+
 #include <charconv>
 #include <iterator>
 
@@ -45,8 +47,9 @@ std::string settingsWords(const OptimizerSettings& settings)
     add(settings.removeColorManagement, "without profile");
     add(settings.removeMetadata, "without metadata");
     add(settings.moveOriginalToTrash, "originals to the Trash");
-    add(settings.destinationMode == DestinationMode::selectedFolder && settings.destinationFolderURL,
-        "to " + settings.destinationFolderURL.value_or("").native());
+    // A history is read from other folders than the one that the batch ran in.
+    if (settings.destinationMode == DestinationMode::selectedFolder && settings.destinationFolderURL)
+        words.append(", to ").append(standardized(*settings.destinationFolderURL).native());
     return words;
 }
 

@@ -4,7 +4,9 @@
 
 #include "tests/support/settings.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
+
+#include <filesystem>
 
 namespace lumora {
 namespace {
@@ -28,6 +30,13 @@ TEST(SettingsWords, SayWhatABatchWasGiven)
                                       .quality = 70.5,
                                       .removeColorManagement = false})),
               "JPEG, quality 70.5, at most 800 wide and high, sRGB, without metadata");
+}
+
+TEST(SettingsWords, NameTheFolderFromTheRootOn)
+{
+    EXPECT_THAT(settingsWords(settings({.destinationMode = DestinationMode::selectedFolder,
+                                        .destinationFolderURL = std::filesystem::path("out")})),
+                testing::EndsWith(", to " + (std::filesystem::current_path() / "out").native()));
 }
 
 } // namespace
