@@ -7,16 +7,14 @@
 set -eu
 
 here=$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")
-programs=$here/../build/release/Lumora/Contents/MacOS
+build=$here/../build/release
 rounds=${ROUNDS:-7}
 "$here/../packaging/install-dependencies.sh" build bench >&2
-(cd "$here/.." && cmake --preset release >/dev/null && cmake --build --preset release --target lumora-cli >/dev/null)
+(cd "$here/.." && cmake --preset release >/dev/null &&
+    cmake --build --preset release --target lumora-cli lumora-worker bench_workers >/dev/null)
+export LUMORA_CWEBP_PATH=$build/Lumora/Contents/MacOS/cwebp
 place=$(mktemp -d)
 trap 'rm -rf "$place"' EXIT
-
-# A program that finds no worker beside it does the work itself.
-mkdir -p "$place/alone/Contents/MacOS"
-cp -d "$programs/lumora-cli" "$programs/cwebp" "$place/alone/Contents/MacOS/"
 
 if [ $# -eq 0 ]; then
     mkdir "$place/thumbnails"
@@ -26,9 +24,9 @@ if [ $# -eq 0 ]; then
     set -- "$place/thumbnails"
 fi
 
-run() { # run PROGRAM FOLDER: "WALL PROCESSOR" in seconds
+run() { # run BUNDLE|here FOLDER: "WALL PROCESSOR" in seconds
     rm -rf "$place/out"
-    /usr/bin/time -f '%e %U %S' -o "$place/times" "$1" --quiet --output-dir "$place/out" "$2" || true
+    /usr/bin/time -f '%e %U %S' -o "$place/times" "$build/bench/bench_workers" "$1" "$2" "$place/out"
     tail -1 "$place/times" | awk '{ print $1, $2 + $3 }'
 }
 median() { sort -n | awk '{ value[NR] = $1 } END { print value[int((NR + 1) / 2)] }'; }
@@ -37,8 +35,8 @@ printf '%-32s %10s %10s %8s %10s %10s %8s\n' folder 'clock' 'alone' 'ratio' 'pro
 for folder; do
     rm -f "$place/with" "$place/without"
     for _ in $(seq "$rounds"); do
-        run "$programs/lumora-cli" "$folder" >>"$place/with"
-        run "$place/alone/Contents/MacOS/lumora-cli" "$folder" >>"$place/without"
+        run "$build/Lumora" "$folder" >>"$place/with"
+        run here "$folder" >>"$place/without"
     done
     for column in 1 2; do
         with=$(cut -d' ' -f$column "$place/with" | median)
