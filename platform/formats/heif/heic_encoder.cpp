@@ -7,6 +7,7 @@
 #include "heif/heic_quality.h"
 #include "heif/heif_handles.h"
 #include "heif/hevc_threads.h"
+#include "system/freed_memory.h"
 
 #include <libheif/heif.h>
 #include <vips/vips.h>
@@ -103,6 +104,7 @@ heif_error appendToFile(heif_context*, const void* data, size_t size, void* outp
 
 void encodeTo(const EncodeRequest& request, OutputFile& file)
 {
+    fillNewMemory(true);
     const HeifContext context(heif_context_alloc());
     HeifPicture picture = heicPictureOf(request.image, request.quality >= fullChromaQuality);
     const Encoder encoder = encoderFor(context.get(), request.image, request.quality);

@@ -10,7 +10,8 @@ namespace lumora {
 void keepFreedMemory();
 
 // From now on, memory that is handed out has one value (128) everywhere or what was left in it. For decoders
-// that leave what they cannot decode as it was: pictures of before would show there. Any thread; for the
+// that leave what they cannot decode as it was: pictures of before would show there; and for encoders that
+// look at what nobody wrote: the same picture would come out otherwise the next time. Any thread; for the
 // whole process.
 void fillNewMemory(bool isFilled);
 

@@ -57,11 +57,11 @@ TEST(ChromaHalving, SharpensAgainstTheLinesOfADecoder)
     const auto meanAt = [](const Row& half, int x) {
         std::array<float, 2L * width> full{};
         doubleRow(half.data() + 1, half.data() + 1, width / 2, full.data());
-        const auto at = static_cast<std::size_t>(2 * x);
+        const auto at = 2 * static_cast<std::size_t>(x);
         return (full.at(at) + full.at(at + 1)) / 2;
     };
     for (const int x : {7, 8}) {
-        const float wanted = row.at(static_cast<std::size_t>(x + 1));
+        const float wanted = row.at(static_cast<std::size_t>(x) + 1);
         EXPECT_LT(std::abs(meanAt(sharp, x) - wanted), 0.5F * std::abs(meanAt(row, x) - wanted)) << x;
     }
 }

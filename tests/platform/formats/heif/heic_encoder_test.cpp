@@ -2,12 +2,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "heif/heic_encoder.h"
 
+#include "system/freed_memory.h"
 #include "tests/platform/formats/written_pictures.h"
+#include "tests/support/files.h"
 
 #include <gmock/gmock.h>
 
 #include <cmath>
 #include <cstddef>
+#include <random>
+#include <set>
 
 namespace lumora {
 namespace {
@@ -18,6 +22,14 @@ protected:
     test::Pixels writtenPixels(const test::Pixels& pixels, double quality = 0.9)
     {
         return test::load(written(redrawn(pixels), "public.heic", quality));
+    }
+    // What the next ones to ask for memory find there.
+    static void leaveBehind(int value)
+    {
+        std::vector<std::vector<char>> blocks;
+        blocks.reserve(64);
+        for (int i = 0; i < 64; ++i)
+            blocks.emplace_back(1 << (10 + i % 12), static_cast<char>(value));
     }
     // Linear, summed over all pixels.
     static double lightOf(const test::Pixels& pixels)
@@ -91,6 +103,25 @@ TEST_F(Heic, KeepsTheLightOfColouredEdges)
         stripes.bytes[i + 2] = 210;
     }
     EXPECT_NEAR(lightOf(writtenPixels(stripes, 0.89)), lightOf(stripes), 0.03 * lightOf(stripes));
+}
+
+TEST_F(Heic, IsTheSameWhateverMemoryHeldBefore)
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "the sanitizer's heap gives other memory";
+#endif
+    keepFreedMemory(); // as in a worker
+    test::Pixels grain = test::uniformPicture(301, 203, {120, 120, 120});
+    std::mt19937 random(7);
+    for (std::uint8_t& value : grain.bytes)
+        value = static_cast<std::uint8_t>(value + random() % 60);
+    const Image image = redrawn(grain);
+    std::set<std::string> files;
+    for (const int left : {0, 85, 170, 255}) {
+        leaveBehind(left);
+        files.insert(test::readFile(written(image, "public.heic")));
+    }
+    EXPECT_EQ(files.size(), 1U);
 }
 
 TEST_F(Heic, WidensGray)
