@@ -34,6 +34,7 @@ GIF_OF_MANY = Bound(16.0, NO_LIMIT, NO_LIMIT, 'at most 256 colours, and dithered
 UNCERTAIN = Bound(45.0, NO_LIMIT, NO_LIMIT, 'inks without a profile look as each program thinks fit; only gross errors show')
 FEW_BITS = Bound(0.3, 1.1, 0.3, 'five bits are stretched to eight by rounding or by repeating the upper ones')
 OWN_JPEG = Bound(0.1, 12.0, 0.4, 'our JPEG drops what a busy block hides, and sharpens colours of half the resolution')
+OWN_HEIC = Bound(0.0, 0.0, 1.0, 'our HEIC keeps the light of coloured edges, not the means of their samples')
 LOSSY_SLACK = Bound(0.7, 24.0, 1.2, 'another coder of the same kind with the same quality, and our choices of its tables')
 
 
@@ -51,4 +52,5 @@ def lossy(rgb, kind, quality=82):
     largest = NO_LIMIT if kind == 'heif' else 1.25 * float(np.abs(signed).max())
     cost = Bound(1.5 * float(np.abs(signed).mean()), largest, 1.5 * float(np.abs(signed.mean(axis=(0, 1))).max()),
                  f'{codec} itself at quality {quality}')
-    return cost.wider(LOSSY_SLACK).wider(OWN_JPEG) if kind == 'jpeg' else cost.wider(LOSSY_SLACK)
+    own = {'jpeg': OWN_JPEG, 'heif': OWN_HEIC}.get(kind)
+    return cost.wider(LOSSY_SLACK).wider(own) if own else cost.wider(LOSSY_SLACK)
