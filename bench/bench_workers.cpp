@@ -13,8 +13,9 @@
 #include <exception>
 #include <filesystem>
 #include <memory>
-#include <string_view>
+#include <stop_token>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace lumora {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Outputs in a chosen folder that lie in it as their originals lie in the folders that were dropped. Names
-// only, unless told otherwise; any thread.
+// Outputs in a chosen folder that lie in it as their originals lie in the folders that were dropped. Any
+// thread.
 #pragma once
 
 #include "records/optimizer_settings.h"
@@ -13,6 +13,7 @@
 
 namespace lumora::ImageOptimizer {
 
+// Names only.
 class KeptFolders
 {
 public:

@@ -237,8 +237,7 @@ void HistoryDatabase::prune(std::int64_t now)
         .run();
     m_database.run("DELETE FROM batches WHERE (SELECT min(batch) FROM files) IS NULL OR"
                    " id < (SELECT min(batch) FROM files)");
-    m_database.run("DELETE FROM folders WHERE (SELECT min(batch) FROM files) IS NULL OR"
-                   " batch < (SELECT min(batch) FROM files)");
+    m_database.run("DELETE FROM folders WHERE batch NOT IN (SELECT id FROM batches)");
 }
 
 std::vector<std::string> HistoryDatabase::digestsOf(const std::filesystem::path& output,

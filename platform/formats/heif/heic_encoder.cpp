@@ -46,9 +46,10 @@ constexpr std::array fullChromaSavings{Parameter{"x265:cbqpoffs", "6"}, Paramete
 constexpr std::array smallPictures{Parameter{"x265:min-cu-size", "8"}};
 constexpr std::int64_t smallPicturePixels = 1 << 19;
 
-std::int64_t pixelsOf(VipsImage* image)
+std::int64_t pixelsOf(const heif_image* picture)
 {
-    return std::int64_t{vips_image_get_width(image)} * vips_image_get_height(image);
+    return std::int64_t{heif_image_get_width(picture, heif_channel_Y)} *
+           heif_image_get_height(picture, heif_channel_Y);
 }
 
 // An encoder that does not know a parameter does without it.
@@ -58,20 +59,20 @@ void prefer(heif_encoder* encoder, std::span<const Parameter> parameters)
         static_cast<void>(heif_encoder_set_parameter_string(encoder, name, value));
 }
 
-Encoder encoderFor(heif_context* context, VipsImage* image, int quality)
+Encoder encoderFor(heif_context* context, const heif_image* picture, int quality)
 {
+    const bool hasFullChroma = heif_image_get_chroma_format(picture) == heif_chroma_444;
     heif_encoder* made = nullptr;
     checkHeif(heif_context_get_encoder_for_format(context, heif_compression_HEVC, &made));
     Encoder encoder(made);
     prefer(made, stillPictures);
-    if (pixelsOf(image) <= smallPicturePixels) prefer(made, smallPictures);
+    if (pixelsOf(picture) <= smallPicturePixels) prefer(made, smallPictures);
     constexpr int nothingSaved = 100;
     if (quality < nothingSaved) {
         prefer(made, savings);
-        prefer(made, quality < fullChromaQuality ? std::span<const Parameter>(halfChromaSavings)
-                                                 : fullChromaSavings);
+        prefer(made, hasFullChroma ? std::span<const Parameter>(fullChromaSavings) : halfChromaSavings);
     }
-    checkHeif(heif_encoder_set_parameter_string(made, "chroma", quality < fullChromaQuality ? "420" : "444"));
+    checkHeif(heif_encoder_set_parameter_string(made, "chroma", hasFullChroma ? "444" : "420"));
     checkHeif(heif_encoder_set_lossy_quality(made, encoderQualityOf(quality)));
     return encoder;
 }
@@ -107,7 +108,7 @@ void encodeTo(const EncodeRequest& request, OutputFile& file)
     fillNewMemory(true);
     const HeifContext context(heif_context_alloc());
     HeifPicture picture = heicPictureOf(request.image, request.quality >= fullChromaQuality);
-    const Encoder encoder = encoderFor(context.get(), request.image, request.quality);
+    const Encoder encoder = encoderFor(context.get(), picture.get(), request.quality);
     const Options options(heif_encoding_options_alloc());
     options->save_alpha_channel = 1;
     heif_image_handle* made = nullptr;
@@ -140,7 +141,7 @@ void prepareHevcEncoder()
     try {
         const HeifContext context(heif_context_alloc());
         const HeifPicture picture = heicPictureOf(black, false);
-        const Encoder encoder = encoderFor(context.get(), black, 1);
+        const Encoder encoder = encoderFor(context.get(), picture.get(), 1);
         heif_image_handle* made = nullptr;
         checkHeif(heif_context_encode_image(context.get(), picture.get(), encoder.get(), nullptr, &made));
         const HeifHandle handle(made);

@@ -28,9 +28,7 @@ template <class Look>
 auto lookedAt(const ComponentShape& shape, const std::vector<std::uint8_t>& row, Look look)
 {
     std::vector<decltype(look(std::declval<const ComponentStream&>(), 0))> found;
-    const ComponentStream* seen = nullptr;
-    ComponentStream stream(shape, [&](int y) { found.push_back(look(*seen, y)); });
-    seen = &stream;
+    ComponentStream stream(shape, [&](int y) { found.push_back(look(stream, y)); });
     for (int y = 0; y < shape.height; ++y)
         stream.add(row.data());
     stream.finish();
