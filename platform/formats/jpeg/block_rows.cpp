@@ -27,19 +27,20 @@ ChromaRows chromaOf(const CoefficientShape& shape)
     return shape.hasHalvedChroma ? ChromaRows::SharpenedMeans : ChromaRows::Full;
 }
 
-ComponentShape componentsOf(const CoefficientShape& shape, const CoefficientWriter& writer)
+ComponentShape componentsOf(const CoefficientShape& shape)
 {
-    return {shape.width, shape.height, 8 * writer.blocksAcross(0), 8 * writer.blocksDown(0), chromaOf(shape)};
+    return {shape.width, shape.height, shape.paddedWidth(), shape.paddedHeight(), chromaOf(shape)};
 }
 
 } // namespace
 
 BlockRows::BlockRows(const CoefficientShape& shape, const std::vector<ComponentCoding>& codings,
-                     CoefficientWriter& writer)
-    : m_shape(shape), m_writer(writer), m_quantizers(codings.begin(), codings.end()),
-      m_paddedHeight(8 * writer.blocksDown(0)),
-      m_components(componentsOf(shape, writer), [this](int row) { advance(row); }),
-      m_activities(static_cast<std::size_t>(2 * writer.blocksAcross(0)))
+                     ProgressiveFile& file)
+    : m_shape(shape), m_file(file), m_quantizers(codings.begin(), codings.end()),
+      m_lumaBlocksAcross(shape.paddedWidth() / 8),
+      m_components(componentsOf(shape), [this](int row) { advance(row); }),
+      m_activities(static_cast<std::size_t>(2 * m_lumaBlocksAcross)),
+      m_blocks(static_cast<std::size_t>(64 * m_lumaBlocksAcross))
 {
 }
 
@@ -50,7 +51,7 @@ void BlockRows::advance(int row)
         if (row % 16 == 15) writeBlocks(row / 16);
         return;
     }
-    const bool isLast = row + 1 == m_paddedHeight;
+    const bool isLast = row + 1 == m_shape.paddedHeight();
     if (row > 0 && row % 8 == 0) writeBlocks(row / 8 - 1);
     if (isLast) writeBlocks(row / 8);
 }
@@ -72,29 +73,28 @@ void BlockRows::findActivities(int row, float* activities) const
     BlockSurroundings rows{};
     for (int i = 0; i < 10; ++i)
         rows[static_cast<std::size_t>(i)] =
-            m_components.luma().row(std::clamp(8 * row + i - 1, 0, m_paddedHeight - 1));
-    blockActivities(rows, m_writer.blocksAcross(0), activities);
+            m_components.luma().row(std::clamp(8 * row + i - 1, 0, m_shape.paddedHeight() - 1));
+    blockActivities(rows, m_lumaBlocksAcross, activities);
 }
 
 void BlockRows::writeLuma(int row)
 {
-    std::int16_t* blocks = m_writer.blockRow(0, row);
-    m_isGood = m_isGood && blocks;
-    if (!m_isGood) return;
-    const int across = m_writer.blocksAcross(0);
-    float* const activities = m_activities.data() + (row % 2 == 0 ? 0 : across);
+    float* const activities = m_activities.data() + (row % 2 == 0 ? 0 : m_lumaBlocksAcross);
     findActivities(row, activities);
+    if (row >= m_shape.blocksDown(0)) return;
+    std::int16_t* blocks = m_blocks.data();
     DctBlock frequencies;
-    for (int x = 0; x < across; ++x, blocks += frequencies.size()) {
+    for (int x = 0; x < m_shape.blocksAcross(0); ++x, blocks += frequencies.size()) {
         forwardDct(blockAt(m_components.luma(), row, x), frequencies);
         m_quantizers[0].quantize(frequencies, activities[x], blocks);
     }
+    m_file.add(0, m_blocks.data());
 }
 
 // Of the brightness that a block of colour lies under.
 float BlockRows::colorActivity(int row, int column) const
 {
-    const auto across = static_cast<std::size_t>(m_writer.blocksAcross(0));
+    const auto across = static_cast<std::size_t>(m_lumaBlocksAcross);
     if (!m_shape.hasHalvedChroma)
         return m_activities[static_cast<std::size_t>(column) + (row % 2 == 0 ? 0 : across)];
     const std::size_t left = 2 * static_cast<std::size_t>(column);
@@ -105,16 +105,15 @@ float BlockRows::colorActivity(int row, int column) const
 
 void BlockRows::writeChroma(int component, int row)
 {
-    std::int16_t* blocks = m_writer.blockRow(component, row);
-    m_isGood = m_isGood && blocks;
-    if (!m_isGood) return;
+    std::int16_t* blocks = m_blocks.data();
     const RowRing& samples = m_components.chroma(component - 1);
     DctBlock frequencies;
-    for (int x = 0; x < m_writer.blocksAcross(component); ++x, blocks += frequencies.size()) {
+    for (int x = 0; x < m_shape.blocksAcross(component); ++x, blocks += frequencies.size()) {
         forwardDct(blockAt(samples, row, x), frequencies);
         m_quantizers[static_cast<std::size_t>(component)].quantize(frequencies, colorActivity(row, x),
                                                                    blocks);
     }
+    m_file.add(component, m_blocks.data());
 }
 
 } // namespace lumora

@@ -5,7 +5,8 @@
 
 #include "components/component_stream.h"
 #include "jpeg/block_quantizer.h"
-#include "jpeg/coefficient_writer.h"
+#include "jpeg/coefficient_shape.h"
+#include "jpeg/progressive_file.h"
 
 #include <cstdint>
 #include <vector>
@@ -15,9 +16,9 @@ namespace lumora {
 class BlockRows
 {
 public:
-    // One coding for each component. The writer has been started.
+    // One coding for each component.
     BlockRows(const CoefficientShape& shape, const std::vector<ComponentCoding>& codings,
-              CoefficientWriter& writer);
+              ProgressiveFile& file);
     BlockRows(const BlockRows&) = delete;
     BlockRows& operator=(const BlockRows&) = delete;
 
@@ -25,8 +26,6 @@ public:
     void add(const std::uint8_t* row) { m_components.add(row); }
     // After the last one.
     void finish() { m_components.finish(); }
-    // Whether the writer took everything so far.
-    bool isGood() const { return m_isGood; }
 
 private:
     void advance(int row);
@@ -37,12 +36,12 @@ private:
     float colorActivity(int row, int column) const;
 
     CoefficientShape m_shape;
-    CoefficientWriter& m_writer;
+    ProgressiveFile& m_file;
     std::vector<BlockQuantizer> m_quantizers;
-    int m_paddedHeight;
+    int m_lumaBlocksAcross; // beyond the picture's edge too
     ComponentStream m_components;
     std::vector<float> m_activities;
-    bool m_isGood = true;
+    std::vector<std::int16_t> m_blocks; // of one component's row
 };
 
 } // namespace lumora

@@ -11,18 +11,13 @@
 
 namespace lumora {
 
-Status encodeJpeg(const JpegRequest& request, const CoefficientWriter::Taker& take)
+Status encodeJpeg(const JpegRequest& request, const JpegTaker& take)
 {
     const CoefficientShape shape{vips_image_get_width(request.image), vips_image_get_height(request.image),
                                  vips_image_get_bands(request.image),
                                  vips_image_get_bands(request.image) == 3 && !request.hasFullChroma};
-    CoefficientWriter writer(take);
-    if (auto status = writer.start(shape); !status) return status;
-    for (std::size_t i = 0; i < request.codings.size(); ++i) {
-        if (auto status = writer.setSteps(static_cast<int>(i), request.codings[i].steps); !status)
-            return status;
-    }
-    BlockRows blocks(shape, request.codings, writer);
+    ProgressiveFile file(shape);
+    BlockRows blocks(shape, request.codings, file);
     auto status = readRows(request.image, [&](int, int count, const RowSpan& rows) -> Status {
         for (int y = 0; y < count; ++y)
             blocks.add(rows.first + y * rows.stride);
@@ -30,8 +25,10 @@ Status encodeJpeg(const JpegRequest& request, const CoefficientWriter::Taker& ta
     });
     if (!status) return status;
     blocks.finish();
-    if (!blocks.isGood()) return outOfMemory();
-    return writer.write(request.profile);
+    StepTables steps;
+    for (const ComponentCoding& coding : request.codings)
+        steps.push_back(coding.steps);
+    return file.write(steps, request.profile, take);
 }
 
 } // namespace lumora

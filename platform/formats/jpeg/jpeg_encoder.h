@@ -6,7 +6,7 @@
 #pragma once
 
 #include "jpeg/block_quantizer.h"
-#include "jpeg/coefficient_writer.h"
+#include "jpeg/progressive_file.h"
 #include "system/result.h"
 
 #include <string_view>
@@ -24,8 +24,8 @@ struct JpegRequest
     std::string_view profile; // may be empty
 };
 
-// Takes the picture's rows once, from the top down, and holds nothing of it but the coefficients. Any thread;
-// throws std::bad_alloc.
-Status encodeJpeg(const JpegRequest& request, const CoefficientWriter::Taker& take);
+// Takes the picture's rows once, from the top down, and holds nothing of it but what the file's scans will
+// say. Any thread; throws std::bad_alloc.
+Status encodeJpeg(const JpegRequest& request, const JpegTaker& take);
 
 } // namespace lumora

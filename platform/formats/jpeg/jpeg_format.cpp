@@ -127,9 +127,9 @@ private:
     bool m_isPastHead = false;
 };
 
-// The smallest coding needs the coefficients of the whole picture, two bytes each, before the first of them
-// is written. More than this is not held for it: such a file is coded from the top down, and a photograph
-// comes out larger by three to ten percent.
+// The smallest coding has to know of all coefficients before the first of them is written. Noise takes two
+// bytes for each, photographs a fourth of that. More than this is not held for it: such a file is coded from
+// the top down, and a photograph comes out larger by three to ten percent.
 constexpr std::int64_t mostCoefficientBytes = 600'000'000;
 
 std::int64_t coefficientBytes(std::int64_t pixels, int components, bool hasFullChroma)
