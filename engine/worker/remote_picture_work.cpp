@@ -27,11 +27,13 @@ std::string storyOf(int exitStatus)
     return "it ended with status " + std::to_string(exitStatus);
 }
 
-// Of the decoder's and of the encoder's, each with a stack and a heap: set aside, hardly ever used.
+// Of the decoder's, of the encoder's and of those that read rows ahead between them, each with a stack and a
+// heap: set aside, hardly ever used.
 std::int64_t addressesOfThreads()
 {
     constexpr std::int64_t ofOne = std::int64_t{72} << 20U;
-    return 2 * ofOne * std::thread::hardware_concurrency();
+    constexpr unsigned between = 4;
+    return ofOne * (2 * std::thread::hardware_concurrency() + between);
 }
 
 } // namespace
@@ -86,19 +88,17 @@ WorkResult<bool> RemotePictureWork::proveReadable()
 
 WorkResult<PictureSize> RemotePictureWork::encode(int output, const std::string& typeIdentifier)
 {
-    constexpr int most = std::numeric_limits<std::uint8_t>::max();
-    const int processors = std::min(m_processes.processorsForOne(), most);
-    const auto reply = ask({.action = WorkerAction::encode,
-                            .typeIdentifier = typeIdentifier,
-                            .processors = static_cast<std::uint8_t>(processors)},
-                           output, Kind::writing);
+    const auto reply =
+        ask({.action = WorkerAction::encode, .typeIdentifier = typeIdentifier, .processors = processors()},
+            output, Kind::writing);
     if (!reply) return reply.error();
     return reply->size;
 }
 
 WorkResult<PictureSize> RemotePictureWork::writePpm(int output)
 {
-    const auto reply = ask({.action = WorkerAction::writePpm}, output, Kind::writing);
+    const auto reply =
+        ask({.action = WorkerAction::writePpm, .processors = processors()}, output, Kind::writing);
     if (!reply) return reply.error();
     return reply->size;
 }
@@ -144,7 +144,8 @@ WorkResult<PictureLook> RemotePictureWork::look()
 
 WorkResult<Done> RemotePictureWork::drawPart(int output, const PicturePart& part)
 {
-    const auto reply = ask({.action = WorkerAction::drawPart, .part = part}, output, Kind::unreadable);
+    const auto reply = ask({.action = WorkerAction::drawPart, .part = part, .processors = processors()},
+                           output, Kind::unreadable);
     if (!reply) return reply.error();
     return Done{};
 }
@@ -155,6 +156,12 @@ void RemotePictureWork::close()
     const auto reply = ask({.action = WorkerAction::close}, -1, Kind::stopped);
     if (reply) m_processes.giveBack(std::move(m_process));
     m_process.reset();
+}
+
+std::uint8_t RemotePictureWork::processors() const
+{
+    constexpr int most = std::numeric_limits<std::uint8_t>::max();
+    return static_cast<std::uint8_t>(std::min(m_processes.processorsForOne(), most));
 }
 
 WorkResult<WorkerReply> RemotePictureWork::ask(const WorkerRequest& request, int file, WorkError::Kind lost)

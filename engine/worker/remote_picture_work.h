@@ -8,6 +8,7 @@
 #include "engine/worker/worker_messages.h"
 #include "engine/worker/worker_processes.h"
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <stop_token>
@@ -38,6 +39,8 @@ private:
     // What the worker answers; `lost` is what its end means.
     WorkResult<WorkerReply> ask(const WorkerRequest& request, int file, WorkError::Kind lost);
     WorkResult<WorkerReply> askToOpen();
+    // That the worker may keep busy now.
+    std::uint8_t processors() const;
     std::optional<WorkerReply> reply();
     WorkError endOfWorker(WorkError::Kind lost);
     void limit(std::int64_t need);

@@ -10,6 +10,7 @@
 #include "pixels/stored_form.h"
 #include "resampler.h"
 #include "rgba_pixels.h"
+#include "rows_ahead.h"
 #include "turned_rows.h"
 
 #include <vips/vips.h>
@@ -224,11 +225,11 @@ Result<Image> draw(const Image& image, const DrawRequest& request)
     }
 
     const auto outcome = image.outcomeToCome();
+    auto drawing =
+        std::make_unique<Drawing>(format, shape.rows.width, size.width, std::move(reduction),
+                                  std::move(plan.conversion), image.alphaIsPremultiplied(), outcome);
     auto rows = streamedPicture(reader->picture(), bitmapForm(size),
-                                std::make_unique<Drawing>(format, shape.rows.width, size.width,
-                                                          std::move(reduction), std::move(plan.conversion),
-                                                          image.alphaIsPremultiplied(), outcome),
-                                outcome);
+                                readingAhead(reader->picture(), std::move(drawing)), outcome);
     if (!rows) return rows.error();
     if (!plan.resultProfile.empty())
         vips_image_set_blob_copy(rows->get(), VIPS_META_ICC_NAME, plan.resultProfile.data(),

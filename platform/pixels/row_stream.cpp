@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pixels/row_stream.h"
 
+#include "rows_ahead.h"
+
 #include <vips/vips.h>
 
 #include <algorithm>
@@ -128,10 +130,12 @@ Result<VipsImagePtr> streamedPicture(VipsImage* source, const StreamForm& form,
 Status readRows(VipsImage* image, const RowTaker& take)
 {
     const std::unique_ptr<VipsRegion, VipsUnref> region(vips_region_new(image));
+    RowProvider provider = rowsAhead(image);
+    if (!provider) provider = [&](int first, int count) { return rowsOf(region.get(), first, count); };
     const int height = vips_image_get_height(image);
     for (int top = 0; top < height; top += streamedRows) {
         const int count = std::min(streamedRows, height - top);
-        const auto rows = rowsOf(region.get(), top, count);
+        const auto rows = provider(top, count);
         if (!rows) return rows.error();
         if (auto status = take(top, count, *rows); !status) return status;
     }

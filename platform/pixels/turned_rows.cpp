@@ -4,6 +4,7 @@
 
 #include "pixels/stored_form.h"
 #include "rgba_pixels.h"
+#include "rows_ahead.h"
 
 #include <vips/vips.h>
 
@@ -171,8 +172,8 @@ Result<VipsImagePtr> uprightPicture(VipsImage* stored, Orientation orientation,
     StreamForm form = streamFormOf(stored);
     const PixelSize size{form.width, form.height};
     if (orientation >= 5) std::swap(form.width, form.height);
-    auto upright =
-        streamedPicture(stored, form, turnedRows(size, pixelBytesOf(stored), orientation), outcome);
+    auto turning = turnedRows(size, pixelBytesOf(stored), orientation);
+    auto upright = streamedPicture(stored, form, readingAhead(stored, std::move(turning)), outcome);
     if (upright) copyComponentFields(stored, upright->get());
     return upright;
 }
