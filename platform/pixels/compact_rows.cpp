@@ -2,12 +2,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "compact_rows.h"
 
+#include "pixels/interleaving.h"
 #include "rgba_pixels.h"
 
 #include <vips/vips.h>
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <utility>
 
 namespace lumora {
@@ -25,6 +27,7 @@ void layOverWhite(std::uint8_t* p, std::size_t pixels)
 
 void pack(const std::vector<std::uint8_t>& rgba, CompactForm form, std::uint8_t* to)
 {
+    if (form.isOpaque && !form.isGray) return dropFourth(rgba.data(), std::ssize(rgba) / 4, to);
     const std::size_t colors = form.isGray ? 1 : 3;
     for (std::size_t at = 0; at < rgba.size(); at += 4) {
         for (std::size_t c = 0; c < colors; ++c)
@@ -121,6 +124,11 @@ Status CompactRows::make(const RowProvider& source, int first, int count, std::u
     }
     const auto from = source(first, count);
     if (!from) return from.error();
+    if (m_alpha == BitmapAlpha::opaque && !m_form.isGray) {
+        for (int y = 0; y < count; ++y, rows += 3 * m_width)
+            dropFourth(from->first + y * from->stride, static_cast<std::ptrdiff_t>(m_width), rows);
+        return Done{};
+    }
     loadStraight(*from, count);
     pack(m_rgba, m_form, rows);
     return Done{};

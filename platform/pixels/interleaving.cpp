@@ -4,6 +4,8 @@
 
 #include "pixels/vector_clones.h"
 
+#include <cstring>
+
 namespace lumora {
 
 LUMORA_VECTOR_CLONES void interleave3(const std::uint8_t* a, const std::uint8_t* b, const std::uint8_t* c,
@@ -25,6 +27,15 @@ LUMORA_VECTOR_CLONES void deinterleave3(const std::uint8_t* interleaved, std::pt
         b[i] = interleaved[3 * i + 1];
         c[i] = interleaved[3 * i + 2];
     }
+}
+
+// Four bytes at once, of which the next pixel overwrites the last.
+void dropFourth(const std::uint8_t* four, std::ptrdiff_t pixels, std::uint8_t* three)
+{
+    if (pixels == 0) return;
+    for (std::ptrdiff_t i = 0; i < pixels - 1; ++i)
+        std::memcpy(three + 3 * i, four + 4 * i, 4);
+    std::memcpy(three + 3 * (pixels - 1), four + 4 * (pixels - 1), 3);
 }
 
 } // namespace lumora

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "jpeg/block_quantizer.h"
 
+#include "jpeg/zigzag.h"
 #include "pixels/vector_clones.h"
 
 #include <algorithm>
@@ -9,6 +10,17 @@
 #include <cstddef>
 
 namespace lumora {
+namespace {
+
+// Where the transform's result has what a file tells first, second and so on.
+constexpr auto places = [] {
+    std::array<std::uint8_t, 64> transposed{};
+    std::ranges::transform(zigzag, transposed.begin(),
+                           [](int place) { return static_cast<std::uint8_t>(place % 8 * 8 + place / 8); });
+    return transposed;
+}();
+
+} // namespace
 
 BlockQuantizer::BlockQuantizer(const ComponentCoding& coding)
     : m_mostZeroBelow(coding.mostZeroBelow), m_roundUpFrom(coding.roundUpFrom),
@@ -43,10 +55,8 @@ LUMORA_VECTOR_CLONES void BlockQuantizer::quantize(const DctBlock& frequencies, 
     }
     // Brightness and colour of the whole block are always rounded to the nearest.
     values[0] = static_cast<std::int16_t>(std::lround(frequencies[0] * m_inverseSteps[0]));
-    for (std::size_t u = 0; u < 8; ++u) {
-        for (std::size_t v = 0; v < 8; ++v)
-            coefficients[v * 8 + u] = values[u * 8 + v];
-    }
+    for (std::size_t i = 0; i < 64; ++i)
+        coefficients[i] = values[places[i]];
 }
 
 } // namespace lumora

@@ -32,7 +32,7 @@ class BlockQuantizer
 public:
     explicit BlockQuantizer(const ComponentCoding& coding);
 
-    // `activity` as blockActivities() gives it; the result is row by row.
+    // `activity` as blockActivities() gives it; the result is in the order of zigzag.h.
     void quantize(const DctBlock& frequencies, float activity, std::int16_t* coefficients) const;
 
 private:

@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "jpeg/block_scans.h"
 
-#include "jpeg/zigzag.h"
 #include "pixels/vector_clones.h"
 
 #include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <utility>
 #include <vector>
 
@@ -18,7 +18,20 @@ namespace {
 constexpr unsigned zeroRun = 0xF0; // of sixteen
 constexpr int longestZeroRun = 15; // before a number
 
-unsigned bitsOf(unsigned size)
+// From bytes of 0 and 1: a multiplication gathers eight of them in its highest byte.
+std::uint64_t bitsOf(const std::array<std::uint8_t, 64>& flags)
+{
+    std::uint64_t bits = 0;
+    for (std::size_t i = 0; i < 64; i += 8) {
+        static_assert(std::endian::native == std::endian::little);
+        std::uint64_t eight = 0;
+        std::memcpy(&eight, flags.data() + i, sizeof eight);
+        bits |= (eight * 0x0102040810204080U >> 56U) << i;
+    }
+    return bits;
+}
+
+unsigned lengthOf(unsigned size)
 {
     return static_cast<unsigned>(std::bit_width(size));
 }
@@ -40,11 +53,11 @@ int takeFirst(std::uint64_t& mask)
 class MeanScan : public BlockScan
 {
 public:
-    void add(const OrderedBlock& block) override
+    void add(const CoefficientBlock& block) override
     {
         const int difference = block.values[0] - std::exchange(m_before, block.values[0]);
         const auto size = static_cast<unsigned>(std::abs(difference));
-        m_symbols.add(bitsOf(size), numberBits(difference < 0, size));
+        m_symbols.add(lengthOf(size), numberBits(difference < 0, size));
     }
 
 private:
@@ -60,7 +73,7 @@ public:
     void tell(ScanSymbols& symbols)
     {
         if (m_blocks == 0) return;
-        symbols.add((bitsOf(m_blocks) - 1) << 4U, m_blocks);
+        symbols.add((lengthOf(m_blocks) - 1) << 4U, m_blocks);
         m_blocks = 0;
     }
 
@@ -75,7 +88,7 @@ class BandScan : public BlockScan
 {
 public:
     BandScan(FrequencyBand band, bool leavesLastBit) : m_band(band), m_leavesLastBit(leavesLastBit) {}
-    void add(const OrderedBlock& block) override;
+    void add(const CoefficientBlock& block) override;
     void finish() override;
 
 private:
@@ -89,7 +102,7 @@ class LastBitScan : public BlockScan
 {
 public:
     explicit LastBitScan(FrequencyBand band) : m_band(band) {}
-    void add(const OrderedBlock& block) override;
+    void add(const CoefficientBlock& block) override;
     void finish() override;
 
 private:
@@ -104,7 +117,7 @@ private:
     Bits m_bits;       // the same since this block's last symbol
 };
 
-void BandScan::add(const OrderedBlock& block)
+void BandScan::add(const CoefficientBlock& block)
 {
     std::uint64_t told = m_band.of(m_leavesLastBit ? block.aboveOne : block.nonzero);
     if (told != 0) m_ends.tell(m_symbols);
@@ -114,9 +127,9 @@ void BandScan::add(const OrderedBlock& block)
         int zeros = at - std::exchange(next, at + 1);
         for (; zeros > longestZeroRun; zeros -= longestZeroRun + 1)
             m_symbols.add(zeroRun);
-        const int value = block.values[static_cast<std::size_t>(at)];
+        const int value = block.values[at];
         const unsigned size = static_cast<unsigned>(std::abs(value)) >> (m_leavesLastBit ? 1U : 0U);
-        m_symbols.add(static_cast<unsigned>(zeros) << 4U | bitsOf(size), numberBits(value < 0, size));
+        m_symbols.add(static_cast<unsigned>(zeros) << 4U | lengthOf(size), numberBits(value < 0, size));
     }
     if (next > m_band.last) return;
     m_ends.count();
@@ -129,7 +142,7 @@ void BandScan::finish()
     BlockScan::finish();
 }
 
-void LastBitScan::add(const OrderedBlock& block)
+void LastBitScan::add(const CoefficientBlock& block)
 {
     std::uint64_t told = m_band.of(block.nonzero);
     const std::uint64_t isNew = told & ~block.aboveOne;
@@ -144,7 +157,7 @@ void LastBitScan::add(const OrderedBlock& block)
             m_symbols.add(zeroRun);
             tell(m_bits);
         }
-        const int value = block.values[static_cast<std::size_t>(at)];
+        const int value = block.values[at];
         if ((isNew >> at & 1U) == 0) {
             m_bits.push_back(static_cast<std::uint8_t>(std::abs(value) & 1));
             continue;
@@ -189,19 +202,15 @@ void LastBitScan::tell(Bits& bits)
 
 } // namespace
 
-LUMORA_VECTOR_CLONES void order(const std::int16_t* block, OrderedBlock& ordered)
+LUMORA_VECTOR_CLONES CoefficientBlock blockOf(const std::int16_t* values)
 {
-    std::uint64_t nonzero = 0;
-    std::uint64_t aboveOne = 0;
-    for (std::size_t i = 0; i < 64; ++i)
-        ordered.values[i] = block[zigzag[i]];
+    std::array<std::uint8_t, 64> isNonzero;
+    std::array<std::uint8_t, 64> isAboveOne;
     for (std::size_t i = 0; i < 64; ++i) {
-        const int size = std::abs(int{ordered.values[i]});
-        nonzero |= std::uint64_t{size > 0} << i;
-        aboveOne |= std::uint64_t{size > 1} << i;
+        isNonzero[i] = values[i] != 0 ? 1 : 0;
+        isAboveOne[i] = values[i] > 1 || values[i] < -1 ? 1 : 0;
     }
-    ordered.nonzero = nonzero;
-    ordered.aboveOne = aboveOne;
+    return {values, bitsOf(isNonzero), bitsOf(isAboveOne)};
 }
 
 std::unique_ptr<BlockScan> scanOf(const ScanForm& form)

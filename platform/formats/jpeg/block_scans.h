@@ -6,22 +6,20 @@
 
 #include "jpeg/scan_symbols.h"
 
-#include <array>
 #include <cstdint>
 #include <memory>
 
 namespace lumora {
 
-// The coefficients in the order in which a file tells them.
-struct OrderedBlock
+// Coefficients in the order of zigzag.h, and a bit for each, from the lowest on.
+struct CoefficientBlock
 {
-    std::array<std::int16_t, 64> values;
-    std::uint64_t nonzero;  // a bit for each, from the lowest on
+    const std::int16_t* values; // 64
+    std::uint64_t nonzero;
     std::uint64_t aboveOne; // or below minus one
 };
 
-// `block` is row by row.
-void order(const std::int16_t* block, OrderedBlock& ordered);
+CoefficientBlock blockOf(const std::int16_t* values);
 
 struct FrequencyBand
 {
@@ -50,7 +48,7 @@ class BlockScan
 public:
     virtual ~BlockScan() = default;
     // The next one, row by row.
-    virtual void add(const OrderedBlock& block) = 0;
+    virtual void add(const CoefficientBlock& block) = 0;
     // After the last one.
     virtual void finish() { m_symbols.finish(); }
     ScanSymbols& symbols() { return m_symbols; }

@@ -110,11 +110,10 @@ ProgressiveFile::ProgressiveFile(const CoefficientShape& shape) : m_shape(shape)
 
 void ProgressiveFile::add(int component, const std::int16_t* blocks)
 {
-    OrderedBlock ordered;
-    for (int i = 0; i < m_shape.blocksAcross(component); ++i, blocks += ordered.values.size()) {
-        order(blocks, ordered);
+    for (int i = 0; i < m_shape.blocksAcross(component); ++i, blocks += 64) {
+        const CoefficientBlock block = blockOf(blocks);
         for (const auto& [form, blockScan] : m_scans) {
-            if (form.component == component) blockScan->add(ordered);
+            if (form.component == component) blockScan->add(block);
         }
     }
 }

@@ -25,7 +25,8 @@ class ProgressiveFile
 public:
     explicit ProgressiveFile(const CoefficientShape& shape);
 
-    // The component's next row of blocks, from the top down, each of 64 coefficients row by row.
+    // The component's next row of blocks, from the top down, each of 64 coefficients in the order of
+    // zigzag.h.
     void add(int component, const std::int16_t* blocks);
 
     // After all rows: the whole file, with the profile unless that is empty.

@@ -3,10 +3,12 @@
 #include "formats/ppm_writer.h"
 
 #include "pixels/drawing.h"
+#include "pixels/interleaving.h"
 #include "pixels/row_reader.h"
 
 #include <algorithm>
-#include <cstring>
+#include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -15,27 +17,21 @@ namespace {
 
 using Step = PpmError::Step;
 
-// Four bytes at once, of which the next pixel overwrites the last: `rgb` has room for one byte more.
-void dropAlpha(const std::uint8_t* rgba, std::byte* rgb, std::size_t pixels)
-{
-    for (std::size_t i = 0; i < pixels; ++i, rgba += 4, rgb += 3)
-        std::memcpy(rgb, rgba, 4);
-}
-
 Result<Done, PpmError> appendRows(RowReader& rows, OutputFile& file)
 {
     constexpr int rowsAtOnce = 64;
     const auto width = static_cast<std::size_t>(rows.width());
-    std::vector<std::byte> rgb(width * rowsAtOnce * 3 + 1);
+    std::vector<std::uint8_t> rgb(width * rowsAtOnce * 3);
     for (int top = 0; top < rows.height(); top += rowsAtOnce) {
         const int count = std::min(rowsAtOnce, rows.height() - top);
         const auto rgba = rows.rows(top, count);
         if (!rgba) return PpmError{Step::drawing, rgba.error()};
         for (int y = 0; y < count; ++y)
-            dropAlpha(rgba->first + y * rgba->stride, rgb.data() + static_cast<std::size_t>(y) * width * 3,
-                      width);
+            dropFourth(rgba->first + y * rgba->stride, rows.width(),
+                       rgb.data() + static_cast<std::size_t>(y) * width * 3);
         const auto strip = std::span(rgb).first(width * static_cast<std::size_t>(count) * 3);
-        if (const auto status = file.append(strip); !status) return PpmError{Step::writing, status.error()};
+        if (const auto status = file.append(std::as_bytes(strip)); !status)
+            return PpmError{Step::writing, status.error()};
     }
     return Done{};
 }

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Three components of a byte each, apart and pixel by pixel. Any thread.
+// Components of a byte each, apart and pixel by pixel. Any thread.
 #pragma once
 
 #include <cstddef>
@@ -12,5 +12,8 @@ void interleave3(const std::uint8_t* a, const std::uint8_t* b, const std::uint8_
                  std::uint8_t* interleaved);
 void deinterleave3(const std::uint8_t* interleaved, std::ptrdiff_t pixels, std::uint8_t* a, std::uint8_t* b,
                    std::uint8_t* c);
+
+// Three of the four components of each pixel.
+void dropFourth(const std::uint8_t* four, std::ptrdiff_t pixels, std::uint8_t* three);
 
 } // namespace lumora

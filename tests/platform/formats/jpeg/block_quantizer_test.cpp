@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "jpeg/block_quantizer.h"
 
+#include "jpeg/zigzag.h"
+
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 
 namespace lumora {
@@ -27,7 +30,8 @@ int quantized(float steps, float activity, std::size_t u = 1, std::size_t v = 2)
     frequencies.at(u * 8 + v) = steps * 10 * dctScale(static_cast<int>(u), static_cast<int>(v));
     std::array<std::int16_t, 64> coefficients{};
     BlockQuantizer(someCoding()).quantize(frequencies, activity, coefficients.data());
-    return coefficients.at(v * 8 + u);
+    const auto place = std::ranges::find(zigzag, v * 8 + u);
+    return coefficients.at(static_cast<std::size_t>(place - zigzag.begin()));
 }
 
 TEST(BlockQuantizer, DropsWhatIsSmallAgainstItsStep)

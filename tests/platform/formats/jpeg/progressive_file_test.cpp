@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "jpeg/progressive_file.h"
 
+#include "jpeg/zigzag.h"
 #include "system/side_by_side.h"
 
 #include <gtest/gtest.h>
@@ -24,7 +25,7 @@ namespace {
 
 using Blocks = std::vector<std::int16_t>;
 
-// Of each component, row by row.
+// Of each component, in the order of the file.
 using Coefficients = std::vector<Blocks>;
 
 FrequencyTable<std::uint16_t> stepsOf(int component)
@@ -118,8 +119,10 @@ private:
         for (JDIMENSION row = 0; row < component.height_in_blocks; ++row) {
             const JBLOCK* const line = *m_input.mem->access_virt_barray(
                 reinterpret_cast<j_common_ptr>(&m_input), array, row, 1, FALSE);
-            for (JDIMENSION x = 0; x < component.width_in_blocks; ++x)
-                blocks.insert(blocks.end(), line[x], line[x] + 64);
+            for (JDIMENSION x = 0; x < component.width_in_blocks; ++x) {
+                for (const std::uint8_t place : zigzag)
+                    blocks.push_back(line[x][place]);
+            }
         }
         m_steps.emplace_back(component.quant_table->quantval, component.quant_table->quantval + 64);
     }
