@@ -27,8 +27,8 @@ std::string storyOf(int exitStatus)
     return "it ended with status " + std::to_string(exitStatus);
 }
 
-// Of the decoder's, of the encoder's and of those that read rows ahead between them, each with a stack and a
-// heap: set aside, hardly ever used.
+// Of the decoder's, of the encoder's and of those that read rows ahead between them, for stacks and what else
+// threads set aside, which is hardly ever used.
 std::int64_t addressesOfThreads()
 {
     constexpr std::int64_t ofOne = std::int64_t{72} << 20U;

@@ -12,6 +12,7 @@ void keepFreedMemory()
 {
     constexpr int largestOnHeap = 32 << 20; // the most that the C library takes
     constexpr int mostKept = 256 << 20;
+    ::mallopt(M_ARENA_MAX, 1);
     ::mallopt(M_MMAP_THRESHOLD, largestOnHeap);
     ::mallopt(M_TRIM_THRESHOLD, mostKept);
 }

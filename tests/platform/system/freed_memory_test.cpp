@@ -6,6 +6,8 @@
 
 #include <fstream>
 #include <memory>
+#include <string>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -73,6 +75,17 @@ TEST(FreedMemory, WaitsForTheNextFileWhereItIsKept)
     for (int file = 0; file < 4; ++file)
         returnFreedMemory();
     EXPECT_LT(residentBytes() + large / 2, before);
+}
+
+TEST(FreedMemory, IsForEveryThread)
+{
+    if (hasOwnAllocator()) GTEST_SKIP() << "the sanitizer's heap keeps what is freed";
+    constexpr std::size_t large = 24'000'000;
+    keepFreedMemory();
+    std::thread([] { std::vector<char>(large, 'x').clear(); }).join();
+    const std::size_t before = residentBytes();
+    const std::vector<char> pixels(large, 'x');
+    EXPECT_LT(residentBytes(), before + large / 2) << "no new pages";
 }
 
 } // namespace
