@@ -13,8 +13,8 @@ namespace lumora {
 namespace {
 
 constexpr double kernelRadius = 3.0;
-// Source rows narrowed at once.
-constexpr int stripHeight = 64;
+// Source rows narrowed at once: those of one strip, as they may be read ahead.
+constexpr int stripHeight = streamedRows;
 // Output rows a band: enough that computing the band's kernel costs nothing beside running it.
 constexpr int bandHeight = streamedRows;
 

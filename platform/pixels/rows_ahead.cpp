@@ -25,6 +25,8 @@ namespace {
 
 // Smaller ones are done before a thread is worth its start.
 constexpr std::int64_t leastPixels = 500'000;
+// Of very wide ones, strips are not worth what they hold.
+constexpr std::size_t mostStripBytes = std::size_t{8} << 20U;
 
 class AheadReading
 {
@@ -42,8 +44,8 @@ public:
     {
         const int strip = first / streamedRows;
         const int row = first % streamedRows;
-        if (row + count > streamedRows) return Error{"rows of two strips"};
         std::unique_lock lock(m_mutex);
+        if (strip < m_first || row + count > streamedRows) return Error{"rows of another strip"};
         m_first = strip;
         m_hasChanged.notify_all();
         m_hasChanged.wait(lock, [&] { return m_next > strip || m_error; });
@@ -84,7 +86,7 @@ private:
             const auto rows = rowsOf(region.get(), top, count);
             if (!rows) return rows.error();
             std::vector<std::uint8_t>& bytes = bytesOf(strip);
-            bytes.resize(m_rowBytes * streamedRows);
+            bytes.resize(m_rowBytes * static_cast<std::size_t>(std::min(streamedRows, m_height)));
             for (int y = 0; y < count; ++y)
                 std::memcpy(bytes.data() + static_cast<std::size_t>(y) * m_rowBytes,
                             rows->first + y * rows->stride, m_rowBytes);
@@ -140,7 +142,8 @@ private:
 RowProvider rowsAhead(VipsImage* source)
 {
     const std::int64_t pixels = std::int64_t{vips_image_get_width(source)} * vips_image_get_height(source);
-    if (usedProcessors() < 2 || pixels < leastPixels) return {};
+    const bool isUseful = pixels >= leastPixels && rowBytesOf(source) * streamedRows <= mostStripBytes;
+    if (usedProcessors() < 2 || !isUseful) return {};
     try {
         return [reading = std::make_shared<AheadReading>(source)](int first, int count) {
             return reading->rows(first, count);

@@ -12,8 +12,8 @@
 namespace lumora {
 
 // Provides the source's rows, those of one strip of streamedRows at a time, from the top down, and reads some
-// strips ahead from now on until it is destroyed. Empty where the picture is small, and where there is no
-// processor without work or no thread to be had.
+// strips ahead from now on until it is destroyed. Empty where the picture is small or very wide, and where
+// there is no processor without work or no thread to be had.
 RowProvider rowsAhead(_VipsImage* source);
 
 // Makes what the maker makes, from the source's rows ahead where they are provided. The maker asks for rows

@@ -119,6 +119,7 @@ TEST_F(RowsAhead, ComeInPartsOfAStripToo)
         ASSERT_TRUE(row);
         EXPECT_EQ(row->first[0], y % 251);
     }
+    EXPECT_FALSE(rows(0, 1)) << "it was given up";
     const RowProvider others = rowsAhead(source.picture().get());
     EXPECT_FALSE(others(streamedRows - 1, 2)) << "they are of two strips";
 }
@@ -158,6 +159,14 @@ TEST_F(RowsAhead, AreNotReadBeforeAnyIsWanted)
 TEST_F(RowsAhead, AreNotReadOfASmallPicture)
 {
     EXPECT_FALSE(rowsAhead(test::pictureOf(test::corneredPicture(64, 48)).get()));
+}
+
+TEST_F(RowsAhead, AreNotReadOfAVeryWidePicture)
+{
+    ensureVipsReady();
+    VipsImage* black = nullptr;
+    ASSERT_EQ(vips_black(&black, 1'000'000, 10, nullptr), 0);
+    EXPECT_FALSE(rowsAhead(VipsImagePtr(black).get()));
 }
 
 TEST_F(RowsAhead, AreReadByWhoeverWantsThemWhereProcessorsAreBusy)
