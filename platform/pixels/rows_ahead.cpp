@@ -45,7 +45,8 @@ public:
         const int strip = first / streamedRows;
         const int row = first % streamedRows;
         std::unique_lock lock(m_mutex);
-        if (strip < m_first || row + count > streamedRows) return Error{"rows of another strip"};
+        if (strip < m_first || row + count > streamedRows || first + count > m_height)
+            return Error{"rows of another strip"};
         m_first = strip;
         m_hasChanged.notify_all();
         m_hasChanged.wait(lock, [&] { return m_next > strip || m_error; });

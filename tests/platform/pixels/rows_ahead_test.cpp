@@ -120,6 +120,7 @@ TEST_F(RowsAhead, ComeInPartsOfAStripToo)
         EXPECT_EQ(row->first[0], y % 251);
     }
     EXPECT_FALSE(rows(0, 1)) << "it was given up";
+    EXPECT_FALSE(rows(height, 1)) << "there is none";
     const RowProvider others = rowsAhead(source.picture().get());
     EXPECT_FALSE(others(streamedRows - 1, 2)) << "they are of two strips";
 }
