@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pixels/decoding.h"
 
+#include "pixels/row_reading.h"
 #include "pixels/row_stream.h"
 #include "pixels/stored_form.h"
 #include "rgba_pixels.h"

@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pixels/row_stream.h"
 
-#include "rows_ahead.h"
-
 #include <vips/vips.h>
 
 #include <algorithm>
@@ -125,21 +123,6 @@ Result<VipsImagePtr> streamedPicture(VipsImage* source, const StreamForm& form,
         vips_image_generate(image.get(), vips_start_one, generate, vips_stop_one, source, stream) != 0)
         return takeVipsError();
     return image;
-}
-
-Status readRows(VipsImage* image, const RowTaker& take)
-{
-    const std::unique_ptr<VipsRegion, VipsUnref> region(vips_region_new(image));
-    RowProvider provider = rowsAhead(image);
-    if (!provider) provider = [&](int first, int count) { return rowsOf(region.get(), first, count); };
-    const int height = vips_image_get_height(image);
-    for (int top = 0; top < height; top += streamedRows) {
-        const int count = std::min(streamedRows, height - top);
-        const auto rows = provider(top, count);
-        if (!rows) return rows.error();
-        if (auto status = take(top, count, *rows); !status) return status;
-    }
-    return Done{};
 }
 
 } // namespace lumora

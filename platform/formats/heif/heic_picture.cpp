@@ -5,7 +5,7 @@
 #include "components/component_rows.h"
 #include "components/component_stream.h"
 #include "format_io.h"
-#include "pixels/row_stream.h"
+#include "pixels/row_reading.h"
 
 #include <vips/vips.h>
 

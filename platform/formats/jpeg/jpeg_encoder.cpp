@@ -3,7 +3,7 @@
 #include "jpeg/jpeg_encoder.h"
 
 #include "jpeg/block_rows.h"
-#include "pixels/row_stream.h"
+#include "pixels/row_reading.h"
 
 #include <vips/vips.h>
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "png/png_layout.h"
 
-#include "pixels/row_stream.h"
+#include "pixels/row_reading.h"
 #include "pixels/stored_form.h"
 
 #include <vips/vips.h>

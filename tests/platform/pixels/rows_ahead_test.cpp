@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows_ahead.h"
 
+#include "pixels/row_reading.h"
 #include "system/side_by_side.h"
 #include "tests/platform/pixels/memory_picture.h"
 #include "tests/support/sample_images.h"

@@ -55,9 +55,4 @@ Result<VipsImagePtr> newPicture(const StreamForm& form);
 Result<VipsImagePtr> streamedPicture(_VipsImage* source, const StreamForm& form,
                                      std::unique_ptr<RowMaker> maker, std::shared_ptr<ReadOutcome> outcome);
 
-// Reads all rows of a picture, from the top down, as they are stored; `take` gets whole strips. Fails with
-// the first failure of either side.
-using RowTaker = std::function<Status(int first, int count, const RowSpan& rows)>;
-Status readRows(_VipsImage* image, const RowTaker& take);
-
 } // namespace lumora
