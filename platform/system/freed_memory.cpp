@@ -19,7 +19,7 @@ void keepFreedMemory()
 
 void fillNewMemory(bool isFilled)
 {
-    constexpr int inverse = 127;
+    constexpr int inverse = 255 - newMemoryFill;
     ::mallopt(M_PERTURB, isFilled ? inverse : 0);
 }
 

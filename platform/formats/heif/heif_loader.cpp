@@ -5,6 +5,7 @@
 #include "format_io.h"
 #include "heif/heif_handles.h"
 #include "heif/heif_input.h"
+#include "heif/hevc_decoder.h"
 #include "heif/hevc_threads.h"
 #include "pixels/interleaving.h"
 #include "row_picture.h"
@@ -101,6 +102,7 @@ private:
 Result<VipsImagePtr> loadHeif(int descriptor)
 {
     ensureHeifReady();
+    ensureHevcDecoder();
     if (auto status = findHevcThreads(); !status) return status.error();
     auto described = loadStrictly(vips_heifload_source, descriptor);
     if (!described || !isOfUsualKind(described->get())) return described;

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstdint>
+
 namespace lumora {
 
 // For a process whose work is one picture after another, before its first: large buffers come from the heap,
@@ -10,11 +12,14 @@ namespace lumora {
 // uses, hold up to two fifths more where pictures are worked on by several.
 void keepFreedMemory();
 
-// From now on, memory that is handed out has one value (128) everywhere or what was left in it. For decoders
-// that leave what they cannot decode as it was: pictures of before would show there; and for encoders that
-// look at what nobody wrote: the same picture would come out otherwise the next time. Any thread; for the
-// whole process.
+// From now on, memory that is handed out has one value everywhere or what was left in it. For decoders that
+// leave what they cannot decode as it was: pictures of before would show there; and for encoders that look at
+// what nobody wrote: the same picture would come out otherwise the next time. Any thread; for the whole
+// process.
 void fillNewMemory(bool isFilled);
+
+// No colour has it in brightness and both differences at once, so that what nobody wrote can be told.
+inline constexpr std::uint8_t newMemoryFill = 254;
 
 // To be called after each file; every fourth call gives what is free on the heap back to the system. Codecs
 // free buffers of ever other sizes, whose gaps would make a batch's memory grow with its number of files;
