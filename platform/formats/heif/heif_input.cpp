@@ -2,12 +2,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "heif/heif_input.h"
 
+#include "heif/hevc_decoder.h"
+
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace lumora {
 
-HeifInput::HeifInput(int descriptor) : m_descriptor(descriptor)
+HeifInput::HeifInput(int descriptor, Wanted wanted) : m_descriptor(descriptor), m_wanted(wanted)
 {
     struct stat status = {};
     if (fstat(descriptor, &status) == 0) m_size = status.st_size;
@@ -24,6 +26,11 @@ HeifInput::HeifInput(int descriptor) : m_descriptor(descriptor)
     };
 }
 
+HeifInput::~HeifInput()
+{
+    wantHevcInRgb(false);
+}
+
 HeifHandle HeifInput::primaryPicture(heif_context* context)
 {
     heif_image_handle* primary = nullptr;
@@ -33,8 +40,10 @@ HeifHandle HeifInput::primaryPicture(heif_context* context)
     return HeifHandle(primary);
 }
 
+// The library decodes a picture, and each piece of one on a thread of its own, after reading it there.
 int HeifInput::read(void* to, std::size_t size)
 {
+    wantHevcInRgb(m_wanted == Wanted::rgb);
     if (pread(m_descriptor, to, size, m_at) != static_cast<ssize_t>(size)) return 1;
     m_at += static_cast<std::int64_t>(size);
     return 0;

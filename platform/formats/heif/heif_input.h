@@ -13,8 +13,15 @@ namespace lumora {
 class HeifInput
 {
 public:
+    // What pictures that are not wanted in RGB come in is the library's choice.
+    enum class Wanted {
+        anything,
+        rgb,
+    };
+
     // The descriptor stays the caller's.
-    explicit HeifInput(int descriptor);
+    explicit HeifInput(int descriptor, Wanted wanted = Wanted::anything);
+    ~HeifInput();
     HeifInput(const HeifInput&) = delete;
     HeifInput& operator=(const HeifInput&) = delete;
 
@@ -27,6 +34,7 @@ private:
     int read(void* to, std::size_t size);
 
     int m_descriptor;
+    Wanted m_wanted;
     std::int64_t m_size = 0;
     std::int64_t m_at = 0;
     heif_reader m_calls{};

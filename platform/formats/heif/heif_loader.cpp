@@ -9,6 +9,7 @@
 #include "heif/hevc_threads.h"
 #include "pixels/interleaving.h"
 #include "row_picture.h"
+#include "system/freed_memory.h"
 #include "vips_loading.h"
 
 #include <fcntl.h>
@@ -62,13 +63,14 @@ public:
 private:
     Status decode()
     {
-        HeifInput input(m_file.get());
+        HeifInput input(m_file.get(), HeifInput::Wanted::rgb);
         const HeifContext context(heif_context_alloc());
         const HeifHandle picture = input.primaryPicture(context.get());
         if (!picture) return Error{"unreadable HEIF"};
         heif_image* decoded = nullptr;
         const heif_error error =
             heif_decode_image(picture.get(), &decoded, heif_colorspace_RGB, heif_chroma_444, nullptr);
+        fillNewMemory(false); // what follows writes all that it asks for
         m_planes.reset(decoded);
         if (error.code != heif_error_Ok) return errorOf(error);
         const bool isAsSaid =

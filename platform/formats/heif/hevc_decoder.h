@@ -10,4 +10,8 @@ namespace lumora {
 // std::bad_alloc.
 void ensureHevcDecoder();
 
+// Whether what this thread decodes next is wanted in RGB. It comes so where the stream says that its colours
+// are the usual ones (hevc_rgb.h), and in its components otherwise.
+void wantHevcInRgb(bool isWanted);
+
 } // namespace lumora
