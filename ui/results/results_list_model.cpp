@@ -88,6 +88,11 @@ int ResultsListModel::rowCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : m_arrangement.rowCount();
 }
 
+int ResultsListModel::resultCount() const
+{
+    return m_processing.resultCount();
+}
+
 void ResultsListModel::arrange(ResultsOrder order, bool failuresOnly)
 {
     beginResetModel();

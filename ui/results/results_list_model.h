@@ -35,6 +35,7 @@ public:
     ResultsOrder order() const { return m_arrangement.order(); }
     bool showsFailuresOnly() const { return m_arrangement.showsFailuresOnly(); }
     int failureCount() const { return m_failureCount; }
+    int resultCount() const; // with those that are not shown
 
     // What the processing model does with its results.
     void retry(const QModelIndex& index);

@@ -66,7 +66,7 @@ int ResultsListView::rowHeight() const
 
 int ResultsListView::listHeight() const
 {
-    return std::clamp(m_results.rowCount(), 1, mostRows) * rowHeight();
+    return std::clamp(m_results.resultCount(), 1, mostRows) * rowHeight();
 }
 
 QSize ResultsListView::sizeHint() const

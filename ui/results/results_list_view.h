@@ -25,7 +25,7 @@ public:
     ResultsListView(ResultsListModel& results, FileBrowser fileBrowser, QWidget* parent = nullptr);
 
     int rowHeight() const override;
-    // One height per row, up to eight rows.
+    // One height per result, up to eight; those that a filter hides leave their room.
     int listHeight() const;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

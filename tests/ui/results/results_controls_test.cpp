@@ -87,6 +87,18 @@ TEST_F(ResultsControlsTest, ShowTheFailuresAloneAndThoseThatCome)
     EXPECT_EQ(names(), words({"f.jpg", "e.jpg", "c.jpg", "a.jpg", "d.jpg", "b.jpg"}));
 }
 
+// A second click on the chip meets it where the first one did.
+TEST_F(ResultsControlsTest, ShowTheFailuresAloneInTheSameRoom)
+{
+    addMixture();
+    const int height = view().height();
+    chip("1 failed")->click();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(names(), words({"d.jpg"}));
+    EXPECT_EQ(view().height(), height);
+    EXPECT_EQ(view().sizeHint().height(), height);
+}
+
 TEST_F(ResultsControlsTest, SortBySavingNameAndTimeAndPutNewResultsInTheirPlace)
 {
     addMixture();
