@@ -81,6 +81,20 @@ void addItems(HeifItems& items, std::string_view list)
     }
 }
 
+void addCodings(HeifItems& items, std::string_view properties)
+{
+    constexpr std::size_t matrixAt = 8; // after the kind and two other codes
+    while (const auto set = takeBox(properties)) {
+        if (set->type != "ipco") continue;
+        std::string_view left = set->content;
+        while (const auto box = takeBox(left)) {
+            if (box->type != "colr" || box->content.substr(0, 4) != "nclx") continue;
+            items.codings.push_back({static_cast<unsigned>(bigEndianAt(box->content, matrixAt, 2)),
+                                     (bigEndianAt(box->content, matrixAt + 2, 1) & 0x80U) != 0});
+        }
+    }
+}
+
 } // namespace
 
 std::string HeifItems::codec() const
@@ -107,6 +121,7 @@ HeifItems heifItems(int descriptor)
         if (box->type == "pitm")
             items.primary = static_cast<std::uint32_t>(bigEndianAt(box->content, fullBoxHead, numberLength));
         if (box->type == "iinf") addItems(items, box->content);
+        if (box->type == "iprp") addCodings(items, box->content);
     }
     return items;
 }

@@ -10,10 +10,12 @@
 #include "pixels/interleaving.h"
 #include "row_picture.h"
 #include "system/freed_memory.h"
+#include "types/heif_items.h"
 #include "vips_loading.h"
 
 #include <fcntl.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <utility>
@@ -63,7 +65,9 @@ public:
 private:
     Status decode()
     {
-        HeifInput input(m_file.get(), HeifInput::Wanted::rgb);
+        // The container's word counts more than the stream's, which is all that the decoder knows.
+        const bool isUsual = std::ranges::all_of(heifItems(m_file.get()).codings, &ColorCoding::isUsual);
+        HeifInput input(m_file.get(), isUsual ? HeifInput::Wanted::rgb : HeifInput::Wanted::anything);
         const HeifContext context(heif_context_alloc());
         const HeifHandle picture = input.primaryPicture(context.get());
         if (!picture) return Error{"unreadable HEIF"};

@@ -6,8 +6,6 @@
 #include "heif/hevc_picture.h"
 #include "heif/hevc_rgb.h"
 
-#include "system/side_by_side.h"
-
 #include <libde265/de265.h>
 #include <libheif/heif_plugin.h>
 
@@ -55,7 +53,6 @@ public:
                                        std::size_t{units[2]} << 8U | units[3];
             units = units.subspan(lengthBytes);
             if (length > units.size()) throw Error{"a unit of the stream that goes on behind its end"};
-            m_bytes += length;
             check(de265_push_NAL(m_codec.get(), units.data(), static_cast<int>(length), 0, nullptr));
             units = units.subspan(length);
         }
@@ -63,7 +60,6 @@ public:
 
     HeifPicture decode()
     {
-        startThreads();
         check(de265_flush_data(m_codec.get()));
         const de265_image* picture = nullptr;
         int isMore = 1;
@@ -86,19 +82,9 @@ private:
         void operator()(de265_decoder_context* codec) const { de265_free_decoder(codec); }
     };
 
-    // For a picture that is large and one of a kind: pieces of one are decoded side by side by the HEIF
-    // library. Does without where the system refuses them.
-    void startThreads()
-    {
-        constexpr std::size_t smallest = 200'000;
-        const int processors = usedProcessors();
-        if (processors > 1 && m_bytes >= smallest) de265_start_worker_threads(m_codec.get(), processors);
-    }
-
     de265_error nextWarning() { return de265_get_warning(m_codec.get()); }
 
     std::unique_ptr<de265_decoder_context, Freed> m_codec;
-    std::size_t m_bytes = 0;
 };
 
 HevcDecoder& decoderOf(void* decoder)

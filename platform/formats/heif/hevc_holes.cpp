@@ -7,10 +7,9 @@
 #include <libde265/de265.h>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
+#include <vector>
 
 namespace lumora {
 namespace {
@@ -23,12 +22,12 @@ struct Plane
     int columns; // a luma pixel has one sample in so many columns and rows
     int rows;
 
-    // A square of luma pixels, all of whose samples are the fill.
-    bool isFill(int left, int top, int edge) const
+    // An area of luma pixels, all of whose samples are the fill.
+    bool isFill(int left, int top, int width, int height) const
     {
         const auto isFill = [](std::uint8_t byte) { return byte == newMemoryFill; };
-        const std::ptrdiff_t bytes = std::ptrdiff_t{edge / columns} * sampleBytes;
-        for (int y = top / rows; y < (top + edge) / rows; ++y) {
+        const std::ptrdiff_t bytes = std::ptrdiff_t{(width + columns - 1) / columns} * sampleBytes;
+        for (int y = top / rows; y < (top + height + rows - 1) / rows; ++y) {
             const std::uint8_t* const first =
                 samples + std::ptrdiff_t{y} * stride + std::ptrdiff_t{left / columns} * sampleBytes;
             if (!std::all_of(first, first + bytes, isFill)) return false;
@@ -48,11 +47,15 @@ Plane planeOf(const de265_image* decoded, int index)
     return plane;
 }
 
-// Brightness and two differences: at full resolution only where the stream says so, for they may be colours.
-bool holdsDifferences(const de265_image* decoded)
+// Whether the fill is no colour: it is more than samples of 9 to 15 bits can say, and no brightness with such
+// differences. At full resolution components are differences only where the stream says so, for they may be
+// colours.
+bool tellsFill(const de265_image* decoded)
 {
     constexpr int colors = 0; // codes of ITU-T H.273
     constexpr int unspecified = 2;
+    const int bits = de265_get_bits_per_pixel(decoded, 0);
+    if (bits > 8 && bits < 16) return true;
     const de265_chroma chroma = de265_get_chroma_format(decoded);
     const int matrix = de265_get_image_matrix_coefficients(decoded);
     if (chroma == de265_chroma_444) return matrix != colors && matrix != unspecified;
@@ -62,20 +65,24 @@ bool holdsDifferences(const de265_image* decoded)
 } // namespace
 
 // The smallest block that the codec leaves out has sixteen pixels a side, of which filters change three from
-// outside: the second of two squares lies within what is left.
+// outside: the second of two squares lies within what is left. At the right and at the bottom less may be
+// seen.
 bool hasHoles(const de265_image* decoded)
 {
     constexpr int between = 8;
     constexpr int edge = 4;
-    if (!holdsDifferences(decoded)) return false;
-    const std::array planes{planeOf(decoded, 0), planeOf(decoded, 1), planeOf(decoded, 2)};
+    if (!tellsFill(decoded)) return false;
+    std::vector<Plane> planes{planeOf(decoded, 0)};
+    if (de265_get_chroma_format(decoded) != de265_chroma_mono)
+        planes.insert(planes.end(), {planeOf(decoded, 1), planeOf(decoded, 2)});
     const int width = de265_get_image_width(decoded, 0);
     const int height = de265_get_image_height(decoded, 0);
-    for (int top = 0; top + edge <= height; top += between) {
-        for (int left = 0; left + edge <= width; left += between) {
-            if (std::ranges::all_of(planes,
-                                    [&](const Plane& plane) { return plane.isFill(left, top, edge); }))
-                return true;
+    for (int top = 0; top < height; top += between) {
+        for (int left = 0; left < width; left += between) {
+            const auto isFill = [&](const Plane& plane) {
+                return plane.isFill(left, top, std::min(edge, width - left), std::min(edge, height - top));
+            };
+            if (std::ranges::all_of(planes, isFill)) return true;
         }
     }
     return false;

@@ -7,8 +7,8 @@ struct de265_image;
 namespace lumora {
 
 // Whether the codec wrote nothing to some block of the picture, as where a stream claims to end before it
-// does. Seen where new memory was filled (fillNewMemory) and the components are brightness and differences:
-// where they are colours or may be, the fill is one of them.
+// does. Seen where new memory was filled (fillNewMemory) and the fill is no colour; it is one where eight
+// bits are grey, or colours themselves.
 bool hasHoles(const de265_image* decoded);
 
 } // namespace lumora

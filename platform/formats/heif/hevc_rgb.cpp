@@ -3,6 +3,7 @@
 #include "heif/hevc_rgb.h"
 
 #include "pixels/vector_clones.h"
+#include "types/heif_items.h"
 
 #include <libde265/de265.h>
 
@@ -13,43 +14,54 @@
 namespace lumora {
 namespace {
 
-// What the differences add to the brightness of each pixel of a row.
+// What the differences add to the brightness of each pixel of a row. Green gets both, one after the other.
 struct Added
 {
     explicit Added(std::ptrdiff_t width)
-        : red(roundedUp(width)), green(roundedUp(width)), blue(roundedUp(width))
+        : red(roundedUp(width)), greenByRed(roundedUp(width)), greenByBlue(roundedUp(width)),
+          blue(roundedUp(width))
     {
     }
 
     static std::size_t roundedUp(std::ptrdiff_t width) { return static_cast<std::size_t>(width + width % 2); }
 
     std::vector<float> red;
-    std::vector<float> green;
+    std::vector<float> greenByRed;
+    std::vector<float> greenByBlue;
     std::vector<float> blue;
 };
 
-LUMORA_VECTOR_CLONES void addedBy(const std::uint8_t* blues, const std::uint8_t* reds, std::ptrdiff_t count,
-                                  float* __restrict red, float* __restrict green, float* __restrict blue)
+LUMORA_VECTOR_CLONES void addedBy(const std::uint8_t* differences, std::ptrdiff_t count, float own,
+                                  float green, float* __restrict toOwn, float* __restrict toGreen)
 {
     constexpr float none = 128;
     for (std::ptrdiff_t i = 0; i < count; ++i) {
-        const float towardsBlue = static_cast<float>(blues[i]) - none;
-        const float towardsRed = static_cast<float>(reds[i]) - none;
-        red[2 * i] = red[2 * i + 1] = 1.402F * towardsRed;
-        green[2 * i] = green[2 * i + 1] = -0.344136F * towardsBlue - 0.714136F * towardsRed;
-        blue[2 * i] = blue[2 * i + 1] = 1.772F * towardsBlue;
+        const float difference = static_cast<float>(differences[i]) - none;
+        toOwn[2 * i] = toOwn[2 * i + 1] = own * difference;
+        toGreen[2 * i] = toGreen[2 * i + 1] = green * difference;
     }
+}
+
+inline std::uint8_t rounded(float color)
+{
+    constexpr float white = 255;
+    const float atLeastBlack = color + 0.5F < 0 ? 0 : color + 0.5F;
+    return static_cast<std::uint8_t>(static_cast<int>(atLeastBlack > white ? white : atLeastBlack));
 }
 
 LUMORA_VECTOR_CLONES void addTo(const std::uint8_t* brightness, const float* __restrict added,
                                 std::ptrdiff_t width, std::uint8_t* __restrict color)
 {
-    constexpr float white = 255;
-    for (std::ptrdiff_t i = 0; i < width; ++i) {
-        const float rounded = static_cast<float>(brightness[i]) + added[i] + 0.5F;
-        const float atLeastBlack = rounded < 0 ? 0 : rounded;
-        color[i] = static_cast<std::uint8_t>(static_cast<int>(atLeastBlack > white ? white : atLeastBlack));
-    }
+    for (std::ptrdiff_t i = 0; i < width; ++i)
+        color[i] = rounded(static_cast<float>(brightness[i]) + added[i]);
+}
+
+LUMORA_VECTOR_CLONES void addTo(const std::uint8_t* brightness, const float* __restrict first,
+                                const float* __restrict second, std::ptrdiff_t width,
+                                std::uint8_t* __restrict color)
+{
+    for (std::ptrdiff_t i = 0; i < width; ++i)
+        color[i] = rounded(static_cast<float>(brightness[i]) + first[i] + second[i]);
 }
 
 struct Rows
@@ -87,9 +99,9 @@ WrittenRows addPlane(heif_image* picture, heif_channel channel, int width, int h
 
 bool hasUsualColors(const de265_image* decoded)
 {
-    const int matrix = de265_get_image_matrix_coefficients(decoded); // by the codes of ITU-T H.273
-    return (matrix == 5 || matrix == 6) && de265_get_image_full_range_flag(decoded) != 0 &&
-           de265_get_chroma_format(decoded) == de265_chroma_420 &&
+    const ColorCoding coding{static_cast<unsigned>(de265_get_image_matrix_coefficients(decoded)),
+                             de265_get_image_full_range_flag(decoded) != 0};
+    return coding.isUsual() && de265_get_chroma_format(decoded) == de265_chroma_420 &&
            de265_get_bits_per_pixel(decoded, 0) == 8 && de265_get_bits_per_pixel(decoded, 1) == 8;
 }
 
@@ -109,11 +121,13 @@ HeifPicture rgbPictureOf(const de265_image* decoded)
     Added added(width);
     for (int y = 0; y < height; ++y) {
         if (y % 2 == 0) {
-            addedBy(blues.row(y / 2), reds.row(y / 2), (width + 1) / 2, added.red.data(), added.green.data(),
-                    added.blue.data());
+            addedBy(reds.row(y / 2), (width + 1) / 2, 1.402F, -0.71413626F, added.red.data(),
+                    added.greenByRed.data());
+            addedBy(blues.row(y / 2), (width + 1) / 2, 1.772F, -0.34413628F, added.blue.data(),
+                    added.greenByBlue.data());
         }
         addTo(brightness.row(y), added.red.data(), width, red.row(y));
-        addTo(brightness.row(y), added.green.data(), width, green.row(y));
+        addTo(brightness.row(y), added.greenByBlue.data(), added.greenByRed.data(), width, green.row(y));
         addTo(brightness.row(y), added.blue.data(), width, blue.row(y));
     }
     return picture;

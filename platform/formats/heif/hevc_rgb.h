@@ -11,8 +11,7 @@ struct de265_image;
 
 namespace lumora {
 
-// Whether they are such, in eight bits without room above and below, by what the stream says. What the
-// container says of it the library does not ask either.
+// Whether they are such, by what the stream says: its coding is the usual one (ColorCoding), in eight bits.
 bool hasUsualColors(const de265_image* decoded);
 
 // Throws Error.

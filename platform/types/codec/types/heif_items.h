@@ -7,13 +7,25 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace lumora {
+
+// How colours became components, by the code of ITU-T H.273.
+struct ColorCoding
+{
+    unsigned matrix;
+    bool isFullRange;
+
+    // As photographs': ITU-R BT.601 without room above and below.
+    bool isUsual() const { return (matrix == 5 || matrix == 6) && isFullRange; }
+};
 
 struct HeifItems
 {
     std::uint32_t primary = 0;                  // the number of the picture that is meant
     std::map<std::uint32_t, std::string> types; // of every item, in four letters
+    std::vector<ColorCoding> codings = {};      // all that the container speaks of, whichever item's
 
     // The decoder's name for what the picture is coded with, "hevc" or "av1"; empty when it is another or
     // unknown.
