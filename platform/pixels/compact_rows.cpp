@@ -68,7 +68,7 @@ bool CompactRows::isSettled() const
 
 Status CompactRows::settle(VipsImage* bitmap)
 {
-    const std::unique_ptr<VipsRegion, VipsUnref> region(vips_region_new(bitmap));
+    const RegionPtr region = regionForEachRowOnce(bitmap);
     for (int top = 0; top < m_height && !isSettled(); top += streamedRows) {
         const int count = std::min(streamedRows, m_height - top);
         const auto rows = rowsOf(region.get(), top, count);

@@ -12,6 +12,8 @@
 namespace lumora {
 namespace {
 
+constexpr const char* eachRowOnce = "lumora-each-row-once";
+
 // Rows fetched from the decoder at once; a multiple of every codec's block height.
 constexpr int stripHeight = 64;
 
@@ -76,7 +78,7 @@ std::optional<ColorModel> colorModelOf(const VipsImage* image)
 }
 
 RowReader::RowReader(VipsImagePtr image, RowFormat format, bool keepsProfileSpace)
-    : m_image(std::move(image)), m_region(vips_region_new(m_image.get())), m_format(format),
+    : m_image(std::move(image)), m_region(regionForEachRowOnce(m_image.get())), m_format(format),
       m_keepsProfileSpace(keepsProfileSpace)
 {
 }
@@ -128,6 +130,18 @@ Status RowReader::read(int first, int count, std::uint8_t* rows)
             std::memcpy(rows, strip->first + y * strip->stride, rowBytes);
     }
     return Done{};
+}
+
+RegionPtr regionForEachRowOnce(VipsImage* image)
+{
+    RegionPtr region(vips_region_new(image));
+    if (region) g_object_set_data(G_OBJECT(region.get()), eachRowOnce, region.get());
+    return region;
+}
+
+bool isForEachRowOnce(VipsRegion* region)
+{
+    return g_object_get_data(G_OBJECT(region), eachRowOnce) != nullptr;
 }
 
 Result<RowSpan> rowsOf(VipsRegion* region, int first, int count)

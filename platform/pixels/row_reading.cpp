@@ -13,7 +13,7 @@ namespace lumora {
 
 Status readRows(VipsImage* image, const RowTaker& take)
 {
-    const std::unique_ptr<VipsRegion, VipsUnref> region(vips_region_new(image));
+    const RegionPtr region = regionForEachRowOnce(image);
     RowProvider provider = rowsAhead(image);
     if (!provider) provider = [&](int first, int count) { return rowsOf(region.get(), first, count); };
     const int height = vips_image_get_height(image);

@@ -80,7 +80,7 @@ private:
 
     Status read(const std::stop_token& stop)
     {
-        const std::unique_ptr<VipsRegion, VipsUnref> region(vips_region_new(m_source.get()));
+        const RegionPtr region = regionForEachRowOnce(m_source.get());
         for (int strip = 0; strip * streamedRows < m_height && mayRead(strip, stop); ++strip) {
             const int top = strip * streamedRows;
             const int count = std::min(streamedRows, m_height - top);

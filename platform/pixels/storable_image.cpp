@@ -37,12 +37,10 @@ Result<VipsImagePtr> compactBitmap(const Image& image, bool holdsAlpha)
     const auto outcome = image.outcome() ? image.outcome() : std::make_shared<ReadOutcome>();
     auto rows = streamedPicture(image.pixels(), form, std::move(*compact), outcome);
     if (!rows) return rows.error();
-    VipsImage* tagged = nullptr;
-    if (vips_copy(rows->get(), &tagged, "xres", dotsPerMillimetre, "yres", dotsPerMillimetre, nullptr) != 0)
-        return takeVipsError();
+    (*rows)->Xres = (*rows)->Yres = dotsPerMillimetre;
     if (const auto profile = attachedProfile(image.pixels()); !profile.empty())
-        vips_image_set_blob_copy(tagged, VIPS_META_ICC_NAME, profile.data(), profile.size());
-    return VipsImagePtr(tagged);
+        vips_image_set_blob_copy(rows->get(), VIPS_META_ICC_NAME, profile.data(), profile.size());
+    return rows;
 }
 
 bool holds(const StorageLimits& limits, const VipsImage* image)

@@ -41,6 +41,12 @@ struct RowSpan
     std::ptrdiff_t stride;
 };
 
+// A region by which one reader takes the rows of a picture from the top down and none again. Rows that are
+// made when they are asked for (row_stream.h) are then made in its memory, and not kept for others.
+using RegionPtr = std::unique_ptr<_VipsRegion, VipsUnref>;
+RegionPtr regionForEachRowOnce(_VipsImage* image);
+bool isForEachRowOnce(_VipsRegion* region);
+
 class RowReader
 {
 public:
@@ -55,7 +61,7 @@ public:
     bool keepsProfileSpace() const { return m_keepsProfileSpace; }
 
     // `count` rows from row `first` on, which stay valid until the next request. Rows must be asked for from
-    // the top down. Fails when they are damaged or missing.
+    // the top down, each once. Fails when they are damaged or missing.
     Result<RowSpan> rows(int first, int count);
     // The same, copied into `rows`, tightly packed.
     Status read(int first, int count, std::uint8_t* rows);
@@ -67,7 +73,7 @@ private:
     RowReader(VipsImagePtr image, RowFormat format, bool keepsProfileSpace);
 
     VipsImagePtr m_image;
-    std::unique_ptr<_VipsRegion, VipsUnref> m_region;
+    RegionPtr m_region;
     RowFormat m_format;
     bool m_keepsProfileSpace;
 };

@@ -50,8 +50,14 @@ StreamForm streamFormOf(_VipsImage* image);
 // takes, which would leave it at another size without a word.
 Result<VipsImagePtr> newPicture(const StreamForm& form);
 
-// The lazy picture: like every other one of the image library, but for its rows, which can be had once. The
-// outcome takes the first failure. The picture has no metadata yet.
+// Gives a picture that has its form, and its place in the image library's pipeline, rows that can be had
+// once. The outcome takes the first failure. Without a source the maker is given none either. The source is
+// the caller's to keep.
+Status streamInto(_VipsImage* picture, _VipsImage* source, std::unique_ptr<RowMaker> maker,
+                  std::shared_ptr<ReadOutcome> outcome);
+
+// The lazy picture: like every other one of the image library, but for its rows, which can be had once. It
+// keeps its source, and has no metadata yet.
 Result<VipsImagePtr> streamedPicture(_VipsImage* source, const StreamForm& form,
                                      std::unique_ptr<RowMaker> maker, std::shared_ptr<ReadOutcome> outcome);
 

@@ -67,14 +67,18 @@ TEST_F(OpenedBmp, WithTooLongAnEdgeIsUnreadable)
 
 TEST_F(OpenedBmp, GivesTheSamePictureWholeAndTurned)
 {
-    const auto source = open({.bits = 8,
-                              .compression = 1,
-                              .colorsUsed = 2,
-                              .palette = twoColors,
-                              .pixels = {2, 1, 0, 0, 1, 0, 1, 1, 0, 1}});
-    ASSERT_TRUE(source);
-    const auto upright = decode(source->image());
-    const auto turned = decode(source->image().withPendingOrientation(3));
+    const auto opened = [this] {
+        return open({.bits = 8,
+                     .compression = 1,
+                     .colorsUsed = 2,
+                     .palette = twoColors,
+                     .pixels = {2, 1, 0, 0, 1, 0, 1, 1, 0, 1}});
+    };
+    const auto straight = opened();
+    const auto other = opened();
+    ASSERT_TRUE(straight && other);
+    const auto upright = decode(straight->image());
+    const auto turned = decode(other->image().withPendingOrientation(3));
     ASSERT_TRUE(upright && turned);
     const auto pixelsOf = [](const Image& image) {
         const auto* first = static_cast<const std::uint8_t*>(vips_image_get_data(image.pixels()));
