@@ -34,7 +34,7 @@ GIF_OF_MANY = Bound(16.0, NO_LIMIT, NO_LIMIT, 'at most 256 colours, and dithered
 UNCERTAIN = Bound(45.0, NO_LIMIT, NO_LIMIT, 'inks without a profile look as each program thinks fit; only gross errors show')
 FEW_BITS = Bound(0.3, 1.1, 0.3, 'five bits are stretched to eight by rounding or by repeating the upper ones')
 OWN_JPEG = Bound(0.1, 12.0, 0.4, 'our JPEG drops what a busy block hides, and sharpens colours of half the resolution')
-OWN_HEIC = Bound(0.0, 0.0, 1.0, 'our HEIC keeps the light of coloured edges, not the means of their samples')
+OWN_HEIC = Bound(0.0, 0.0, 1.05, 'our HEIC keeps the light of coloured edges, not the means of their samples')
 LOSSY_SLACK = Bound(0.7, 24.0, 1.2, 'another coder of the same kind with the same quality, and our choices of its tables')
 
 
