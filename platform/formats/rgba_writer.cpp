@@ -3,10 +3,14 @@
 #include "formats/rgba_writer.h"
 
 #include "pixels/drawing.h"
+#include "pixels/interleaving.h"
 #include "pixels/row_reader.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
+#include <span>
 #include <vector>
 
 namespace lumora {
@@ -14,23 +18,33 @@ namespace {
 
 constexpr int pixelBytes = 4;
 
+// Of the drawing's row, from a column on.
+void takeRgba(const std::uint8_t* row, int bands, const PicturePart& part, std::uint8_t* rgba)
+{
+    const std::uint8_t* const from = row + std::ptrdiff_t{part.left} * bands;
+    if (bands == pixelBytes) {
+        std::memcpy(rgba, from, static_cast<std::size_t>(part.columns) * pixelBytes);
+    } else {
+        addFourth(from, part.columns, rgba);
+    }
+}
+
 Status appendRows(RowReader& rows, const PicturePart& part, OutputFile& file)
 {
     constexpr int rowsAtOnce = 64;
     const auto rowBytes = static_cast<std::size_t>(part.columns) * pixelBytes;
-    std::vector<std::byte> strip(rowBytes * rowsAtOnce);
+    std::vector<std::uint8_t> strip(rowBytes * rowsAtOnce);
     const int end = part.top + part.rows;
     // The rows above the part are made as well: they come in order.
     for (int top = 0; top < end; top += rowsAtOnce) {
         const int count = std::min(rowsAtOnce, end - top);
-        const auto rgba = rows.rows(top, count);
-        if (!rgba) return rgba.error();
+        const auto drawn = rows.rows(top, count);
+        if (!drawn) return drawn.error();
         const int skipped = std::clamp(part.top - top, 0, count);
-        const std::uint8_t* from = rgba->first + static_cast<std::ptrdiff_t>(part.left) * pixelBytes;
-        std::byte* to = strip.data();
+        std::uint8_t* to = strip.data();
         for (int y = skipped; y < count; ++y, to += rowBytes)
-            std::memcpy(to, from + y * rgba->stride, rowBytes);
-        if (auto status = file.append({strip.data(), to}); !status) return status;
+            takeRgba(drawn->first + y * drawn->stride, rows.format().bands(), part, to);
+        if (auto status = file.append(std::as_bytes(std::span(strip.data(), to))); !status) return status;
     }
     return Done{};
 }

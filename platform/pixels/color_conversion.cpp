@@ -8,8 +8,6 @@
 #include <vips/vips.h>
 
 #include <algorithm>
-#include <array>
-#include <bit>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -30,24 +28,6 @@ cmsUInt32Number pixelTypeOf(RowFormat format)
         break;
     }
     return type | COLORSPACE_SH(PT_CMYK) | CHANNELS_SH(4);
-}
-
-// Photographs are of this kind: one wide load and store a pixel, but for the last, behind which nothing may
-// be read.
-void widenOpaque(const std::uint8_t* rgb, std::uint8_t* rgba, std::size_t pixels)
-{
-    constexpr std::array<std::uint8_t, 4> opaqueBytes{0, 0, 0, 255};
-    const auto opaque = std::bit_cast<std::uint32_t>(opaqueBytes);
-    for (; pixels > 1; --pixels, rgb += 3, rgba += 4) {
-        std::uint32_t pixel = 0;
-        std::memcpy(&pixel, rgb, 4);
-        pixel |= opaque;
-        std::memcpy(rgba, &pixel, 4);
-    }
-    if (pixels == 1) {
-        std::memcpy(rgba, rgb, 3);
-        rgba[3] = 255;
-    }
 }
 
 } // namespace
@@ -94,37 +74,37 @@ ColorConversion ColorConversion::made(RowFormat format, ProfileBytes profile)
     ColorConversion conversion(format);
     const OwnedProfile source = sourceProfile(profile, format.model);
     if (!source || isSrgb(source.get(), format.model)) return conversion;
-    conversion.m_transform = srgbTransform(source.get(), pixelTypeOf(format), TYPE_RGBA_8);
+    conversion.m_transform =
+        srgbTransform(source.get(), pixelTypeOf(format), format.hasAlpha ? TYPE_RGBA_8 : TYPE_RGB_8);
     conversion.m_isPossible = conversion.m_transform != nullptr;
     return conversion;
 }
 
-void ColorConversion::run(const std::uint8_t* from, std::uint8_t* rgba, std::size_t pixels) const
+void ColorConversion::run(const std::uint8_t* from, std::uint8_t* to, std::size_t pixels) const
 {
-    if (!m_transform) return widen(from, rgba, pixels);
-    if (!m_format.hasAlpha) std::fill_n(rgba, pixels * 4, std::uint8_t{255});
+    if (!m_transform) return widen(from, to, pixels);
     while (pixels > 0) {
         const std::size_t count = std::min<std::size_t>(pixels, 1U << 20U);
-        cmsDoTransform(m_transform.get(), from, rgba, static_cast<cmsUInt32Number>(count));
+        cmsDoTransform(m_transform.get(), from, to, static_cast<cmsUInt32Number>(count));
         from += count * static_cast<std::size_t>(m_format.bands());
-        rgba += count * 4;
+        to += count * static_cast<std::size_t>(m_format.drawnBands());
         pixels -= count;
     }
 }
 
-void ColorConversion::widen(const std::uint8_t* from, std::uint8_t* rgba, std::size_t pixels) const
+void ColorConversion::widen(const std::uint8_t* from, std::uint8_t* to, std::size_t pixels) const
 {
     const auto bands = static_cast<std::size_t>(m_format.bands());
-    const bool isGray = m_format.model == ColorModel::gray;
+    if (m_format.model == ColorModel::rgb) {
+        std::memcpy(to, from, pixels * bands);
+        return;
+    }
     const bool isInk = m_format.model == ColorModel::cmyk;
-    if (m_format.model == ColorModel::rgb && !m_format.hasAlpha) return widenOpaque(from, rgba, pixels);
-    for (std::size_t i = 0; i < pixels; ++i, from += bands, rgba += 4) {
+    for (std::size_t i = 0; i < pixels; ++i, from += bands) {
         // Without any profile of inks at hand: the plain complement.
-        for (std::size_t c = 0; c < 3; ++c) {
-            rgba[c] = isInk ? static_cast<std::uint8_t>((255 - from[c]) * (255 - from[3]) / 255)
-                            : from[isGray ? 0 : c];
-        }
-        rgba[3] = m_format.hasAlpha ? from[bands - 1] : std::uint8_t{255};
+        for (std::size_t c = 0; c < 3; ++c)
+            *to++ = isInk ? static_cast<std::uint8_t>((255 - from[c]) * (255 - from[3]) / 255) : from[0];
+        if (m_format.hasAlpha) *to++ = from[bands - 1];
     }
 }
 

@@ -2,14 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "compact_rows.h"
 
-#include "pixels/interleaving.h"
 #include "rgba_pixels.h"
 
 #include <vips/vips.h>
 
 #include <algorithm>
-#include <cstring>
-#include <iterator>
 #include <utility>
 
 namespace lumora {
@@ -25,14 +22,14 @@ void layOverWhite(std::uint8_t* p, std::size_t pixels)
     }
 }
 
-void pack(const std::vector<std::uint8_t>& rgba, CompactForm form, std::uint8_t* to)
+// From a bitmap's components, straight, to those of a form.
+void pack(const std::vector<std::uint8_t>& bitmap, std::size_t bands, CompactForm form, std::uint8_t* to)
 {
-    if (form.isOpaque && !form.isGray) return dropFourth(rgba.data(), std::ssize(rgba) / 4, to);
     const std::size_t colors = form.isGray ? 1 : 3;
-    for (std::size_t at = 0; at < rgba.size(); at += 4) {
+    for (std::size_t at = 0; at < bitmap.size(); at += bands) {
         for (std::size_t c = 0; c < colors; ++c)
-            *to++ = rgba[at + c];
-        if (!form.isOpaque) *to++ = rgba[at + 3];
+            *to++ = bitmap[at + c];
+        if (!form.isOpaque) *to++ = bitmap[at + 3];
     }
 }
 
@@ -48,22 +45,23 @@ void widen(const std::vector<std::uint8_t>& from, CompactForm form, CompactForm 
 
 } // namespace
 
-CompactRows::CompactRows(VipsImage* bitmap, BitmapAlpha alpha, bool mayBeGray)
-    : m_alpha(alpha), m_height(vips_image_get_height(bitmap)),
+CompactRows::CompactRows(VipsImage* bitmap, bool keepsAlpha, bool mayBeGray)
+    : m_bands(static_cast<std::size_t>(vips_image_get_bands(bitmap))),
+      m_keepsAlpha(keepsAlpha && m_bands == 4), m_height(vips_image_get_height(bitmap)),
       m_width(static_cast<std::size_t>(vips_image_get_width(bitmap))), m_form{mayBeGray, true}
 {
 }
 
-Result<std::unique_ptr<CompactRows>> CompactRows::open(VipsImage* bitmap, BitmapAlpha alpha, bool mayBeGray)
+Result<std::unique_ptr<CompactRows>> CompactRows::open(VipsImage* bitmap, bool keepsAlpha, bool mayBeGray)
 {
-    std::unique_ptr<CompactRows> rows(new CompactRows(bitmap, alpha, mayBeGray));
+    std::unique_ptr<CompactRows> rows(new CompactRows(bitmap, keepsAlpha, mayBeGray));
     if (auto status = rows->settle(bitmap); !status) return status.error();
     return rows;
 }
 
 bool CompactRows::isSettled() const
 {
-    return !m_form.isGray && (m_alpha != BitmapAlpha::kept || !m_form.isOpaque);
+    return !m_form.isGray && (!m_keepsAlpha || !m_form.isOpaque);
 }
 
 Status CompactRows::settle(VipsImage* bitmap)
@@ -77,28 +75,30 @@ Status CompactRows::settle(VipsImage* bitmap)
         const CompactForm form = formOfLoaded();
         m_form = {m_form.isGray && form.isGray, m_form.isOpaque && form.isOpaque};
         Strip& strip = m_read.emplace_back(Strip{form, {}});
-        strip.bytes.resize(m_rgba.size() / 4 * form.bands());
-        pack(m_rgba, form, strip.bytes.data());
+        strip.bytes.resize(m_strip.size() / m_bands * form.bands());
+        pack(m_strip, m_bands, form, strip.bytes.data());
     }
     return Done{};
 }
 
 void CompactRows::loadStraight(const RowSpan& rows, int count)
 {
-    m_rgba.resize(m_width * static_cast<std::size_t>(count) * 4);
-    for (int y = 0; y < count; ++y)
-        std::memcpy(m_rgba.data() + static_cast<std::size_t>(y) * m_width * 4, rows.first + y * rows.stride,
-                    m_width * 4);
-    if (m_alpha == BitmapAlpha::kept) unpremultiply(m_rgba.data(), m_rgba.size() / 4, 4);
-    if (m_alpha == BitmapAlpha::overWhite) layOverWhite(m_rgba.data(), m_rgba.size() / 4);
+    m_strip.resize(m_width * static_cast<std::size_t>(count) * m_bands);
+    copyRows(rows, count, m_width * m_bands, m_strip.data());
+    if (m_bands < 4) return;
+    if (m_keepsAlpha) {
+        unpremultiply(m_strip.data(), m_strip.size() / 4, 4);
+    } else {
+        layOverWhite(m_strip.data(), m_strip.size() / 4);
+    }
 }
 
 CompactForm CompactRows::formOfLoaded() const
 {
     CompactForm form{m_form.isGray, true};
-    for (std::size_t at = 0; at < m_rgba.size() && (form.isGray || form.isOpaque); at += 4) {
-        const std::uint8_t* const p = m_rgba.data() + at;
-        form.isOpaque = form.isOpaque && p[3] == 255;
+    for (std::size_t at = 0; at < m_strip.size() && (form.isGray || form.isOpaque); at += m_bands) {
+        const std::uint8_t* const p = m_strip.data() + at;
+        form.isOpaque = form.isOpaque && (m_bands < 4 || p[3] == 255);
         form.isGray = form.isGray && p[0] == p[1] && p[1] == p[2];
     }
     return form;
@@ -124,13 +124,12 @@ Status CompactRows::make(const RowProvider& source, int first, int count, std::u
     }
     const auto from = source(first, count);
     if (!from) return from.error();
-    if (m_alpha == BitmapAlpha::opaque && !m_form.isGray) {
-        for (int y = 0; y < count; ++y, rows += 3 * m_width)
-            dropFourth(from->first + y * from->stride, static_cast<std::ptrdiff_t>(m_width), rows);
-        return Done{};
+    if (m_bands == m_form.bands() && m_form.isOpaque) {
+        copyRows(*from, count, m_width * m_bands, rows);
+    } else {
+        loadStraight(*from, count);
+        pack(m_strip, m_bands, m_form, rows);
     }
-    loadStraight(*from, count);
-    pack(m_rgba, m_form, rows);
     return Done{};
 }
 

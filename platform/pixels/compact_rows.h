@@ -15,12 +15,6 @@
 
 namespace lumora {
 
-enum class BitmapAlpha {
-    opaque,    // every pixel is known to be
-    kept,      // made straight; goes when every pixel is opaque
-    overWhite, // the bitmap is laid over white
-};
-
 struct CompactForm
 {
     bool isGray;
@@ -32,9 +26,10 @@ struct CompactForm
 class CompactRows : public RowMaker
 {
 public:
-    // `bitmap` is 8-bit RGBA, premultiplied. Reads it from the top on until the form is settled; fails when
-    // it is damaged there.
-    static Result<std::unique_ptr<CompactRows>> open(_VipsImage* bitmap, BitmapAlpha alpha, bool mayBeGray);
+    // `bitmap` is 8-bit RGB, or RGBA premultiplied: then alpha is kept, made straight, until every pixel
+    // turns out opaque, or the bitmap is laid over white. Reads it from the top on until the form is settled;
+    // fails when it is damaged there.
+    static Result<std::unique_ptr<CompactRows>> open(_VipsImage* bitmap, bool keepsAlpha, bool mayBeGray);
 
     // Of the rows that are made.
     StreamForm form() const;
@@ -49,18 +44,19 @@ private:
         std::vector<std::uint8_t> bytes;
     };
 
-    CompactRows(_VipsImage* bitmap, BitmapAlpha alpha, bool mayBeGray);
+    CompactRows(_VipsImage* bitmap, bool keepsAlpha, bool mayBeGray);
     Status settle(_VipsImage* bitmap);
     bool isSettled() const;
     void loadStraight(const RowSpan& rows, int count);
     CompactForm formOfLoaded() const;
 
-    BitmapAlpha m_alpha;
+    std::size_t m_bands; // of the bitmap
+    bool m_keepsAlpha;
     int m_height;
     std::size_t m_width;
     CompactForm m_form;
-    std::vector<std::uint8_t> m_rgba; // one strip, straight
-    std::vector<Strip> m_read;        // given up as they are made
+    std::vector<std::uint8_t> m_strip; // of the bitmap, straight
+    std::vector<Strip> m_read;         // given up as they are made
 };
 
 } // namespace lumora

@@ -10,7 +10,6 @@
 
 #include <vips/vips.h>
 
-#include <cstring>
 #include <utility>
 
 namespace lumora {
@@ -24,9 +23,7 @@ Result<VipsImagePtr> heldPicture(VipsImage* rows)
     const std::size_t bytes = rowBytes * static_cast<std::size_t>(form.height);
     PageBytes pixels = allocatePages(bytes);
     const auto status = readRows(rows, [&](int first, int count, const RowSpan& strip) -> Status {
-        for (int y = 0; y < count; ++y)
-            std::memcpy(pixels.get() + static_cast<std::size_t>(first + y) * rowBytes,
-                        strip.first + y * strip.stride, rowBytes);
+        copyRows(strip, count, rowBytes, pixels.get() + static_cast<std::size_t>(first) * rowBytes);
         return Done{};
     });
     if (!status) return status.error();

@@ -7,7 +7,6 @@
 #include "pixels/color_profile.h"
 #include "pixels/row_reader.h"
 #include "pixels/row_stream.h"
-#include "pixels/stored_form.h"
 #include "resampler.h"
 #include "rgba_pixels.h"
 #include "rows_ahead.h"
@@ -16,7 +15,6 @@
 #include <vips/vips.h>
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -44,7 +42,7 @@ ColorPlan planColors(const RowReader& reader, ProfileBytes profile, ColorSpace t
             target == ColorSpace::sRGB ? srgbProfile() : ProfileBytes{}};
 }
 
-bool isOpaque(const std::uint8_t* rgba, std::size_t pixels)
+bool areOpaque(const std::uint8_t* rgba, std::size_t pixels)
 {
     std::uint8_t all = 255;
     for (std::size_t i = 0; i < pixels; ++i)
@@ -52,7 +50,7 @@ bool isOpaque(const std::uint8_t* rgba, std::size_t pixels)
     return all == 255;
 }
 
-// One drawing: the stored picture reduced, converted and brought to premultiplied RGBA, still as stored.
+// One drawing: the stored picture reduced and converted, with premultiplied alpha, still as stored.
 class Drawing : public RowMaker
 {
 public:
@@ -66,25 +64,26 @@ public:
     {
     }
 
-    Status make(const RowProvider& source, int first, int count, std::uint8_t* rgba) override
+    Status make(const RowProvider& source, int first, int count, std::uint8_t* to) override
     {
-        auto status = m_reduction ? reduce(source, count, rgba) : convertRows(source, first, count, rgba);
-        if (status && m_format.hasAlpha && !isOpaque(rgba, m_width * static_cast<std::size_t>(count)))
+        auto status = m_reduction ? reduce(source, count, to) : convertRows(source, first, count, to);
+        if (status && m_format.hasAlpha && !areOpaque(to, m_width * static_cast<std::size_t>(count)))
             m_outcome->noteTransparency();
         return status;
     }
 
 private:
-    Status convertRows(const RowProvider& source, int first, int count, std::uint8_t* rgba)
+    Status convertRows(const RowProvider& source, int first, int count, std::uint8_t* to)
     {
         const auto rows = source(first, count);
         if (!rows) return rows.error();
-        for (int y = 0; y < count; ++y, rgba += m_width * 4)
-            convert(rows->first + y * rows->stride, rgba, m_width, m_sourceIsPremultiplied);
+        const std::size_t rowBytes = m_width * static_cast<std::size_t>(m_format.drawnBands());
+        for (int y = 0; y < count; ++y, to += rowBytes)
+            convert(rows->first + y * rows->stride, to, m_width, m_sourceIsPremultiplied);
         return Done{};
     }
 
-    Status reduce(const RowProvider& source, int count, std::uint8_t* rgba)
+    Status reduce(const RowProvider& source, int count, std::uint8_t* to)
     {
         const std::size_t pixels = m_width * static_cast<std::size_t>(count);
         m_reduced.resize(m_width * streamedRows * static_cast<std::size_t>(m_format.bands()));
@@ -92,7 +91,7 @@ private:
             return premultipliedRows(source, first, rows);
         };
         if (auto status = m_reduction->next(premultiplied, count, m_reduced.data()); !status) return status;
-        convert(m_reduced.data(), rgba, pixels, m_format.hasAlpha);
+        convert(m_reduced.data(), to, pixels, m_format.hasAlpha);
         return Done{};
     }
 
@@ -103,16 +102,14 @@ private:
         const auto bands = static_cast<std::size_t>(m_format.bands());
         const std::size_t rowBytes = m_sourceWidth * bands;
         m_premultiplied.resize(rowBytes * static_cast<std::size_t>(count));
-        for (int y = 0; y < count; ++y)
-            std::memcpy(m_premultiplied.data() + static_cast<std::size_t>(y) * rowBytes,
-                        rows->first + y * rows->stride, rowBytes);
+        copyRows(*rows, count, rowBytes, m_premultiplied.data());
         premultiply(m_premultiplied.data(), m_premultiplied.size() / bands, m_format.bands());
         return RowSpan{m_premultiplied.data(), static_cast<std::ptrdiff_t>(rowBytes)};
     }
 
     // Profiles speak of straight colours, so a premultiplied picture is unmixed first; when no colour
     // changes, that lossy detour is skipped.
-    void convert(const std::uint8_t* from, std::uint8_t* rgba, std::size_t pixels, bool isPremultiplied)
+    void convert(const std::uint8_t* from, std::uint8_t* to, std::size_t pixels, bool isPremultiplied)
     {
         const bool mustUnmix = isPremultiplied && !m_conversion.isIdentity();
         if (mustUnmix) {
@@ -120,8 +117,8 @@ private:
             unpremultiply(m_straight.data(), pixels, m_format.bands());
             from = m_straight.data();
         }
-        m_conversion.run(from, rgba, pixels);
-        if (m_format.hasAlpha && (mustUnmix || !isPremultiplied)) premultiply(rgba, pixels, 4);
+        m_conversion.run(from, to, pixels);
+        if (m_format.hasAlpha && (mustUnmix || !isPremultiplied)) premultiply(to, pixels, 4);
     }
 
     RowFormat m_format;
@@ -146,8 +143,7 @@ bool isIn(ColorSpace space, ProfileBytes profile)
 bool isDrawn(const Image& image, const DrawRequest& request, ProfileBytes profile)
 {
     return image.alphaIsPremultiplied() && image.width() == request.width &&
-           image.height() == request.height && vips_image_get_bands(image.pixels()) == 4 &&
-           isIn(request.colorSpace, profile);
+           image.height() == request.height && isIn(request.colorSpace, profile);
 }
 
 // The picture is good, but not to be had so.
@@ -157,9 +153,9 @@ Error inconvertible(Error error)
     return error;
 }
 
-StreamForm bitmapForm(PixelSize size)
+StreamForm bitmapForm(PixelSize size, int bands)
 {
-    return {size.width, size.height, 4, VIPS_FORMAT_UCHAR, VIPS_CODING_NONE, VIPS_INTERPRETATION_sRGB};
+    return {size.width, size.height, bands, VIPS_FORMAT_UCHAR, VIPS_CODING_NONE, VIPS_INTERPRETATION_sRGB};
 }
 
 PixelSize storedSize(const Image& image)
@@ -228,13 +224,12 @@ Result<Image> draw(const Image& image, const DrawRequest& request)
     auto drawing =
         std::make_unique<Drawing>(format, shape.rows.width, size.width, std::move(reduction),
                                   std::move(plan.conversion), image.alphaIsPremultiplied(), outcome);
-    auto rows = streamedPicture(reader->picture(), bitmapForm(size),
+    auto rows = streamedPicture(reader->picture(), bitmapForm(size, format.drawnBands()),
                                 readingAhead(reader->picture(), std::move(drawing)), outcome);
     if (!rows) return rows.error();
     if (!plan.resultProfile.empty())
         vips_image_set_blob_copy(rows->get(), VIPS_META_ICC_NAME, plan.resultProfile.data(),
                                  plan.resultProfile.size());
-    if (!format.hasAlpha) noteOpaque(rows->get());
     if (image.pendingOrientation() != 1)
         rows = uprightPicture(rows->get(), image.pendingOrientation(), outcome);
     if (!rows) return rows.error();

@@ -4,6 +4,8 @@
 
 #include "pixels/vector_clones.h"
 
+#include <array>
+#include <bit>
 #include <cstring>
 
 namespace lumora {
@@ -36,6 +38,23 @@ void dropFourth(const std::uint8_t* four, std::ptrdiff_t pixels, std::uint8_t* t
     for (std::ptrdiff_t i = 0; i < pixels - 1; ++i)
         std::memcpy(three + 3 * i, four + 4 * i, 4);
     std::memcpy(three + 3 * (pixels - 1), four + 4 * (pixels - 1), 3);
+}
+
+// One wide load and store a pixel, but for the last, behind which nothing may be read.
+void addFourth(const std::uint8_t* three, std::ptrdiff_t pixels, std::uint8_t* four)
+{
+    constexpr std::array<std::uint8_t, 4> fullBytes{0, 0, 0, 255};
+    const auto full = std::bit_cast<std::uint32_t>(fullBytes);
+    for (; pixels > 1; --pixels, three += 3, four += 4) {
+        std::uint32_t pixel = 0;
+        std::memcpy(&pixel, three, 4);
+        pixel |= full;
+        std::memcpy(four, &pixel, 4);
+    }
+    if (pixels == 1) {
+        std::memcpy(four, three, 3);
+        four[3] = 255;
+    }
 }
 
 } // namespace lumora

@@ -77,6 +77,16 @@ std::optional<ColorModel> colorModelOf(const VipsImage* image)
     }
 }
 
+void copyRows(const RowSpan& rows, int count, std::size_t rowBytes, std::uint8_t* to)
+{
+    if (static_cast<std::size_t>(rows.stride) == rowBytes) {
+        std::memcpy(to, rows.first, rowBytes * static_cast<std::size_t>(count));
+        return;
+    }
+    for (int y = 0; y < count; ++y, to += rowBytes)
+        std::memcpy(to, rows.first + y * rows.stride, rowBytes);
+}
+
 RowReader::RowReader(VipsImagePtr image, RowFormat format, bool keepsProfileSpace)
     : m_image(std::move(image)), m_region(regionForEachRowOnce(m_image.get())), m_format(format),
       m_keepsProfileSpace(keepsProfileSpace)
@@ -126,8 +136,8 @@ Status RowReader::read(int first, int count, std::uint8_t* rows)
         const int height = std::min(stripHeight, first + count - top);
         const auto strip = this->rows(top, height);
         if (!strip) return strip.error();
-        for (int y = 0; y < height; ++y, rows += rowBytes)
-            std::memcpy(rows, strip->first + y * strip->stride, rowBytes);
+        copyRows(*strip, height, rowBytes, rows);
+        rows += rowBytes * static_cast<std::size_t>(height);
     }
     return Done{};
 }

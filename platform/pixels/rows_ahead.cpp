@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <array>
 #include <condition_variable>
-#include <cstring>
 #include <mutex>
 #include <new>
 #include <optional>
@@ -88,9 +87,7 @@ private:
             if (!rows) return rows.error();
             std::vector<std::uint8_t>& bytes = bytesOf(strip);
             bytes.resize(m_rowBytes * static_cast<std::size_t>(std::min(streamedRows, m_height)));
-            for (int y = 0; y < count; ++y)
-                std::memcpy(bytes.data() + static_cast<std::size_t>(y) * m_rowBytes,
-                            rows->first + y * rows->stride, m_rowBytes);
+            copyRows(*rows, count, m_rowBytes, bytes.data());
             const std::scoped_lock lock(m_mutex);
             m_next = strip + 1;
             m_hasChanged.notify_all();

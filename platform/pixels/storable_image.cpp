@@ -28,10 +28,7 @@ bool mayBeGray(VipsImage* image)
 
 Result<VipsImagePtr> compactBitmap(const Image& image, bool holdsAlpha)
 {
-    const auto alpha = isNotedOpaque(image.pixels()) ? BitmapAlpha::opaque
-                       : holdsAlpha                  ? BitmapAlpha::kept
-                                                     : BitmapAlpha::overWhite;
-    auto compact = CompactRows::open(image.pixels(), alpha, mayBeGray(image.pixels()));
+    auto compact = CompactRows::open(image.pixels(), holdsAlpha, mayBeGray(image.pixels()));
     if (!compact) return compact.error();
     const StreamForm form = (*compact)->form();
     const auto outcome = image.outcome() ? image.outcome() : std::make_shared<ReadOutcome>();

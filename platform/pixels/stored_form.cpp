@@ -11,7 +11,6 @@ namespace {
 
 constexpr const char* paletteField = "palette-bit-depth"; // the image library's own
 constexpr const char* grayField = "lumora-gray-bits";
-constexpr const char* opaqueField = "lumora-opaque";
 
 int numberIn(VipsImage* image, const char* field)
 {
@@ -31,7 +30,7 @@ StoredForm storedForm(VipsImage* image)
 
 bool isComponentField(std::string_view field)
 {
-    return field == VIPS_META_ICC_NAME || field == paletteField || field == grayField || field == opaqueField;
+    return field == VIPS_META_ICC_NAME || field == paletteField || field == grayField;
 }
 
 void copyComponentFields(VipsImage* from, VipsImage* to)
@@ -50,16 +49,6 @@ void copyComponentFields(VipsImage* from, VipsImage* to)
 void noteGrayBits(VipsImage* image, int bits)
 {
     vips_image_set_int(image, grayField, bits);
-}
-
-void noteOpaque(VipsImage* image)
-{
-    vips_image_set_int(image, opaqueField, 1);
-}
-
-bool isNotedOpaque(VipsImage* image)
-{
-    return numberIn(image, opaqueField) > 0;
 }
 
 } // namespace lumora

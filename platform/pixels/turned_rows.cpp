@@ -23,8 +23,7 @@ public:
     {
         const auto from = source(first, count);
         if (!from) return from.error();
-        for (int y = 0; y < count; ++y, rows += m_rowBytes)
-            std::memcpy(rows, from->first + y * from->stride, m_rowBytes);
+        copyRows(*from, count, m_rowBytes, rows);
         return Done{};
     }
 

@@ -7,7 +7,6 @@
 
 #include <vips/vips.h>
 
-#include <cstring>
 #include <optional>
 #include <utility>
 
@@ -37,8 +36,8 @@ Result<PngLayout> directLayout(VipsImage* image)
     FilterableRows pixels(rowBytes, height);
     std::uint8_t* to = pixels.rows().data();
     const auto status = readRows(image, [&](int, int count, const RowSpan& rows) -> Status {
-        for (int y = 0; y < count; ++y, to += rowBytes)
-            std::memcpy(to, rows.first + y * rows.stride, rowBytes);
+        copyRows(rows, count, rowBytes, to);
+        to += rowBytes * static_cast<std::size_t>(count);
         return Done{};
     });
     if (!status) return status.error();

@@ -24,11 +24,15 @@ Result<Done, PpmError> appendRows(RowReader& rows, OutputFile& file)
     std::vector<std::uint8_t> rgb(width * rowsAtOnce * 3);
     for (int top = 0; top < rows.height(); top += rowsAtOnce) {
         const int count = std::min(rowsAtOnce, rows.height() - top);
-        const auto rgba = rows.rows(top, count);
-        if (!rgba) return PpmError{Step::drawing, rgba.error()};
-        for (int y = 0; y < count; ++y)
-            dropFourth(rgba->first + y * rgba->stride, rows.width(),
-                       rgb.data() + static_cast<std::size_t>(y) * width * 3);
+        const auto drawn = rows.rows(top, count);
+        if (!drawn) return PpmError{Step::drawing, drawn.error()};
+        if (rows.format().hasAlpha) {
+            for (int y = 0; y < count; ++y)
+                dropFourth(drawn->first + y * drawn->stride, rows.width(),
+                           rgb.data() + static_cast<std::size_t>(y) * width * 3);
+        } else {
+            copyRows(*drawn, count, width * 3, rgb.data());
+        }
         const auto strip = std::span(rgb).first(width * static_cast<std::size_t>(count) * 3);
         if (const auto status = file.append(std::as_bytes(strip)); !status)
             return PpmError{Step::writing, status.error()};

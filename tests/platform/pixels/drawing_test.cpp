@@ -39,15 +39,18 @@ ProfileBytes profileOf(const Result<Image>& image)
     return attachedProfile(image->pixels());
 }
 
-TEST(Draw, GivesFourBandsOfTheWantedSize)
+TEST(Draw, GivesColoursOfTheWantedSize)
 {
     const test::Pixels small =
         drawn(imageOf(uniformPicture(60, 40, {10, 200, 30})), {30, 20, ColorSpace::sRGB});
-    EXPECT_EQ(small.bands, 4);
-    EXPECT_EQ(small.at(0, 0), (std::vector<int>{10, 200, 30, 255}));
-    EXPECT_EQ(small.at(29, 19), (std::vector<int>{10, 200, 30, 255}));
+    EXPECT_EQ(small.bands, 3);
+    EXPECT_EQ(small.at(0, 0), (std::vector<int>{10, 200, 30}));
+    EXPECT_EQ(small.at(29, 19), (std::vector<int>{10, 200, 30}));
     const test::Pixels gray = drawn(imageOf(uniformPicture(60, 40, {77})), {60, 40, ColorSpace::deviceRGB});
-    EXPECT_EQ(gray.at(59, 39), (std::vector<int>{77, 77, 77, 255}));
+    EXPECT_EQ(gray.at(59, 39), (std::vector<int>{77, 77, 77}));
+    const test::Pixels opaque =
+        drawn(imageOf(uniformPicture(60, 40, {10, 200, 30, 255})), {60, 40, ColorSpace::sRGB});
+    EXPECT_EQ(opaque.at(59, 39), (std::vector<int>{10, 200, 30, 255}));
 }
 
 TEST(Draw, Premultiplies)

@@ -32,14 +32,13 @@ public:
     // False for a profile that says too little to convert by; run() then leaves colours as they are.
     bool isPossible() const { return m_isPossible; }
 
-    // Converts pixels of the format's bands, straight alpha, into four bands, straight alpha (255 when there
-    // is none).
-    void run(const std::uint8_t* from, std::uint8_t* rgba, std::size_t pixels) const;
+    // Converts pixels of the format's bands into its drawnBands(), straight alpha.
+    void run(const std::uint8_t* from, std::uint8_t* to, std::size_t pixels) const;
 
 private:
     explicit ColorConversion(RowFormat format) : m_format(format) {}
     static ColorConversion made(RowFormat format, ProfileBytes profile);
-    void widen(const std::uint8_t* from, std::uint8_t* rgba, std::size_t pixels) const;
+    void widen(const std::uint8_t* from, std::uint8_t* to, std::size_t pixels) const;
 
     RowFormat m_format;
     std::shared_ptr<void> m_transform; // never changed

@@ -13,7 +13,8 @@ void interleave3(const std::uint8_t* a, const std::uint8_t* b, const std::uint8_
 void deinterleave3(const std::uint8_t* interleaved, std::ptrdiff_t pixels, std::uint8_t* a, std::uint8_t* b,
                    std::uint8_t* c);
 
-// Three of the four components of each pixel.
+// Three of the four components of each pixel, and a fourth of 255 for each pixel of three.
 void dropFourth(const std::uint8_t* four, std::ptrdiff_t pixels, std::uint8_t* three);
+void addFourth(const std::uint8_t* three, std::ptrdiff_t pixels, std::uint8_t* four);
 
 } // namespace lumora

@@ -32,6 +32,8 @@ struct RowFormat
     {
         return (model == ColorModel::gray ? 1 : model == ColorModel::rgb ? 3 : 4) + (hasAlpha ? 1 : 0);
     }
+    // Of the RGB or RGBA that it becomes.
+    int drawnBands() const { return hasAlpha ? 4 : 3; }
 };
 
 // Rows one after another in somebody else's memory, `stride` bytes from one to the next.
@@ -40,6 +42,9 @@ struct RowSpan
     const std::uint8_t* first;
     std::ptrdiff_t stride;
 };
+
+// Tightly packed; `rowBytes` is at most the stride.
+void copyRows(const RowSpan& rows, int count, std::size_t rowBytes, std::uint8_t* to);
 
 // A region by which one reader takes the rows of a picture from the top down and none again. Rows that are
 // made when they are asked for (row_stream.h) are then made in its memory, and not kept for others.

@@ -27,8 +27,4 @@ void copyComponentFields(_VipsImage* from, _VipsImage* to);
 // word.
 void noteGrayBits(_VipsImage* image, int bits);
 
-// Notes that every pixel is opaque although there is a component for alpha.
-void noteOpaque(_VipsImage* image);
-bool isNotedOpaque(_VipsImage* image);
-
 } // namespace lumora

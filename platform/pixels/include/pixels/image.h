@@ -25,7 +25,7 @@ using ReducedDecoding = std::function<Result<_VipsImage*>(int divisor)>;
 
 enum class ImageState {
     pending, // of an opened file, its rows not decoded yet
-    drawing, // 8-bit RGBA, premultiplied; its rows not made yet
+    drawing, // 8-bit RGB, or RGBA premultiplied; its rows not made yet
     decoded, // pixels in memory as the file has them, straight alpha
     drawn,   // a bitmap in memory, as `drawing`
 };
