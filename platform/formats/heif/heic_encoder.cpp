@@ -36,11 +36,13 @@ constexpr std::array stillPictures{Parameter{"preset", "ultrafast"}, Parameter{"
 // and finer steps where the eye sees more.
 constexpr std::array savings{Parameter{"x265:sao", "1"}, Parameter{"x265:signhide", "1"},
                              Parameter{"x265:aq-mode", "4"}, Parameter{"x265:aq-strength", "0.5"}};
-// Colours bear coarser steps than brightness, the more so the more of them are stored. Coarser steps for fine
-// detail are for half of them only: with all, decoders and this encoder disagree about the colours.
-constexpr std::array halfChromaSavings{Parameter{"x265:cbqpoffs", "2"}, Parameter{"x265:crqpoffs", "2"},
-                                       Parameter{"x265:scaling-list", "default"}};
+// Colours bear coarser steps than brightness, the more so the more of them are stored.
+constexpr std::array halfChromaSavings{Parameter{"x265:cbqpoffs", "2"}, Parameter{"x265:crqpoffs", "2"}};
 constexpr std::array fullChromaSavings{Parameter{"x265:cbqpoffs", "6"}, Parameter{"x265:crqpoffs", "6"}};
+// Coarser steps for fine detail. Not with all colours, about which decoders and this encoder then disagree,
+// and not in the search among smaller blocks, where they save nothing but cost pictures that were JPEG files
+// a fiftieth and more.
+constexpr std::array coarseDetail{Parameter{"x265:scaling-list", "default"}};
 // A search among smaller blocks takes more than twice the time, which nobody waits for where a picture is
 // small.
 constexpr std::array smallPictures{Parameter{"x265:min-cu-size", "8"}};
@@ -66,11 +68,13 @@ Encoder encoderFor(heif_context* context, const heif_image* picture, int quality
     checkHeif(heif_context_get_encoder_for_format(context, heif_compression_HEVC, &made));
     Encoder encoder(made);
     prefer(made, stillPictures);
-    if (pixelsOf(picture) <= smallPicturePixels) prefer(made, smallPictures);
+    const bool isSmall = pixelsOf(picture) <= smallPicturePixels;
+    if (isSmall) prefer(made, smallPictures);
     constexpr int nothingSaved = 100;
     if (quality < nothingSaved) {
         prefer(made, savings);
         prefer(made, hasFullChroma ? std::span<const Parameter>(fullChromaSavings) : halfChromaSavings);
+        if (!hasFullChroma && !isSmall) prefer(made, coarseDetail);
     }
     checkHeif(heif_encoder_set_parameter_string(made, "chroma", hasFullChroma ? "444" : "420"));
     checkHeif(heif_encoder_set_lossy_quality(made, encoderQualityOf(quality)));
