@@ -95,15 +95,26 @@ void addCodings(HeifItems& items, std::string_view properties)
     }
 }
 
+std::string typeOf(const HeifItems& items, std::uint32_t number)
+{
+    const auto found = items.types.find(number);
+    return found == items.types.end() ? std::string() : found->second;
+}
+
 } // namespace
 
 std::string HeifItems::codec() const
 {
-    const auto found = types.find(primary);
-    const std::string type = found == types.end() ? std::string() : found->second;
+    const std::string type = typeOf(*this, primary);
     const bool isMadeOfOthers = type == "grid" || type == "iden" || type == "iovl" || type == "tmap";
     if (type == "hvc1" || (isMadeOfOthers && contain("hvc1"))) return "hevc";
     return type == "av01" || (isMadeOfOthers && contain("av01")) ? "av1" : "";
+}
+
+bool HeifItems::isOnePiece() const
+{
+    const std::string type = typeOf(*this, primary);
+    return type == "hvc1" || type == "av01";
 }
 
 bool HeifItems::contain(const std::string& type) const

@@ -2,14 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "heif/heif_input.h"
 
-#include "heif/hevc_decoder.h"
-
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace lumora {
 
-HeifInput::HeifInput(int descriptor, Wanted wanted) : m_descriptor(descriptor), m_wanted(wanted)
+HeifInput::HeifInput(int descriptor, HevcWish wish) : m_descriptor(descriptor), m_wish(wish)
 {
     struct stat status = {};
     if (fstat(descriptor, &status) == 0) m_size = status.st_size;
@@ -28,7 +26,7 @@ HeifInput::HeifInput(int descriptor, Wanted wanted) : m_descriptor(descriptor), 
 
 HeifInput::~HeifInput()
 {
-    wantHevcInRgb(false);
+    wishForHevc({});
 }
 
 HeifHandle HeifInput::primaryPicture(heif_context* context)
@@ -43,7 +41,7 @@ HeifHandle HeifInput::primaryPicture(heif_context* context)
 // The library decodes a picture, and each piece of one on a thread of its own, after reading it there.
 int HeifInput::read(void* to, std::size_t size)
 {
-    wantHevcInRgb(m_wanted == Wanted::rgb);
+    wishForHevc(m_wish);
     if (pread(m_descriptor, to, size, m_at) != static_cast<ssize_t>(size)) return 1;
     m_at += static_cast<std::int64_t>(size);
     return 0;

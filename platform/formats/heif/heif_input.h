@@ -4,6 +4,7 @@
 #pragma once
 
 #include "heif/heif_handles.h"
+#include "heif/hevc_decoder.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -13,14 +14,8 @@ namespace lumora {
 class HeifInput
 {
 public:
-    // What pictures that are not wanted in RGB come in is the library's choice.
-    enum class Wanted {
-        anything,
-        rgb,
-    };
-
     // The descriptor stays the caller's.
-    explicit HeifInput(int descriptor, Wanted wanted = Wanted::anything);
+    explicit HeifInput(int descriptor, HevcWish wish = {});
     ~HeifInput();
     HeifInput(const HeifInput&) = delete;
     HeifInput& operator=(const HeifInput&) = delete;
@@ -34,7 +29,7 @@ private:
     int read(void* to, std::size_t size);
 
     int m_descriptor;
-    Wanted m_wanted;
+    HevcWish m_wish;
     std::int64_t m_size = 0;
     std::int64_t m_at = 0;
     heif_reader m_calls{};

@@ -65,9 +65,10 @@ public:
 private:
     Status decode()
     {
+        const HeifItems items = heifItems(m_file.get());
         // The container's word counts more than the stream's, which is all that the decoder knows.
-        const bool isUsual = std::ranges::all_of(heifItems(m_file.get()).codings, &ColorCoding::isUsual);
-        HeifInput input(m_file.get(), isUsual ? HeifInput::Wanted::rgb : HeifInput::Wanted::anything);
+        const bool isUsual = std::ranges::all_of(items.codings, &ColorCoding::isUsual);
+        HeifInput input(m_file.get(), {.isInRgb = isUsual, .isAlone = items.isOnePiece()});
         const HeifContext context(heif_context_alloc());
         const HeifHandle picture = input.primaryPicture(context.get());
         if (!picture) return Error{"unreadable HEIF"};

@@ -5,6 +5,7 @@
 #include "heif/hevc_holes.h"
 #include "heif/hevc_picture.h"
 #include "heif/hevc_rgb.h"
+#include "system/freed_memory.h"
 
 #include <libde265/de265.h>
 #include <libheif/heif_plugin.h>
@@ -17,7 +18,7 @@
 namespace lumora {
 namespace {
 
-thread_local bool isRgbWanted = false;
+thread_local HevcWish wish;
 
 // Speak of how the codec works or of what stands beside the picture. All others are damage that it passed
 // over.
@@ -73,7 +74,8 @@ public:
             if (!isHarmless(warning)) check(warning);
         }
         if (hasHoles(picture)) throw Error{"less than the whole picture in the stream"};
-        return isRgbWanted && hasUsualColors(picture) ? rgbPictureOf(picture) : heifPictureOf(picture);
+        if (wish.isAlone) fillNewMemory(false);
+        return wish.isInRgb && hasUsualColors(picture) ? rgbPictureOf(picture) : heifPictureOf(picture);
     }
 
 private:
@@ -140,9 +142,9 @@ void ensureHevcDecoder()
     static_cast<void>(isRegistered);
 }
 
-void wantHevcInRgb(bool isWanted)
+void wishForHevc(HevcWish next)
 {
-    isRgbWanted = isWanted;
+    wish = next;
 }
 
 } // namespace lumora

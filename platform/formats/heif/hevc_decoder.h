@@ -10,8 +10,16 @@ namespace lumora {
 // std::bad_alloc.
 void ensureHevcDecoder();
 
-// Whether what this thread decodes next is wanted in RGB. It comes so where the stream says that its colours
-// are the usual ones (hevc_rgb.h), and in its components otherwise.
-void wantHevcInRgb(bool isWanted);
+struct HevcWish
+{
+    // Where the stream says that its colours are the usual ones (hevc_rgb.h); in its components otherwise.
+    bool isInRgb = false;
+    // No other piece of the picture is decoded before or after, so that new memory need not be filled any
+    // more once this one is whole (system/freed_memory.h).
+    bool isAlone = false;
+};
+
+// For what this thread decodes from now on.
+void wishForHevc(HevcWish wish);
 
 } // namespace lumora

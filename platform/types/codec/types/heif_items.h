@@ -31,6 +31,8 @@ struct HeifItems
     // unknown.
     std::string codec() const;
     bool contain(const std::string& type) const;
+    // Whether the picture is coded by itself, not put together out of others.
+    bool isOnePiece() const;
 };
 
 // Empty when the file is damaged. Its position stays where it is.

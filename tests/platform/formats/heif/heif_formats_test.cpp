@@ -47,6 +47,13 @@ TEST_F(Heif, WhosePictureIsPutTogetherIsCalledByItsPieces)
     EXPECT_EQ(HeifItems{}.codec(), "");
 }
 
+TEST_F(Heif, IsOfOnePieceWhereItsPictureIsCodedByItself)
+{
+    EXPECT_TRUE((HeifItems{1, {{1, "hvc1"}, {2, "hvc1"}, {3, "grid"}}}.isOnePiece()));
+    EXPECT_FALSE((HeifItems{3, {{1, "hvc1"}, {2, "hvc1"}, {3, "grid"}}}.isOnePiece()));
+    EXPECT_FALSE(HeifItems{}.isOnePiece());
+}
+
 TEST_F(Heif, AloneIsLookedInto)
 {
     for (const Format* format : formats()) {
