@@ -91,7 +91,7 @@ try {
     if (!format) return Error{"not a readable image type"};
     allowOperations();
     const FormatReader& reader = codecOf(*format).reader;
-    fillNewMemory(reader.leavesHoles);
+    fillNewMemory(reader.leavesHoles ? std::optional(newMemoryFill) : std::nullopt);
     auto loaded = reader.load(file.get());
     if (!loaded) return loaded.error();
     VipsImage* image = loaded->get();

@@ -17,10 +17,10 @@ void keepFreedMemory()
     ::mallopt(M_TRIM_THRESHOLD, mostKept);
 }
 
-void fillNewMemory(bool isFilled)
+void fillNewMemory(std::optional<std::uint8_t> value)
 {
-    constexpr int inverse = 255 - newMemoryFill;
-    ::mallopt(M_PERTURB, isFilled ? inverse : 0);
+    // The C library is told the inverse, of which 0 means no fill.
+    ::mallopt(M_PERTURB, value ? 255 - *value : 0);
 }
 
 void returnFreedMemory()

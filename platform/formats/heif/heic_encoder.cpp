@@ -109,7 +109,7 @@ heif_error appendToFile(heif_context*, const void* data, size_t size, void* outp
 
 void encodeTo(const EncodeRequest& request, OutputFile& file)
 {
-    fillNewMemory(true);
+    fillNewMemory(newMemoryFill);
     const HeifContext context(heif_context_alloc());
     HeifPicture picture = heicPictureOf(request.image, request.quality >= fullChromaQuality);
     const Encoder encoder = encoderFor(context.get(), picture.get(), request.quality);

@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace lumora {
@@ -75,7 +76,7 @@ private:
         heif_image* decoded = nullptr;
         const heif_error error =
             heif_decode_image(picture.get(), &decoded, heif_colorspace_RGB, heif_chroma_444, nullptr);
-        fillNewMemory(false); // what follows writes all that it asks for
+        fillNewMemory(std::nullopt); // what follows writes all that it asks for
         m_planes.reset(decoded);
         if (error.code != heif_error_Ok) return errorOf(error);
         const bool isAsSaid =

@@ -2,91 +2,44 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "heif/hevc_decoder.h"
 
-#include "heif/hevc_holes.h"
+#include "heif/hevc_decoding.h"
 #include "heif/hevc_picture.h"
 #include "heif/hevc_rgb.h"
 #include "system/freed_memory.h"
 
-#include <libde265/de265.h>
 #include <libheif/heif_plugin.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
+#include <vector>
 
 namespace lumora {
 namespace {
 
 thread_local HevcWish wish;
 
-// Speak of how the codec works or of what stands beside the picture. All others are damage that it passed
-// over.
-bool isHarmless(de265_error warning)
-{
-    return warning == DE265_WARNING_NO_WPP_CANNOT_USE_MULTITHREADING ||
-           warning == DE265_WARNING_NUMBER_OF_THREADS_LIMITED_TO_MAXIMUM ||
-           warning == DE265_WARNING_SPS_MISSING_CANNOT_DECODE_SEI;
-}
-
-void check(de265_error error)
-{
-    if (error == DE265_ERROR_OUT_OF_MEMORY || error == DE265_WARNING_CANNOT_APPLY_SAO_OUT_OF_MEMORY)
-        throw outOfMemory();
-    if (error != DE265_OK) throw Error{de265_get_error_text(error)};
-}
-
 class HevcDecoder
 {
 public:
-    HevcDecoder() : m_codec(de265_new_decoder())
-    {
-        if (!m_codec) throw outOfMemory();
-    }
-
     // Units of the stream, each behind its length.
     void push(std::span<const std::uint8_t> units)
     {
-        constexpr std::size_t lengthBytes = 4;
-        while (!units.empty()) {
-            if (units.size() < lengthBytes) throw Error{"half a length"};
-            const std::size_t length = std::size_t{units[0]} << 24U | std::size_t{units[1]} << 16U |
-                                       std::size_t{units[2]} << 8U | units[3];
-            units = units.subspan(lengthBytes);
-            if (length > units.size()) throw Error{"a unit of the stream that goes on behind its end"};
-            check(de265_push_NAL(m_codec.get(), units.data(), static_cast<int>(length), 0, nullptr));
-            units = units.subspan(length);
-        }
+        m_units.insert(m_units.end(), units.begin(), units.end());
     }
 
-    HeifPicture decode()
+    HeifPicture decode() const
     {
-        check(de265_flush_data(m_codec.get()));
-        const de265_image* picture = nullptr;
-        int isMore = 1;
-        while (isMore != 0 && !picture) {
-            isMore = 0;
-            check(de265_decode(m_codec.get(), &isMore));
-            picture = de265_get_next_picture(m_codec.get());
-        }
-        if (!picture) throw Error{"no picture in the stream"};
-        for (auto warning = nextWarning(); warning != DE265_OK; warning = nextWarning()) {
-            if (!isHarmless(warning)) check(warning);
-        }
-        if (hasHoles(picture)) throw Error{"less than the whole picture in the stream"};
-        if (wish.isAlone) fillNewMemory(false);
+        const HevcDecoding decoding(m_units);
+        if (wish.isAlone) fillNewMemory(std::nullopt);
+        const de265_image* const picture = decoding.picture();
         return wish.isInRgb && hasUsualColors(picture) ? rgbPictureOf(picture) : heifPictureOf(picture);
     }
 
 private:
-    struct Freed
-    {
-        void operator()(de265_decoder_context* codec) const { de265_free_decoder(codec); }
-    };
-
-    de265_error nextWarning() { return de265_get_warning(m_codec.get()); }
-
-    std::unique_ptr<de265_decoder_context, Freed> m_codec;
+    std::vector<std::uint8_t> m_units;
 };
 
 HevcDecoder& decoderOf(void* decoder)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 namespace lumora {
 
@@ -12,13 +13,14 @@ namespace lumora {
 // uses, hold up to two fifths more where pictures are worked on by several.
 void keepFreedMemory();
 
-// From now on, memory that is handed out has one value everywhere or what was left in it. For decoders that
-// leave what they cannot decode as it was: pictures of before would show there; and for encoders that look at
-// what nobody wrote: the same picture would come out otherwise the next time. Any thread; for the whole
-// process.
-void fillNewMemory(bool isFilled);
+// From now on, memory that is handed out has this value, below 255, everywhere, or without one what was left
+// in it. For decoders that leave what they cannot decode as it was: pictures of before would show there; and
+// for encoders that look at what nobody wrote: the same picture would come out otherwise the next time. Any
+// thread; for the whole process.
+void fillNewMemory(std::optional<std::uint8_t> value);
 
-// No colour has it in brightness and both differences at once, so that what nobody wrote can be told.
+// The one for both. No colour has it in brightness and both differences at once, so that what is nothing else
+// was hardly written.
 inline constexpr std::uint8_t newMemoryFill = 254;
 
 // To be called after each file; every fourth call gives what is free on the heap back to the system. Codecs

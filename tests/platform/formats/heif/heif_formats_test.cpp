@@ -97,8 +97,7 @@ TEST_F(Heif, WithAHoleInItsDataGivesNoPicture)
     }
 }
 
-// What the decoder cannot make out stays as its memory was: that of another picture, perhaps. Seen where such
-// holes pass for a picture, as in coverage.
+// What the decoder cannot make out stays as its memory was: that of another picture, perhaps.
 TEST_F(Heif, ThatIsDamagedShowsNothingOfThePictureBefore)
 {
 #ifdef LUMORA_SANITIZED

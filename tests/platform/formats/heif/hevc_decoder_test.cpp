@@ -33,6 +33,33 @@ protected:
         test::writeText(m_file, bytes);
     }
 
+    // Makes padding, which decoders pass over, of a slice in the middle of the picture.
+    void dropASlice() const
+    {
+        constexpr int firstOther = 32; // of the kinds of units
+        constexpr int padding = 38;
+        std::string bytes = test::readBytes(m_file);
+        std::vector<std::size_t> slices;
+        for (std::size_t at = bytes.find("mdat") + 4; at + 6 < bytes.size();) {
+            std::size_t length = 0;
+            for (int i = 0; i < 4; ++i)
+                length = length << 8U | static_cast<std::uint8_t>(bytes[at++]);
+            if (static_cast<std::uint8_t>(bytes[at]) >> 1U < firstOther) slices.push_back(at);
+            at += length;
+        }
+        ASSERT_GT(slices.size(), 2U);
+        bytes[slices[1]] = static_cast<char>(padding << 1U);
+        test::writeText(m_file, bytes);
+    }
+
+    static test::Pixels grayPicture()
+    {
+        test::Pixels gray = test::uniformPicture(320, 256, {0});
+        for (std::size_t i = 0; i < gray.bytes.size(); ++i)
+            gray.bytes[i] = static_cast<std::uint8_t>(i % 320 / 2 + i / 5000);
+        return gray;
+    }
+
     Bytes colors() const
     {
         const auto source = ImageSource::open(m_file);
@@ -94,6 +121,26 @@ TEST_F(HevcDecoder, LeavesColoursThatTheContainerCallsOthersToTheLibrary)
         const Bytes own = colors();
         EXPECT_TRUE(own == librarysColors()) << matrix;
         EXPECT_FALSE(own == usual) << matrix;
+    }
+}
+
+TEST_F(HevcDecoder, RefusesGrayThatLacksASlice)
+{
+#ifdef LUMORA_SANITIZED
+    GTEST_SKIP() << "the sanitizer's heap fills nothing";
+#endif
+    test::saveInSlices(m_file, grayPicture(), 4);
+    ASSERT_FALSE(colors().empty());
+    dropASlice();
+    EXPECT_TRUE(colors().empty());
+}
+
+// Memory that nobody has written to looks the same.
+TEST_F(HevcDecoder, TakesAnyGray)
+{
+    for (int gray = 250; gray < 256; ++gray) {
+        test::saveInSlices(m_file, test::uniformPicture(64, 64, {static_cast<std::uint8_t>(gray)}), 1);
+        EXPECT_FALSE(colors().empty()) << gray;
     }
 }
 
