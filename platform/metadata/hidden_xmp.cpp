@@ -3,6 +3,7 @@
 #include "hidden_xmp.h"
 
 #include "metadata/jpeg_segments.h"
+#include "metadata/png_chunk_reader.h"
 #include "metadata/xmp_size.h"
 #include "system/file_bytes.h"
 
@@ -81,26 +82,21 @@ void findInPng(int descriptor, XmpInFile& found)
 {
     constexpr auto keyword = "XML:com.adobe.xmp\0"sv;
     constexpr auto asHexadecimal = "Raw profile type xmp\0"sv;
-    constexpr std::size_t signature = 8;
-    constexpr std::uint64_t aroundData = 12; // length, letters, checksum
-    std::uint64_t at = signature;
-    while (const auto head = bytesAt(descriptor, at, 8)) {
-        const std::uint64_t length = bigEndianAt(*head, 0, 4);
-        const std::string type = head->substr(4);
+    for (auto chunk = pngChunkAt(descriptor, firstPngChunk); chunk;
+         chunk = pngChunkAt(descriptor, chunk->end())) {
         const auto begins = [&](std::string_view word) {
             const auto start =
-                length >= word.size() ? bytesAt(descriptor, at + 8, word.size()) : std::nullopt;
+                chunk->length >= word.size() ? bytesAt(descriptor, chunk->dataAt, word.size()) : std::nullopt;
             return start && *start == word;
         };
-        if (type == "eXIf") findInTiff(descriptor, at + 8, found);
-        const bool isText = type == "tEXt" || type == "zTXt" || type == "iTXt";
+        if (chunk->type == "eXIf") findInTiff(descriptor, chunk->dataAt, found);
+        const bool isText = chunk->type == "tEXt" || chunk->type == "zTXt" || chunk->type == "iTXt";
         if (isText && (begins(keyword) || begins(asHexadecimal)))
-            found.masks.push_back({at + 4, std::string(hiddenLetters)});
+            found.masks.push_back({chunk->typeAt(), std::string(hiddenLetters)});
         // Two flags and two empty words stand before a text that is not compressed.
         constexpr auto plain = "XML:com.adobe.xmp\0\0\0\0\0"sv;
-        if (type == "iTXt" && begins(plain))
-            take(found, descriptor, at + 8 + plain.size(), length - plain.size());
-        at += aroundData + length;
+        if (chunk->type == "iTXt" && begins(plain))
+            take(found, descriptor, chunk->dataAt + plain.size(), chunk->length - plain.size());
     }
 }
 

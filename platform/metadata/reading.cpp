@@ -7,7 +7,9 @@
 #include "hidden_xmp.h"
 #include "maker_note.h"
 #include "metadata/jpeg_segments.h"
+#include "metadata/png_chunk_reader.h"
 #include "metadata/xmp_size.h"
+#include "system/file_bytes.h"
 
 #include <algorithm>
 #include <array>
@@ -17,6 +19,7 @@ namespace lumora {
 namespace {
 
 constexpr std::string_view exifPrefix{"Exif\0\0", 6};
+constexpr std::string_view pngSignature{"\x89PNG"};
 
 // Where a field belongs; nowhere for previews and further pictures, which stay behind.
 MetadataFields* placeOf(const Exiv2::Exifdatum& datum, Metadata& metadata)
@@ -38,11 +41,20 @@ void addExif(const Exiv2::ExifData& data, Metadata& metadata)
     }
 }
 
-// The EXIF block of a JPEG.
-std::string exifSegment(int descriptor)
+std::string exifOfJpeg(int descriptor)
 {
     for (const JpegSegment& segment : jpegSegments(descriptor)) {
         if (segment.content.starts_with(exifPrefix)) return segment.content.substr(exifPrefix.size());
+    }
+    return {};
+}
+
+std::string exifOfPng(int descriptor)
+{
+    if (bytesAt(descriptor, 0, pngSignature.size()) != pngSignature) return {};
+    for (auto chunk = pngChunkAt(descriptor, firstPngChunk); chunk;
+         chunk = pngChunkAt(descriptor, chunk->end())) {
+        if (chunk->type == "eXIf") return bytesAt(descriptor, chunk->dataAt, chunk->length).value_or("");
     }
     return {};
 }
@@ -56,7 +68,7 @@ void addContainer(int descriptor, Metadata& metadata)
     if (!image.get()) return;
     image->readMetadata();
     Exiv2::ExifData& data = image->exifData();
-    if (hasUnknownNote(data)) addNotePlace(exifSegment(descriptor), data);
+    if (hasUnknownNote(data)) addNotePlace(exifOfJpeg(descriptor) + exifOfPng(descriptor), data);
     addExif(data, metadata);
     for (const auto& datum : image->iptcData())
         metadata.iptc.push_back(fieldOf(datum));

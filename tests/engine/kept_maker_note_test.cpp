@@ -3,6 +3,7 @@
 // Camera makers' notes, as an independent reader finds them after a picture was written anew.
 #include "engine/image_optimizer.h"
 #include "tests/engine/local_services.h"
+#include "tests/platform/formats/png/png_file.h"
 #include "tests/support/exif_builder.h"
 #include "tests/support/program_output.h"
 #include "tests/support/sample_images.h"
@@ -28,11 +29,36 @@ protected:
     {
         test::save(m_folder / "a.jpg", test::corneredPicture(64, 48));
         test::writeText(m_folder / "a.jpg", test::jpegWithExif(test::readBytes(m_folder / "a.jpg"), exif));
+        return optimizedFile("a.jpg");
+    }
+
+    std::filesystem::path optimizedPng(const std::string& exif)
+    {
+        test::save(m_folder / "a.png", test::corneredPicture(64, 48));
+        auto chunks = test::chunksIn(test::readBytes(m_folder / "a.png").substr(test::pngSignature.size()));
+        chunks.insert(chunks.begin() + 1, {"eXIf", exif});
+        test::writeText(m_folder / "a.png", test::pngOf(chunks));
+        return optimizedFile("a.png");
+    }
+
+    std::filesystem::path optimizedFile(const std::string& name)
+    {
         return *ImageOptimizer::optimize(
-                    m_folder / "a.jpg",
+                    m_folder / name,
                     settings({.outputFormat = GetParam(), .removeMetadata = false, .filenameSuffix = "-out"}),
                     test::localServices())
                     .outputURL;
+    }
+
+    static void expectNoteAtItsPlace(const std::filesystem::path& file, const ExifBuilder& exif,
+                                     const std::string& note)
+    {
+        EXPECT_EQ(tagOf(file, "Make"), "Acme Cameras\n");
+        EXPECT_EQ(tagOf(file, "Warning"), "");
+        const std::string bytes = test::readBytes(file);
+        const std::size_t block = bytes.find(exif.head());
+        ASSERT_NE(block, std::string::npos);
+        EXPECT_EQ(bytes.substr(block + ExifBuilder::noteOffset, note.size()), note);
     }
 
     test::TemporaryDirectory m_folder;
@@ -96,15 +122,18 @@ TEST_P(KeptMakerNote, OfAnUnknownKindStaysByteByByteWhereItLay)
         const ExifBuilder exif(isBigEndian);
         const std::string note = exif.directory({{0x0001, "words of a stranger"}}, ExifBuilder::noteOffset);
         const auto file = optimized(exif.block("Acme Cameras", note));
-        EXPECT_EQ(tagOf(file, "Make"), "Acme Cameras\n");
-        EXPECT_EQ(tagOf(file, "Warning"), "");
-        const std::string bytes = test::readBytes(file);
-        const std::size_t block =
-            bytes.find(isBigEndian ? std::string("MM\0\x2A", 4) : std::string("II\x2A\0", 4));
-        ASSERT_NE(block, std::string::npos);
-        EXPECT_EQ(bytes.substr(block + ExifBuilder::noteOffset, note.size()), note) << isBigEndian;
+        expectNoteAtItsPlace(file, exif, note);
         EXPECT_EQ(test::outputOf("exiftool -b -MakerNoteUnknown '" + file.string() + "'"),
                   test::outputOf("exiftool -b -MakerNoteUnknown '" + (m_folder / "a.jpg").string() + "'"));
+    }
+}
+
+TEST_P(KeptMakerNote, OfAnUnknownKindInAPngStaysByteByByteWhereItLay)
+{
+    for (const bool isBigEndian : {false, true}) {
+        const ExifBuilder exif(isBigEndian);
+        const std::string note = exif.directory({{0x0001, "words of a stranger"}}, ExifBuilder::noteOffset);
+        expectNoteAtItsPlace(optimizedPng(exif.block("Acme Cameras", note)), exif, note);
     }
 }
 
@@ -115,7 +144,7 @@ TEST_P(KeptMakerNote, OfAnUnknownKindStaysBesideAStrayPointer)
     for (const bool isBigEndian : {false, true}) {
         const ExifBuilder exif(isBigEndian);
         for (const std::size_t stray : {10U, 26U, 78U, 150U}) {
-            std::string block = (isBigEndian ? "MM" : "II") + exif.number(42, 2) + exif.number(8, 4);
+            std::string block = exif.head() + exif.number(8, 4);
             block += exif.number(1, 2) + exif.entry(0x8769, 4, 1, 26) + exif.number(0, 4);
             block += exif.number(2, 2) + exif.entry(0x8825, 4, 1, stray) +
                      exif.entry(0x927C, 7, note.size(), ExifBuilder::noteOffset) + exif.number(0, 4);

@@ -25,7 +25,7 @@ public:
     std::string block(std::string make, const std::string& note) const
     {
         make.resize(16, '\0');
-        std::string exif = (m_isBigEndian ? "MM" : "II") + number(42, 2) + number(8, 4);
+        std::string exif = head() + number(8, 4);
         exif += number(2, 2) + entry(0x010F, 2, 16, 38) + entry(0x8769, 4, 1, 54) + number(0, 4) + make;
         exif += number(1, 2) + entry(0x927C, 7, note.size(), noteOffset) + number(0, 4);
         exif.resize(noteOffset, '\0');
@@ -45,6 +45,9 @@ public:
         }
         return entries + number(0, 4) + texts;
     }
+
+    // What a block begins with.
+    std::string head() const { return (m_isBigEndian ? "MM" : "II") + number(42, 2); }
 
     std::string entry(unsigned tag, unsigned type, std::size_t count, std::size_t value) const
     {

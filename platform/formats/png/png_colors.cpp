@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "png/png_colors.h"
 
+#include "metadata/png_chunk_reader.h"
 #include "pixels/color_conversion.h"
 #include "pixels/color_profile.h"
 #include "pixels/described_colors.h"
-#include "png/png_chunk_reader.h"
 
 #include <vips/vips.h>
 

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "format_io.h"
+#include "metadata/png_chunk_reader.h"
 #include "metadata/reading.h"
 #include "pixels/stored_form.h"
-#include "png/png_chunk_reader.h"
 #include "png/png_colors.h"
 #include "png/png_encoder.h"
 #include "png/png_pieces.h"

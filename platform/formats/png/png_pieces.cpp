@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "png/png_pieces.h"
 
-#include "png/png_chunk_reader.h"
+#include "metadata/png_chunk_reader.h"
 
 #include <algorithm>
 #include <array>

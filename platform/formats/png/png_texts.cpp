@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "png/png_texts.h"
 
-#include "png/png_chunk_reader.h"
+#include "metadata/png_chunk_reader.h"
 #include "system/utf8.h"
 
 #include <libdeflate.h>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "png/png_chunk_reader.h"
+#include "metadata/png_chunk_reader.h"
 
 #include "formats/image_source.h"
 #include "tests/platform/formats/png/png_file.h"

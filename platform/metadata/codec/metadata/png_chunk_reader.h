@@ -15,7 +15,8 @@ struct PngChunk
     std::size_t dataAt;
     std::size_t length; // of the data, as the file claims
 
-    std::size_t end() const; // past the checksum
+    std::size_t typeAt() const; // the place of the letters
+    std::size_t end() const;    // past the checksum
 };
 
 // The chunk that begins at `at`; absent where the file ends.

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "png/png_chunk_reader.h"
+#include "metadata/png_chunk_reader.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -8,6 +8,11 @@
 #include <array>
 
 namespace lumora {
+
+std::size_t PngChunk::typeAt() const
+{
+    return dataAt - type.size();
+}
 
 std::size_t PngChunk::end() const
 {
