@@ -30,12 +30,12 @@ declare -A names=([product]=Lumora [floor]="floor: \`djpeg\`, then \`cwebp\` on 
     [optipng]="\`optipng -o2\`" [cwebp]="\`cwebp\`" [vipsthumbnail]="\`vipsthumbnail\`" [mogrify]="\`mogrify\`" [heif-convert]="\`heif-convert\`"
     [decoding]="\`djpeg\`" [encoding]="\`cwebp\` on ready pixels" [product-but-encoding]="Lumora without its encoder")
 
-# Wall and processor seconds of one run.
+# Wall and processor seconds of one run, whose files stay in $out until the end: ext4 looks for room for a new file past
+# every file that was deleted in the last minutes, which would cost those most who make most files.
 timed() {
     local TIMEFORMAT='%R %U %S' found
-    rm -rf -- "$work/out"
-    mkdir "$work/out"
-    found=$({ time "$root/bench/peer.sh" "$@" "$work/out" || echo "$1 failed" >&3; } 3>&2 2>&1)
+    out=$(mktemp -d "$work/out.XXXXXX")
+    found=$({ time "$root/bench/peer.sh" "$@" "$out" || echo "$1 failed" >&3; } 3>&2 2>&1)
     awk '{ print $1, $2 + $3 }' <<<"$found"
 }
 
@@ -56,7 +56,7 @@ task() {
     for ((round = 0; round < rounds; round++)); do
         for program in "${programs[@]}"; do
             timed "$program" "$task" "$work/$pictures" >>"$work/times.$program"
-            find "$work/out" -type f -printf '%s\n' | megabytes >"$work/bytes.$program"
+            find "$out" -type f -printf '%s\n' | megabytes >"$work/bytes.$program"
         done
     done
     printf '%s (%s files, %s MB; load %s)\n\n| | s | to Lumora | processor s | to Lumora | MB |\n|---|---|---|---|---|---|\n' "$title" \

@@ -11,7 +11,6 @@
 #include <cstdint>
 #include <limits>
 #include <string>
-#include <thread>
 #include <utility>
 
 namespace lumora::ImageOptimizer {
@@ -29,11 +28,11 @@ std::string storyOf(int exitStatus)
 
 // Of the decoder's, of the encoder's and of those that read rows ahead between them, for stacks and what else
 // threads set aside, which is hardly ever used.
-std::int64_t addressesOfThreads()
+std::int64_t addressesOfThreads(int processors)
 {
     constexpr std::int64_t ofOne = std::int64_t{72} << 20U;
-    constexpr unsigned between = 4;
-    return ofOne * (2 * std::thread::hardware_concurrency() + between);
+    constexpr int between = 4;
+    return ofOne * (2 * processors + between);
 }
 
 } // namespace
@@ -70,12 +69,13 @@ WorkResult<WorkerReply> RemotePictureWork::askToOpen()
         auto ready = ask({.action = WorkerAction::close}, -1, Kind::notStarted);
         if (!ready) return ready;
     }
-    limit(0);
+    const auto before = m_process->usage();
+    if (before) limit(*before, 0);
     auto reply = ask(m_opening, m_file, Kind::unreadable);
     if (!reply) return reply;
     // Content has one of the types of the table, whatever the worker says.
     if (!formatWithIdentifier(reply->head.typeIdentifier)) return endOfWorker(Kind::unreadable);
-    limit(reply->head.memoryNeed);
+    if (before) limit(*before, reply->head.memoryNeed);
     return reply;
 }
 
@@ -208,14 +208,13 @@ WorkError RemotePictureWork::endOfWorker(WorkError::Kind lost)
 }
 
 // For the file, beside what the worker took before. An estimate of its need may be half of the truth.
-void RemotePictureWork::limit(std::int64_t need)
+void RemotePictureWork::limit(const ProcessUsage& before, std::int64_t need)
 {
-    const auto usage = m_process->usage();
-    if (!usage) return;
     const WorkerLimits& limits = m_processes.limits();
     constexpr std::int64_t megabyte = 1'000'000;
-    m_process->limitMemory(usage->virtualBytes + limits.openingBytes + addressesOfThreads() + 2 * need);
-    m_process->limitProcessorTime(std::chrono::ceil<std::chrono::seconds>(usage->processorTime) +
+    m_process->limitMemory(before.virtualBytes + limits.openingBytes +
+                           addressesOfThreads(m_processes.processors()) + 2 * need);
+    m_process->limitProcessorTime(std::chrono::ceil<std::chrono::seconds>(before.processorTime) +
                                   limits.processorTime + limits.processorTimeAMegabyte * (need / megabyte));
 }
 

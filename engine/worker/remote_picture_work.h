@@ -43,7 +43,7 @@ private:
     std::uint8_t processors() const;
     std::optional<WorkerReply> reply();
     WorkError endOfWorker(WorkError::Kind lost);
-    void limit(std::int64_t need);
+    void limit(const ProcessUsage& before, std::int64_t need);
 
     WorkerProcesses& m_processes;
     std::stop_token m_stop;

@@ -22,7 +22,8 @@ std::filesystem::path findWorker(const std::filesystem::path& bundle)
 
 WorkerProcesses::WorkerProcesses(std::filesystem::path executable, bool encodesHevc,
                                  const WorkerLimits& limits)
-    : m_executable(std::move(executable)), m_encodesHevc(encodesHevc), m_limits(limits)
+    : m_executable(std::move(executable)), m_encodesHevc(encodesHevc), m_limits(limits),
+      m_processors(std::max(1, static_cast<int>(std::thread::hardware_concurrency())))
 {
 }
 
@@ -30,8 +31,7 @@ WorkerProcesses::~WorkerProcesses() = default;
 
 int WorkerProcesses::processorsForOne() const
 {
-    const auto processors = static_cast<int>(std::thread::hardware_concurrency()); // 0 where nobody knows
-    return std::max(1, processors / std::max(1, m_works.load()));
+    return std::max(1, m_processors / std::max(1, m_works.load()));
 }
 
 std::unique_ptr<ServantProcess> WorkerProcesses::takeIdle()

@@ -43,6 +43,7 @@ public:
     WorkerProcesses& operator=(const WorkerProcesses&) = delete;
 
     const WorkerLimits& limits() const { return m_limits; }
+    int processors() const { return m_processors; } // of the machine; at least 1
 
     // To be told of every file that is worked on, when its work begins and when it ends.
     void workBegan() { ++m_works; }
@@ -62,6 +63,7 @@ private:
     const std::filesystem::path m_executable;
     const bool m_encodesHevc;
     const WorkerLimits m_limits;
+    const int m_processors; // asked for once: the answer is read from a file
     std::atomic<int> m_works{0};
     std::mutex m_mutex;
     std::vector<std::unique_ptr<ServantProcess>> m_idle; // guarded by m_mutex

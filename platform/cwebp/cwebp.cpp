@@ -69,6 +69,7 @@ Result<PictureSize, CwebpError> writeTo(const std::filesystem::path& ppm, const 
 {
     auto file = AtomicFile::create(ppm);
     if (!file) return CwebpError{Step::writingPpm, ppm, file.error().description};
+    file->setPermissions(0600); // as it is made: nobody else enters its folder
     auto size = make(*file);
     if (!size) {
         const bool isDrawn = size.error().step == PpmError::Step::writing;

@@ -22,13 +22,13 @@ std::optional<JpegMarker> jpegMarkerAt(int descriptor, std::uint64_t at)
 {
     constexpr unsigned char filling = 0xFF;
     for (;; ++at) {
-        const auto head = bytesAt(descriptor, at, 2);
+        auto head = bytesAt(descriptor, at, JpegMarker::headSize);
+        if (!head) head = bytesAt(descriptor, at, 2); // the last marker of a file has no length
         if (!head || (*head)[0] != '\xFF') return std::nullopt;
         const auto code = static_cast<unsigned char>((*head)[1]);
         if (code == filling) continue;
         if (standsAlone(code)) return JpegMarker{code, at, 2};
-        const auto length = bytesAt(descriptor, at + 2, 2);
-        const std::uint64_t size = length ? bigEndianAt(*length, 0, 2) : 0;
+        const std::uint64_t size = bigEndianAt(*head, 2, 2);
         if (size < 2) return std::nullopt;
         return JpegMarker{code, at, 2 + size};
     }

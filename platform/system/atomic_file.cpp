@@ -115,7 +115,8 @@ Status AtomicFile::commit(ExistingFile existing)
 {
     if (!isWritten(descriptor())) return fileError(name(), "written", errno);
     // A file system without permissions has nothing to refuse.
-    static_cast<void>(::fchmod(descriptor(), m_permissions & permittedBits()));
+    if (m_permissions != ownerOnly)
+        static_cast<void>(::fchmod(descriptor(), m_permissions & permittedBits()));
     const int failure = takeName(existing);
     m_isTaken = existing == ExistingFile::keep && failure == EEXIST;
     if (failure != 0) return fileError(name(), "written", failure);

@@ -8,13 +8,23 @@
 #include <algorithm>
 
 namespace lumora {
+namespace {
+
+constexpr std::size_t largestUnchecked = 4096; // what costs nothing to set aside in vain
+
+bool hasBytesAt(int descriptor, std::uint64_t offset, std::size_t size)
+{
+    struct stat status = {};
+    if (fstat(descriptor, &status) != 0) return false;
+    const auto length = static_cast<std::uint64_t>(std::max<off_t>(0, status.st_size));
+    return offset <= length && size <= length - offset;
+}
+
+} // namespace
 
 std::optional<std::string> bytesAt(int descriptor, std::uint64_t offset, std::size_t size)
 {
-    struct stat status = {};
-    if (fstat(descriptor, &status) != 0) return std::nullopt;
-    const auto length = static_cast<std::uint64_t>(std::max<off_t>(0, status.st_size));
-    if (offset > length || size > length - offset) return std::nullopt;
+    if (size > largestUnchecked && !hasBytesAt(descriptor, offset, size)) return std::nullopt;
     std::string bytes(size, '\0');
     if (pread(descriptor, bytes.data(), size, static_cast<off_t>(offset)) != static_cast<ssize_t>(size))
         return std::nullopt;
