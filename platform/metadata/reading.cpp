@@ -13,10 +13,14 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
+#include <string>
 #include <utility>
 
 namespace lumora {
 namespace {
+
+using namespace std::string_view_literals;
 
 constexpr std::string_view exifPrefix{"Exif\0\0", 6};
 constexpr std::string_view pngSignature{"\x89PNG"};
@@ -49,42 +53,39 @@ std::string exifOfJpeg(int descriptor)
     return {};
 }
 
+// The first chunk of a PNG that is an EXIF block: some writers put the prefix before it.
 std::string exifOfPng(int descriptor)
 {
     if (bytesAt(descriptor, 0, pngSignature.size()) != pngSignature) return {};
     for (auto chunk = pngChunkAt(descriptor, firstPngChunk); chunk;
          chunk = pngChunkAt(descriptor, chunk->end())) {
-        if (chunk->type == "eXIf") return bytesAt(descriptor, chunk->dataAt, chunk->length).value_or("");
+        if (chunk->type != "eXIf") continue;
+        std::string block = bytesAt(descriptor, chunk->dataAt, chunk->length).value_or("");
+        if (block.starts_with(exifPrefix)) block.erase(0, exifPrefix.size());
+        if (block.starts_with("II*\0"sv) || block.starts_with("MM\0*"sv)) return block;
     }
     return {};
 }
 
-void addContainer(int descriptor, Metadata& metadata)
+Exiv2::ExifData exifIn(std::string block)
 {
-    XmpInFile xmp = findXmp(descriptor);
-    metadata.xmp = std::move(xmp.packet);
-    metadata.extendedXmp = std::move(xmp.extension);
-    const auto image = Exiv2::ImageFactory::open(openedForReading(descriptor, std::move(xmp.masks)));
-    if (!image.get()) return;
-    image->readMetadata();
-    Exiv2::ExifData& data = image->exifData();
-    if (hasUnknownNote(data)) addNotePlace(exifOfJpeg(descriptor) + exifOfPng(descriptor), data);
-    addExif(data, metadata);
-    for (const auto& datum : image->iptcData())
-        metadata.iptc.push_back(fieldOf(datum));
-}
-
-void addBlocks(std::string_view exif, std::string_view xmp, Metadata& metadata)
-{
-    if (xmp.size() <= largestXmp) metadata.xmp = std::string(xmp);
-    if (exif.starts_with(exifPrefix)) exif.remove_prefix(exifPrefix.size());
-    if (exif.empty()) return;
-    std::string block(exif);
     hideXmpOfTiff(block);
     Exiv2::ExifData data;
     Exiv2::ExifParser::decode(data, bytesOf(block), static_cast<std::uint32_t>(block.size()));
     if (hasUnknownNote(data)) addNotePlace(block, data);
-    addExif(data, metadata);
+    return data;
+}
+
+// What the second one alone knows comes behind the first one's.
+Exiv2::ExifData joined(Exiv2::ExifData first, const Exiv2::ExifData& second)
+{
+    std::set<std::string> known;
+    for (const auto& datum : first)
+        known.insert(datum.key());
+    for (const auto& datum : second) {
+        if (!known.contains(datum.key())) first.add(datum);
+    }
+    return first;
 }
 
 // What was read before the damage is kept.
@@ -94,6 +95,32 @@ try {
     ensureExiv2Ready();
     read();
 } catch (...) {
+}
+
+void addContainer(int descriptor, Metadata& metadata)
+{
+    XmpInFile xmp = findXmp(descriptor);
+    metadata.xmp = std::move(xmp.packet);
+    metadata.extendedXmp = std::move(xmp.extension);
+    const auto image = Exiv2::ImageFactory::open(openedForReading(descriptor, std::move(xmp.masks)));
+    if (!image.get()) return;
+    readWhatIsSound([&] { image->readMetadata(); });
+    Exiv2::ExifData& data = image->exifData();
+    if (const std::string block = exifOfPng(descriptor); !block.empty()) {
+        data = joined(exifIn(block), data);
+    } else if (hasUnknownNote(data)) {
+        addNotePlace(exifOfJpeg(descriptor), data);
+    }
+    addExif(data, metadata);
+    for (const auto& datum : image->iptcData())
+        metadata.iptc.push_back(fieldOf(datum));
+}
+
+void addBlocks(std::string_view exif, std::string_view xmp, Metadata& metadata)
+{
+    if (xmp.size() <= largestXmp) metadata.xmp = std::string(xmp);
+    if (exif.starts_with(exifPrefix)) exif.remove_prefix(exifPrefix.size());
+    if (!exif.empty()) addExif(exifIn(std::string(exif)), metadata);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "pixels/stored_form.h"
 #include "tests/platform/formats/png/png_file.h"
 #include "tests/platform/formats/written_pictures.h"
+#include "tests/support/exif_builder.h"
 
 #include <gmock/gmock.h>
 
@@ -25,6 +26,59 @@ TEST_F(Png, BringsItsMetadataAlong)
     EXPECT_THAT(source->metadata().pngTexts, testing::IsSupersetOf(metadata.pngTexts));
     EXPECT_NEAR(source->metadata().pngDensity.x, 300, 0.02);
     EXPECT_NEAR(source->metadata().pngDensity.y, 150, 0.02);
+}
+
+class ExifOfAPng : public Png
+{
+protected:
+    std::vector<std::string> makersOf(const test::PngChunks& extra, std::string_view without = {})
+    {
+        test::save(m_folder / "a.png", test::corneredPicture(16, 12));
+        auto chunks = test::chunksIn(test::readBytes(m_folder / "a.png").substr(test::pngSignature.size()));
+        chunks.insert(chunks.begin() + 1, extra.begin(), extra.end());
+        std::erase_if(chunks, [&](const auto& chunk) { return chunk.first == without; });
+        test::writeText(m_folder / "a.png", test::pngOf(chunks));
+        const auto source = ImageSource::open(m_folder / "a.png");
+        EXPECT_TRUE(source && decode(source->image()));
+        std::vector<std::string> makers;
+        for (const MetadataField& field : source->metadata().tiff) {
+            if (field.key == "Exif.Image.Make") makers.emplace_back(field.bytes.c_str());
+        }
+        return makers;
+    }
+
+    static std::string exifBy(const std::string& maker)
+    {
+        return test::ExifBuilder(true).block(maker, "a note");
+    }
+};
+
+TEST_F(ExifOfAPng, IsReadBehindAPrefixAndWithoutAnEndOfTheFile)
+{
+    EXPECT_THAT(makersOf({{"eXIf", exifBy("Acme")}}), testing::ElementsAre("Acme"));
+    EXPECT_THAT(makersOf({{"eXIf", "Exif\0\0"s + exifBy("Acme")}}), testing::ElementsAre("Acme"));
+    EXPECT_THAT(makersOf({{"eXIf", exifBy("Acme")}}, "IEND"), testing::ElementsAre("Acme"));
+}
+
+// As texts of the file have it where it was written before there was a chunk for it.
+TEST_F(ExifOfAPng, IsCompletedByWhatOthersKnowBesides)
+{
+    const test::ExifBuilder exif(true);
+    const auto blockOf = [&](unsigned tag) {
+        return "MM"s + exif.number(42, 2) + exif.number(8, 4) + exif.number(1, 2) +
+               exif.entry(tag, 2, 5, 26) + exif.number(0, 4) + "Acme\0"s;
+    };
+    constexpr unsigned model = 0x0110;
+    constexpr unsigned make = 0x010F;
+    EXPECT_THAT(makersOf({{"eXIf", blockOf(model)}, {"eXIf", blockOf(make)}}), testing::ElementsAre("Acme"));
+}
+
+TEST_F(ExifOfAPng, IsTheFirstThatCanBeOne)
+{
+    EXPECT_THAT(makersOf({{"eXIf", exifBy("First")}, {"eXIf", exifBy("Second")}}),
+                testing::ElementsAre("First"));
+    EXPECT_THAT(makersOf({{"eXIf", ""}, {"eXIf", "no block"}, {"eXIf", exifBy("Third")}}),
+                testing::ElementsAre("Third"));
 }
 
 TEST_F(Png, TellsInHowManyBitsItsGrayWasStored)
