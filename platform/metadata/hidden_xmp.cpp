@@ -21,7 +21,11 @@ constexpr char hiddenTag = '\xFE';       // twice; nobody's tag
 
 void take(XmpInFile& found, int descriptor, std::uint64_t at, std::size_t size)
 {
-    if (!found.packet.empty() || size > largestXmp) return;
+    if (!found.packet.empty()) return;
+    if (size > largestXmp) {
+        found.isWhole = false;
+        return;
+    }
     if (auto packet = bytesAt(descriptor, at, size)) found.packet = std::move(*packet);
 }
 
@@ -82,6 +86,7 @@ void findInPng(int descriptor, XmpInFile& found)
 {
     constexpr auto keyword = "XML:com.adobe.xmp\0"sv;
     constexpr auto asHexadecimal = "Raw profile type xmp\0"sv;
+    bool isCompressed = false;
     for (auto chunk = pngChunkAt(descriptor, firstPngChunk); chunk;
          chunk = pngChunkAt(descriptor, chunk->end())) {
         const auto begins = [&](std::string_view word) {
@@ -91,13 +96,16 @@ void findInPng(int descriptor, XmpInFile& found)
         };
         if (chunk->type == "eXIf") findInTiff(descriptor, chunk->dataAt, found);
         const bool isText = chunk->type == "tEXt" || chunk->type == "zTXt" || chunk->type == "iTXt";
-        if (isText && (begins(keyword) || begins(asHexadecimal)))
-            found.masks.push_back({chunk->typeAt(), std::string(hiddenLetters)});
+        if (!isText || (!begins(keyword) && !begins(asHexadecimal))) continue;
+        found.masks.push_back({chunk->typeAt(), std::string(hiddenLetters)});
         // Two flags and two empty words stand before a text that is not compressed.
         constexpr auto plain = "XML:com.adobe.xmp\0\0\0\0\0"sv;
         if (chunk->type == "iTXt" && begins(plain))
             take(found, descriptor, chunk->dataAt + plain.size(), chunk->length - plain.size());
+        else
+            isCompressed = true;
     }
+    if (isCompressed && found.packet.empty()) found.isWhole = false;
 }
 
 void findInWebp(int descriptor, XmpInFile& found)

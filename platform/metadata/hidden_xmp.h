@@ -22,6 +22,7 @@ struct XmpInFile
 {
     std::string packet;      // the first; empty without one, or with one that is compressed
     std::string extension;   // of a JPEG's packet
+    bool isWhole = true;     // whether nothing of it is too large, or compressed instead
     std::vector<Mask> masks; // in the order of the file
 };
 

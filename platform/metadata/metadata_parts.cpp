@@ -112,6 +112,7 @@ MetadataParts missingParts(const Metadata& original, const Metadata& copy)
     if (lacksLargeField(original.exif, copy.exif)) missing.insert(MetadataPart::exif);
     if (missing.contains(MetadataPart::xmp) && speaksOfOtherDataOnly(original.xmp))
         missing.erase(MetadataPart::xmp);
+    if (original.lacksXmp && !copy.lacksXmp) missing.insert(MetadataPart::xmp);
     return missing;
 }
 

@@ -102,6 +102,7 @@ void addContainer(int descriptor, Metadata& metadata)
     XmpInFile xmp = findXmp(descriptor);
     metadata.xmp = std::move(xmp.packet);
     metadata.extendedXmp = std::move(xmp.extension);
+    metadata.lacksXmp = !xmp.isWhole;
     const auto image = Exiv2::ImageFactory::open(openedForReading(descriptor, std::move(xmp.masks)));
     if (!image.get()) return;
     readWhatIsSound([&] { image->readMetadata(); });
@@ -118,7 +119,8 @@ void addContainer(int descriptor, Metadata& metadata)
 
 void addBlocks(std::string_view exif, std::string_view xmp, Metadata& metadata)
 {
-    if (xmp.size() <= largestXmp) metadata.xmp = std::string(xmp);
+    metadata.lacksXmp = xmp.size() > largestXmp;
+    if (!metadata.lacksXmp) metadata.xmp = std::string(xmp);
     if (exif.starts_with(exifPrefix)) exif.remove_prefix(exifPrefix.size());
     if (!exif.empty()) addExif(exifIn(std::string(exif)), metadata);
 }

@@ -120,6 +120,19 @@ TEST_F(LeftBehind, NamesMetadataThatTheContainerDoesNotHold)
         "Metadata not kept: PNG time");
 }
 
+TEST_F(LeftBehind, NamesXmpThatIsTooLarge)
+{
+    const std::string blanks(std::size_t{17} << 20U, ' ');
+    test::writeText(m_in / "packet", "<x:xmpmeta xmlns:x='adobe:ns:meta/'>" + blanks + "</x:xmpmeta>");
+    for (const char* options : {"a.png", "a.tif", "a.webp", "a.heic", "-z a.png"}) {
+        const std::string name = std::string(options).substr(std::string(options).rfind(' ') + 1);
+        const auto file = photo(name);
+        test::outputOf("cd '" + m_in.string() + "' && exiftool -q -m -overwrite_original '-XMP<=packet' " +
+                       options);
+        EXPECT_EQ(lossesOf(file, keeping(OutputFormat::png)), "Metadata not kept: XMP") << options;
+    }
+}
+
 TEST_F(LeftBehind, NamesMetadataThatCannotBeWrittenAnew)
 {
     const auto file = photo("a.jpg");

@@ -13,7 +13,7 @@
 namespace lumora {
 namespace {
 
-std::string xmpOf(const heif_image_handle* picture)
+std::optional<std::string> xmpOf(const heif_image_handle* picture)
 {
     std::vector<heif_item_id> blocks(static_cast<std::size_t>(
         std::max(0, heif_image_handle_get_number_of_metadata_blocks(picture, "mime"))));
@@ -22,12 +22,13 @@ std::string xmpOf(const heif_image_handle* picture)
     for (const heif_item_id block : blocks) {
         const std::string_view kind = heif_image_handle_get_metadata_content_type(picture, block);
         const std::size_t size = heif_image_handle_get_metadata_size(picture, block);
-        if (kind != "application/rdf+xml" || size == 0 || size > largestXmp) continue;
+        if (kind != "application/rdf+xml" || size == 0) continue;
+        if (size > largestXmp) return std::nullopt;
         std::string packet(size, '\0');
         if (heif_image_handle_get_metadata(picture, block, packet.data()).code == heif_error_Ok)
             return packet;
     }
-    return {};
+    return "";
 }
 
 std::vector<std::string> auxiliaryTypesOf(const heif_image_handle* picture)

@@ -14,7 +14,7 @@ namespace lumora {
 // Any thread; throws std::bad_alloc.
 struct HeifExtras
 {
-    std::string xmp;                         // the packet; empty without one
+    std::optional<std::string> xmp = "";     // the packet; empty without one, absent where it is too large
     std::vector<std::string> auxiliaryTypes; // what each further picture that belongs to the first is for
     std::optional<ColorDescription> colors;  // of the first picture, where they are told by numbers
 };

@@ -21,7 +21,8 @@ void describe(int descriptor, VipsImage* image, Metadata& metadata, SourceFacts&
 {
     const HeifExtras extras = heifExtras(descriptor);
     readAttachedMetadata(image, metadata);
-    metadata.xmp = extras.xmp;
+    metadata.xmp = extras.xmp.value_or("");
+    metadata.lacksXmp = !extras.xmp;
     if (extras.colors && attachedProfile(image).empty()) attachColors(image, *extras.colors);
 
     int bits = 0; // as stored, which the image library widens

@@ -62,7 +62,10 @@ void describe(int descriptor, VipsImage* image, Metadata& metadata, SourceFacts&
     metadata.pngTexts = readPngTexts(descriptor);
     metadata.pngTime = readPngTime(descriptor);
     readContainer(descriptor, metadata);
-    if (metadata.xmp.empty()) metadata.xmp = xmpAmong(metadata.pngTexts);
+    if (metadata.xmp.empty()) {
+        metadata.xmp = xmpAmong(metadata.pngTexts);
+        metadata.lacksXmp = metadata.lacksXmp && metadata.xmp.empty();
+    }
     facts.series = SourceFacts::Series::frames;
     facts.pictures = framesIn(descriptor);
 }

@@ -67,6 +67,7 @@ struct Metadata
     std::string pngTime = {};                   // the seven bytes of a tIME chunk; empty without one
     std::string xmp = {};                       // the packet as read; empty without one
     std::string extendedXmp = {};               // the part of a JPEG's packet that did not fit into it
+    bool lacksXmp = false;                      // there is more of it than is read
 
     std::optional<int> orientation = {}; // 1 to 8, the EXIF numbering
     std::string colorModel = {};         // "RGB", "Gray", "CMYK" or "Lab"; empty when unknown
