@@ -1,13 +1,16 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: 2026 Tidewell
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""heic-quality.py FOLDER [LUMORA_CLI]: whether a HEIC of a quality looks as the JPEG of the same quality does.
+"""heic-quality.py [--each] FOLDER [LUMORA_CLI]: whether a HEIC of a quality looks as the JPEG of the same quality does.
 
 Every JPEG and PNG photograph of the folder, reduced to a width of 1200, is written at qualities 30 to 95 as JPEG
 and as HEIC and scored by butteraugli (its 3-norm: 0 is no difference, less is better). Printed for each quality,
 over all photographs: the mean scores, the bytes of the HEIC as a share of those of the JPEG, the quality at which
 the HEIC scores as the JPEG does, and the share of bytes there. Scores and sizes do not depend on the load of the
 machine; the seconds are those of the processor for all HEIC files of a quality.
+
+With --each the pictures are at most 2560 wide, so that most keep their size, and a line for each tells the bytes of its
+HEIC as a share of those of the JPEG of some qualities, at the score of that JPEG.
 """
 import math
 import os
@@ -18,7 +21,8 @@ import sys
 import tempfile
 
 QUALITIES = range(30, 100, 5)
-WIDTH = 1200
+EACH_AT = (60, 75, 82, 88, 92)
+EACH_QUALITIES = (50, *EACH_AT, 95)
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 
 
@@ -80,9 +84,15 @@ def row(quality, jpegs, heics):
     )
 
 
-def main():
-    photographs = sorted(p for p in pathlib.Path(sys.argv[1]).iterdir() if p.suffix.lower() in (".jpg", ".jpeg", ".png"))
-    cli = sys.argv[2] if len(sys.argv) > 2 else ROOT / "build/release/Lumora/Contents/MacOS/lumora-cli"
+def line(name, jpeg, heic):
+    found = [at_score(heic, jpeg[quality][0]) for quality in EACH_AT]
+    shares = ["%.2f" % (math.exp(at[1]) / jpeg[quality][1]) if at else "-" for quality, at in zip(EACH_AT, found)]
+    return f"{name}: " + ", ".join(f"{share} at {quality}" for quality, share in zip(EACH_AT, shares))
+
+
+def main(folder, cli=ROOT / "build/release/Lumora/Contents/MacOS/lumora-cli", is_each=False):
+    photographs = sorted(p for p in pathlib.Path(folder).iterdir() if p.suffix.lower() in (".jpg", ".jpeg", ".png"))
+    width, qualities = (2560, EACH_QUALITIES) if is_each else (1200, QUALITIES)
     run(ROOT / "packaging/install-dependencies.sh", "bench")
     jpegs, heics = [], []
     with tempfile.TemporaryDirectory() as work:
@@ -90,10 +100,19 @@ def main():
         out = pathlib.Path(work) / "out"
         out.mkdir()
         for photograph in photographs:
-            run("convert", photograph, "-auto-orient", "-resize", f"{WIDTH}x>", "-strip", "-depth", "8", f"PNG24:{reference}")
-            jpegs.append({q: encoded(cli, reference, "jpeg", q, out) for q in QUALITIES})
-            heics.append({q: encoded(cli, reference, "heic", q, out) for q in QUALITIES})
-            print(photograph.name, file=sys.stderr)
+            try:
+                run("convert", photograph, "-auto-orient", "-resize", f"{width}x>", "-strip", "-depth", "8", f"PNG24:{reference}")
+            except subprocess.CalledProcessError:
+                print(f"{photograph.name}: left out, for it cannot be read whole", file=sys.stderr)
+                continue
+            jpegs.append({q: encoded(cli, reference, "jpeg", q, out) for q in qualities})
+            heics.append({q: encoded(cli, reference, "heic", q, out) for q in qualities})
+            if is_each:
+                print(line(photograph.name, jpegs[-1], heics[-1]), flush=True)
+            else:
+                print(photograph.name, file=sys.stderr)
+    if is_each:
+        return
     print("quality  JPEG   HEIC  bytes  equal look at  bytes  of photographs  s")
     for quality in QUALITIES:
         print("%7d %5.3f  %5.3f  %5.2f %14.1f  %5.2f %15d %5.1f" % row(quality, jpegs, heics))
@@ -101,4 +120,5 @@ def main():
 
 if __name__ == "__main__":
     os.environ["LC_ALL"] = "C"
-    main()
+    words = sys.argv[1:]
+    main(*(word for word in words if word != "--each"), is_each="--each" in words)

@@ -34,7 +34,7 @@ declare -A names=([product]=Lumora [floor]="floor: \`djpeg\`, then \`cwebp\` on 
 # every file that was deleted in the last minutes, which would cost those most who make most files.
 timed() {
     local TIMEFORMAT='%R %U %S' found
-    out=$(mktemp -d "$work/out.XXXXXX")
+    out=$(mktemp -d -p "$work")
     found=$({ time "$root/bench/peer.sh" "$@" "$out" || echo "$1 failed" >&3; } 3>&2 2>&1)
     awk '{ print $1, $2 + $3 }' <<<"$found"
 }

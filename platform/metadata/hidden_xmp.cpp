@@ -23,7 +23,7 @@ void take(XmpInFile& found, int descriptor, std::uint64_t at, std::size_t size)
 {
     if (!found.packet.empty()) return;
     if (size > largestXmp) {
-        found.isWhole = false;
+        found.hasMore = true;
         return;
     }
     if (auto packet = bytesAt(descriptor, at, size)) found.packet = std::move(*packet);
@@ -56,7 +56,7 @@ std::vector<TiffXmp> xmpEntries(const ReadTiff& read)
     constexpr std::uint32_t xmpTag = 0x02BC;
     constexpr std::size_t entrySize = 12;
     const auto head = read(0, 8);
-    if (!head || (!head->starts_with("II*\0"sv) && !head->starts_with("MM\0*"sv))) return {};
+    if (!head || !beginsTiff(*head)) return {};
     const auto number = head->front() == 'I' ? littleEndianAt : bigEndianAt;
     const std::uint64_t directory = number(*head, 4, 4);
     const auto count = read(directory, 2);
@@ -105,7 +105,7 @@ void findInPng(int descriptor, XmpInFile& found)
         else
             isCompressed = true;
     }
-    if (isCompressed && found.packet.empty()) found.isWhole = false;
+    if (isCompressed && found.packet.empty()) found.hasMore = true;
 }
 
 void findInWebp(int descriptor, XmpInFile& found)
@@ -135,6 +135,11 @@ XmpInFile findXmp(int descriptor)
     findInTiff(descriptor, 0, found);
     std::ranges::sort(found.masks, {}, &Mask::at);
     return found;
+}
+
+bool beginsTiff(std::string_view block)
+{
+    return block.starts_with("II*\0"sv) || block.starts_with("MM\0*"sv);
 }
 
 void hideXmpOfTiff(std::string& block)

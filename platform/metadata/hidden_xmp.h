@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace lumora {
@@ -22,12 +23,15 @@ struct XmpInFile
 {
     std::string packet;      // the first; empty without one, or with one that is compressed
     std::string extension;   // of a JPEG's packet
-    bool isWhole = true;     // whether nothing of it is too large, or compressed instead
+    bool hasMore = false;    // one is too large, or there is but one that is compressed
     std::vector<Mask> masks; // in the order of the file
 };
 
 // Of an open JPEG, PNG, TIFF or WebP file, whose position stays where it is.
 XmpInFile findXmp(int descriptor);
+
+// Whether it can be a TIFF structure, which EXIF is, too.
+bool beginsTiff(std::string_view block);
 
 // Hides the packet in a TIFF structure.
 void hideXmpOfTiff(std::string& block);

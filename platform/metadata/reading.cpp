@@ -20,10 +20,7 @@
 namespace lumora {
 namespace {
 
-using namespace std::string_view_literals;
-
 constexpr std::string_view exifPrefix{"Exif\0\0", 6};
-constexpr std::string_view pngSignature{"\x89PNG"};
 
 // Where a field belongs; nowhere for previews and further pictures, which stay behind.
 MetadataFields* placeOf(const Exiv2::Exifdatum& datum, Metadata& metadata)
@@ -53,24 +50,24 @@ std::string exifOfJpeg(int descriptor)
     return {};
 }
 
-// The first chunk of a PNG that is an EXIF block: some writers put the prefix before it.
+// The first chunk that is an EXIF block: some writers put the prefix before it.
 std::string exifOfPng(int descriptor)
 {
-    if (bytesAt(descriptor, 0, pngSignature.size()) != pngSignature) return {};
     for (auto chunk = pngChunkAt(descriptor, firstPngChunk); chunk;
          chunk = pngChunkAt(descriptor, chunk->end())) {
         if (chunk->type != "eXIf") continue;
         std::string block = bytesAt(descriptor, chunk->dataAt, chunk->length).value_or("");
         if (block.starts_with(exifPrefix)) block.erase(0, exifPrefix.size());
-        if (block.starts_with("II*\0"sv) || block.starts_with("MM\0*"sv)) return block;
+        if (beginsTiff(block)) return block;
     }
     return {};
 }
 
 Exiv2::ExifData exifIn(std::string block)
 {
-    hideXmpOfTiff(block);
     Exiv2::ExifData data;
+    if (block.empty()) return data;
+    hideXmpOfTiff(block);
     Exiv2::ExifParser::decode(data, bytesOf(block), static_cast<std::uint32_t>(block.size()));
     if (hasUnknownNote(data)) addNotePlace(block, data);
     return data;
@@ -102,13 +99,13 @@ void addContainer(int descriptor, Metadata& metadata)
     XmpInFile xmp = findXmp(descriptor);
     metadata.xmp = std::move(xmp.packet);
     metadata.extendedXmp = std::move(xmp.extension);
-    metadata.lacksXmp = !xmp.isWhole;
+    metadata.lacksXmp = xmp.hasMore;
     const auto image = Exiv2::ImageFactory::open(openedForReading(descriptor, std::move(xmp.masks)));
     if (!image.get()) return;
     readWhatIsSound([&] { image->readMetadata(); });
     Exiv2::ExifData& data = image->exifData();
-    if (const std::string block = exifOfPng(descriptor); !block.empty()) {
-        data = joined(exifIn(block), data);
+    if (image->imageType() == Exiv2::ImageType::png) {
+        data = joined(exifIn(exifOfPng(descriptor)), data);
     } else if (hasUnknownNote(data)) {
         addNotePlace(exifOfJpeg(descriptor), data);
     }
@@ -122,7 +119,7 @@ void addBlocks(std::string_view exif, std::string_view xmp, Metadata& metadata)
     metadata.lacksXmp = xmp.size() > largestXmp;
     if (!metadata.lacksXmp) metadata.xmp = std::string(xmp);
     if (exif.starts_with(exifPrefix)) exif.remove_prefix(exifPrefix.size());
-    if (!exif.empty()) addExif(exifIn(std::string(exif)), metadata);
+    addExif(exifIn(std::string(exif)), metadata);
 }
 
 } // namespace

@@ -114,7 +114,7 @@ std::filesystem::path AtomicFile::draft() const
 Status AtomicFile::commit(ExistingFile existing)
 {
     if (!isWritten(descriptor())) return fileError(name(), "written", errno);
-    // A file system without permissions has nothing to refuse.
+    // A file system without permissions has nothing to refuse. What is its owner's alone was made so.
     if (m_permissions != ownerOnly)
         static_cast<void>(::fchmod(descriptor(), m_permissions & permittedBits()));
     const int failure = takeName(existing);

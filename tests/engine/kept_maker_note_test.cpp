@@ -35,9 +35,8 @@ protected:
     std::filesystem::path optimizedPng(const std::string& exif)
     {
         test::save(m_folder / "a.png", test::corneredPicture(64, 48));
-        auto chunks = test::chunksIn(test::readBytes(m_folder / "a.png").substr(test::pngSignature.size()));
-        chunks.insert(chunks.begin() + 1, {"eXIf", exif});
-        test::writeText(m_folder / "a.png", test::pngOf(chunks));
+        test::writeText(m_folder / "a.png",
+                        test::pngWith(test::readBytes(m_folder / "a.png"), {{"eXIf", exif}}));
         return optimizedFile("a.png");
     }
 

@@ -124,12 +124,11 @@ TEST_F(LeftBehind, NamesXmpThatIsTooLarge)
 {
     const std::string blanks(std::size_t{17} << 20U, ' ');
     test::writeText(m_in / "packet", "<x:xmpmeta xmlns:x='adobe:ns:meta/'>" + blanks + "</x:xmpmeta>");
-    for (const char* options : {"a.png", "a.tif", "a.webp", "a.heic", "-z a.png"}) {
-        const std::string name = std::string(options).substr(std::string(options).rfind(' ') + 1);
+    for (const char* name : {"a.png", "a.tif", "a.webp", "a.heic"}) {
         const auto file = photo(name);
-        test::outputOf("cd '" + m_in.string() + "' && exiftool -q -m -overwrite_original '-XMP<=packet' " +
-                       options);
-        EXPECT_EQ(lossesOf(file, keeping(OutputFormat::png)), "Metadata not kept: XMP") << options;
+        test::outputOf("exiftool -q -m -overwrite_original '-XMP<=" + (m_in / "packet").string() + "' '" +
+                       file.string() + "'");
+        EXPECT_EQ(lossesOf(file, keeping(OutputFormat::png)), "Metadata not kept: XMP") << name;
     }
 }
 

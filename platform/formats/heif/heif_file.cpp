@@ -19,16 +19,18 @@ std::optional<std::string> xmpOf(const heif_image_handle* picture)
         std::max(0, heif_image_handle_get_number_of_metadata_blocks(picture, "mime"))));
     heif_image_handle_get_list_of_metadata_block_IDs(picture, "mime", blocks.data(),
                                                      static_cast<int>(blocks.size()));
+    bool isTooLarge = false;
     for (const heif_item_id block : blocks) {
         const std::string_view kind = heif_image_handle_get_metadata_content_type(picture, block);
         const std::size_t size = heif_image_handle_get_metadata_size(picture, block);
         if (kind != "application/rdf+xml" || size == 0) continue;
-        if (size > largestXmp) return std::nullopt;
+        isTooLarge = isTooLarge || size > largestXmp;
+        if (size > largestXmp) continue;
         std::string packet(size, '\0');
         if (heif_image_handle_get_metadata(picture, block, packet.data()).code == heif_error_Ok)
             return packet;
     }
-    return "";
+    return isTooLarge ? std::nullopt : std::optional<std::string>("");
 }
 
 std::vector<std::string> auxiliaryTypesOf(const heif_image_handle* picture)

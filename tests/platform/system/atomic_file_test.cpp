@@ -72,6 +72,17 @@ TEST_P(EachDraft, GetsNoMorePermissionsThanTheUmaskLeavesToNewFiles)
     EXPECT_EQ(permissionsOf(m_folder / "target"), 0640U);
 }
 
+TEST_P(EachDraft, StaysItsOwnersAloneWhereThatIsWanted)
+{
+    const mode_t before = umask(0);
+    auto file = create("target");
+    ASSERT_TRUE(file);
+    file->setPermissions(0600);
+    EXPECT_TRUE(file->commit());
+    umask(before);
+    EXPECT_EQ(permissionsOf(m_folder / "target"), 0600U);
+}
+
 TEST(AtomicFile, HasNoNameThatAKilledProgramWouldLeave)
 {
     const TemporaryDirectory folder;

@@ -10,8 +10,8 @@
 
 namespace lumora {
 
-// Absent where the file ends before or cannot be read. More memory than a page is set aside
-// only for bytes that are there.
+// Absent where the file ends before or cannot be read. More memory than a page is set aside only for bytes
+// that are there.
 std::optional<std::string> bytesAt(int descriptor, std::uint64_t offset, std::size_t size);
 
 // The number in `size` bytes of the text from `at` on, at most 8; 0 beyond its end.

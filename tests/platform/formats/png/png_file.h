@@ -53,6 +53,14 @@ inline PngChunks chunksIn(std::string_view bytes)
     return chunks;
 }
 
+// The well-formed file with more chunks behind its header.
+inline std::string pngWith(std::string_view png, const PngChunks& more)
+{
+    PngChunks chunks = chunksIn(png.substr(pngSignature.size()));
+    chunks.insert(chunks.begin() + 1, more.begin(), more.end());
+    return pngOf(chunks);
+}
+
 class OpenFile
 {
 public:

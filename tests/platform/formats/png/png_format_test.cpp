@@ -7,12 +7,25 @@
 
 #include <gmock/gmock.h>
 
+#include <zlib.h>
+
 namespace lumora {
 namespace {
 
 using namespace std::string_literals;
 
-using Png = test::WrittenPictures;
+class Png : public test::WrittenPictures
+{
+protected:
+    // A file with more chunks behind its header, of which `lastBytes` are cut off.
+    Result<ImageSource> openedWith(const test::PngChunks& more, std::size_t lastBytes = 0)
+    {
+        test::save(m_folder / "a.png", test::corneredPicture(16, 12));
+        const std::string png = test::pngWith(test::readBytes(m_folder / "a.png"), more);
+        test::writeText(m_folder / "a.png", png.substr(0, png.size() - lastBytes));
+        return ImageSource::open(m_folder / "a.png");
+    }
+};
 
 TEST_F(Png, BringsItsMetadataAlong)
 {
@@ -31,14 +44,9 @@ TEST_F(Png, BringsItsMetadataAlong)
 class ExifOfAPng : public Png
 {
 protected:
-    std::vector<std::string> makersOf(const test::PngChunks& extra, std::string_view without = {})
+    std::vector<std::string> makersOf(const test::PngChunks& more, std::size_t lastBytes = 0)
     {
-        test::save(m_folder / "a.png", test::corneredPicture(16, 12));
-        auto chunks = test::chunksIn(test::readBytes(m_folder / "a.png").substr(test::pngSignature.size()));
-        chunks.insert(chunks.begin() + 1, extra.begin(), extra.end());
-        std::erase_if(chunks, [&](const auto& chunk) { return chunk.first == without; });
-        test::writeText(m_folder / "a.png", test::pngOf(chunks));
-        const auto source = ImageSource::open(m_folder / "a.png");
+        const auto source = openedWith(more, lastBytes);
         EXPECT_TRUE(source && decode(source->image()));
         std::vector<std::string> makers;
         for (const MetadataField& field : source->metadata().tiff) {
@@ -55,9 +63,10 @@ protected:
 
 TEST_F(ExifOfAPng, IsReadBehindAPrefixAndWithoutAnEndOfTheFile)
 {
+    constexpr std::size_t endChunk = 12;
     EXPECT_THAT(makersOf({{"eXIf", exifBy("Acme")}}), testing::ElementsAre("Acme"));
     EXPECT_THAT(makersOf({{"eXIf", "Exif\0\0"s + exifBy("Acme")}}), testing::ElementsAre("Acme"));
-    EXPECT_THAT(makersOf({{"eXIf", exifBy("Acme")}}, "IEND"), testing::ElementsAre("Acme"));
+    EXPECT_THAT(makersOf({{"eXIf", exifBy("Acme")}}, endChunk), testing::ElementsAre("Acme"));
 }
 
 // As texts of the file have it where it was written before there was a chunk for it.
@@ -98,11 +107,7 @@ TEST_F(Png, TellsInHowManyBitsItsGrayWasStored)
 TEST_F(Png, TellsOfHowManyFramesItIs)
 {
     const auto framesIn = [&](const std::string& count) {
-        test::save(m_folder / "a.png", test::corneredPicture(8, 8));
-        auto chunks = test::chunksIn(std::string_view(test::readBytes(m_folder / "a.png")).substr(8));
-        if (!count.empty()) chunks.insert(chunks.begin() + 1, {"acTL", count + "\0\0\0\0"s});
-        test::writeText(m_folder / "a.png", test::pngOf(chunks));
-        const auto source = ImageSource::open(m_folder / "a.png");
+        const auto source = count.empty() ? openedWith({}) : openedWith({{"acTL", count + "\0\0\0\0"s}});
         EXPECT_TRUE(source && source->facts().series == SourceFacts::Series::frames);
         return source->facts().pictures;
     };
@@ -114,13 +119,26 @@ TEST_F(Png, TellsOfHowManyFramesItIs)
 
 TEST_F(Png, KeepsAPacketThatWasStoredAsDigits)
 {
-    test::save(m_folder / "a.png", test::corneredPicture(8, 8));
-    auto chunks = test::chunksIn(std::string_view(test::readBytes(m_folder / "a.png")).substr(8));
-    chunks.insert(chunks.begin() + 1, {"tEXt", "Raw profile type xmp\0\nxmp\n       4\n3c78\n2F3e\n"s});
-    test::writeText(m_folder / "a.png", test::pngOf(chunks));
-    const auto source = ImageSource::open(m_folder / "a.png");
+    const auto source = openedWith({{"tEXt", "Raw profile type xmp\0\nxmp\n       4\n3c78\n2F3e\n"s}});
     ASSERT_TRUE(source);
     EXPECT_EQ(source->metadata().xmp, "<x/>");
+    EXPECT_FALSE(source->metadata().lacksXmp);
+}
+
+TEST_F(Png, KeepsACompressedPacketOrTellsThatItLacksIt)
+{
+    const auto metadataOf = [&](const std::string& packet) {
+        uLongf size = compressBound(packet.size());
+        std::string stream(size, '\0');
+        compress(reinterpret_cast<Bytef*>(stream.data()), &size,
+                 reinterpret_cast<const Bytef*>(packet.data()), packet.size());
+        return openedWith({{"iTXt", "XML:com.adobe.xmp\0\1\0\0\0"s + stream.substr(0, size)}})->metadata();
+    };
+    EXPECT_EQ(metadataOf("<x/>").xmp, "<x/>");
+    EXPECT_FALSE(metadataOf("<x/>").lacksXmp);
+    EXPECT_TRUE(metadataOf(std::string(std::size_t{5} << 20U, ' ')).lacksXmp);
+    EXPECT_TRUE(openedWith({{"zTXt", "Raw profile type xmp\0\0no stream"s}})->metadata().lacksXmp);
+    EXPECT_FALSE(openedWith({{"zTXt", "Title\0\0no stream"s}})->metadata().lacksXmp);
 }
 
 TEST_F(Png, WithDamagedDataGivesNoPicture)
