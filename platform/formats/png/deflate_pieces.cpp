@@ -2,123 +2,95 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "png/deflate_pieces.h"
 
+#include "png/block_writer.h"
+#include "png/cheapest_path.h"
+#include "png/deflate_blocks.h"
 #include "system/side_by_side.h"
 
 #include <libdeflate.h>
-#include <zlib.h>
 
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <memory>
-#include <new>
-#include <optional>
+#include <limits>
 #include <vector>
 
 namespace lumora {
 namespace {
 
-// A piece knows nothing of what came before it. This long and this few, that costs a thousandth.
+// The matches of so many bytes are held at a time.
+constexpr std::size_t stretchBytes = std::size_t{1} << 18U;
+// The window before it has to be learned for each, which is a hundredth of this.
 constexpr std::size_t leastPiece = std::size_t{4} << 20U;
-constexpr std::size_t mostPieces = 16;
+
+// The cheapest path depends on the codes and the codes on the path: another round is worth its time while the
+// one before saved a twenty-fifth.
+constexpr int mostRounds = 4;
+constexpr double worthARound = 0.96;
 
 // A power of two, as the number of processors mostly is: none waits for the last piece.
 std::size_t pieceCount(std::size_t bytes)
 {
-    return std::clamp<std::size_t>(std::bit_floor(bytes / leastPiece), 1, mostPieces);
+    return std::max<std::size_t>(std::bit_floor(bytes / leastPiece), 1);
 }
 
-struct CompressorDelete
+struct PricedBlocks
 {
-    void operator()(libdeflate_compressor* compressor) const { libdeflate_free_compressor(compressor); }
+    std::vector<DeflateBlock> blocks;
+    std::vector<PricedBytes> prices;
+    double bits = 0;
 };
 
-struct InflationEnd
+PricedBlocks pricedBlocks(std::span<const Step> steps)
 {
-    void operator()(z_stream* stream) const { inflateEnd(stream); }
-};
+    PricedBlocks priced;
+    priced.blocks = blocksOf(steps);
+    std::size_t step = 0;
+    std::size_t byte = 0;
+    for (const DeflateBlock& block : priced.blocks) {
+        for (; step < block.end; ++step)
+            byte += steps[step].length;
+        priced.prices.push_back({byte, costsBy(block.counts)});
+        priced.bits += block.bits;
+    }
+    return priced;
+}
 
-class Piece
+std::vector<std::uint8_t> deflatedPiece(const PixelRows& rows, std::size_t begin, std::size_t end,
+                                        bool isLast)
 {
-public:
-    // Begins with these bytes.
-    Piece(ByteSpan data, int level, ByteSpan head) : m_headBytes(head.size())
-    {
-        const std::unique_ptr<libdeflate_compressor, CompressorDelete> compressor(
-            libdeflate_alloc_compressor(level));
-        if (!compressor) throw std::bad_alloc();
-        const std::size_t most = libdeflate_deflate_compress_bound(compressor.get(), data.size());
-        constexpr std::size_t mostAdded = 5;
-        // Touched where it is filled.
-        m_bytes = std::make_unique_for_overwrite<std::uint8_t[]>(head.size() + most + mostAdded);
-        append(head);
-        m_size += libdeflate_deflate_compress(compressor.get(), data.data(), data.size(),
-                                              m_bytes.get() + m_size, most);
-    }
-
-    // So that another piece may follow: its last block does not say that it is the last any more, and an
-    // empty stored block fills the last byte up, for pieces begin with whole ones.
-    void open()
-    {
-        const LastBlock last = lastBlock();
-        m_bytes[last.begin / 8] &= static_cast<std::uint8_t>(~(1U << last.begin % 8));
-        // Bits, all of them 0, as those are that the last byte has free; then a length of 0, which comes
-        // twice.
-        constexpr std::size_t blockHead = 3;
-        constexpr std::array<std::uint8_t, 4> noBytes{0, 0, 0xFF, 0xFF};
-        if (m_size * 8 - last.end < blockHead) append(ByteSpan(noBytes).first(1));
-        append(noBytes);
-    }
-
-    // Up to 4 bytes, once and in place of opening it.
-    void close(ByteSpan tail) { append(tail); }
-
-    ByteSpan bytes() const { return {m_bytes.get(), m_size}; }
-
-private:
-    struct LastBlock // in bits from the start
-    {
-        std::size_t begin;
-        std::size_t end;
+    const auto stretchAt = [&](std::size_t at) {
+        return rows.bytes.subspan(at, std::min(stretchBytes, end - at));
     };
-
-    // Where blocks begin shows only to whoever inflates them, which takes a hundredth of the time of
-    // deflation.
-    LastBlock lastBlock() const
-    {
-        z_stream stream{};
-        if (inflateInit2(&stream, -MAX_WBITS) != Z_OK) throw std::bad_alloc();
-        const std::unique_ptr<z_stream, InflationEnd> end(&stream);
-        std::vector<std::uint8_t> room(std::size_t{1} << 16U);
-        stream.next_in = m_bytes.get() + m_headBytes;
-        stream.avail_in = static_cast<uInt>(m_size - m_headBytes);
-        constexpr int isBetweenBlocks = 128;
-        constexpr int wasLast = 64;
-        constexpr int freeBits = 7;
-        std::size_t begin = m_headBytes * 8;
-        for (;;) {
-            stream.next_out = room.data();
-            stream.avail_out = static_cast<uInt>(room.size());
-            const int outcome = inflate(&stream, Z_BLOCK);
-            if (outcome != Z_OK && outcome != Z_BUF_ERROR) throw std::bad_alloc(); // its window
-            if (!(stream.data_type & isBetweenBlocks)) continue;
-            const auto free = static_cast<std::size_t>(stream.data_type & freeBits);
-            const std::size_t at = (m_size - stream.avail_in) * 8 - free;
-            if (stream.data_type & wasLast) return {begin, at};
-            begin = at;
+    MatchFinder finder(rows, begin);
+    MatchLists lists;
+    PathSearch path;
+    BlockWriter writer;
+    std::vector<PricedBytes> prices{{0, costsBefore(stretchAt(begin))}};
+    for (std::size_t at = begin; at < end;) {
+        const ByteSpan stretch = stretchAt(at);
+        finder.find(stretch.size(), lists);
+        PricedBlocks priced;
+        // The codes of the stretch before are worth a comparison, those before the first are not.
+        double before = std::numeric_limits<double>::infinity();
+        for (int round = 0; round < mostRounds; ++round) {
+            const double expected = path.find(stretch, lists, prices);
+            if (round == 0 && at > begin) before = expected;
+            priced = pricedBlocks(path.steps());
+            prices = priced.prices;
+            if (priced.bits > before * worthARound) break;
+            before = priced.bits;
         }
+        std::size_t step = 0;
+        for (const DeflateBlock& block : priced.blocks) {
+            writer.write(path.steps().subspan(step, block.end - step), block.counts);
+            step = block.end;
+        }
+        prices.erase(prices.begin(), prices.end() - 1);
+        at += stretch.size();
     }
-
-    void append(ByteSpan bytes)
-    {
-        std::ranges::copy(bytes, m_bytes.get() + m_size);
-        m_size += bytes.size();
-    }
-
-    std::size_t m_headBytes;
-    std::unique_ptr<std::uint8_t[]> m_bytes;
-    std::size_t m_size = 0;
-};
+    return writer.end(isLast);
+}
 
 std::array<std::uint8_t, 4> checksumOf(ByteSpan data)
 {
@@ -129,21 +101,22 @@ std::array<std::uint8_t, 4> checksumOf(ByteSpan data)
 
 } // namespace
 
-Status deflateSideBySide(ByteSpan data, int level, const StreamTaker& take)
+Status deflateSideBySide(const PixelRows& rows, const StreamTaker& take)
 {
-    constexpr std::array<std::uint8_t, 2> head{0x78, 0xDA}; // looks back 32 KB, at leisure
-    const std::size_t count = pieceCount(data.size());
-    std::vector<std::optional<Piece>> pieces(count);
+    const std::size_t count = pieceCount(rows.bytes.size());
+    const std::size_t pieceBytes = rows.bytes.size() / count;
+    std::vector<std::vector<std::uint8_t>> pieces(count);
     runSideBySide(count, [&](std::size_t i) {
-        const std::size_t begin = data.size() / count * i;
         const bool isLast = i + 1 == count;
-        const ByteSpan part = data.subspan(begin, isLast ? std::dynamic_extent : data.size() / count);
-        pieces[i].emplace(part, level, i == 0 ? ByteSpan(head) : ByteSpan());
-        if (!isLast) pieces[i]->open();
+        const std::size_t end = isLast ? rows.bytes.size() : (i + 1) * pieceBytes;
+        pieces[i] = deflatedPiece(rows, i * pieceBytes, end, isLast);
     });
-    pieces.back()->close(checksumOf(data));
+    constexpr std::array<std::uint8_t, 2> head{0x78, 0xDA}; // looks back 32 KB, at leisure
+    pieces.front().insert(pieces.front().begin(), head.begin(), head.end());
+    const auto checksum = checksumOf(rows.bytes);
+    pieces.back().insert(pieces.back().end(), checksum.begin(), checksum.end());
     for (const auto& piece : pieces) {
-        if (auto status = take(piece->bytes()); !status) return status;
+        if (auto status = take(piece); !status) return status;
     }
     return Done{};
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "png/deflation.h"
 
+#include <libdeflate.h>
 #include <zlib.h>
 
 #include <algorithm>
@@ -12,18 +13,21 @@
 namespace lumora {
 namespace {
 
-int levelOf(Search search)
+struct CompressorDelete
 {
-    switch (search) {
-    case Search::trial:
-        return 7;
-    case Search::deep:
-        return 9;
-    case Search::usual:
-        return 10;
-    default:
-        return 12;
-    }
+    void operator()(libdeflate_compressor* compressor) const { libdeflate_free_compressor(compressor); }
+};
+
+Status deflateWhole(ByteSpan data, int level, const StreamTaker& take)
+{
+    const std::unique_ptr<libdeflate_compressor, CompressorDelete> compressor(
+        libdeflate_alloc_compressor(level));
+    if (!compressor) throw std::bad_alloc();
+    const std::size_t most = libdeflate_zlib_compress_bound(compressor.get(), data.size());
+    const auto room = std::make_unique_for_overwrite<std::uint8_t[]>(most); // touched where it is filled
+    const std::size_t size =
+        libdeflate_zlib_compress(compressor.get(), data.data(), data.size(), room.get(), most);
+    return take({room.get(), size});
 }
 
 struct StreamEnd
@@ -58,17 +62,28 @@ Status deflateInPieces(ByteSpan data, int strategy, const StreamTaker& take)
 
 } // namespace
 
-Status deflate(ByteSpan data, Search search, const StreamTaker& take)
+Status deflate(const PixelRows& rows, Search search, const StreamTaker& take)
 {
-    if (search == Search::none) return deflateInPieces(data, Z_HUFFMAN_ONLY, take);
-    if (search == Search::runs) return deflateInPieces(data, Z_RLE, take);
-    return deflateSideBySide(data, levelOf(search), take);
+    constexpr int quick = 7;
+    constexpr int slowest = 12;
+    switch (search) {
+    case Search::none:
+        return deflateInPieces(rows.bytes, Z_HUFFMAN_ONLY, take);
+    case Search::runs:
+        return deflateInPieces(rows.bytes, Z_RLE, take);
+    case Search::trial:
+        return deflateWhole(rows.bytes, quick, take);
+    case Search::usual:
+        return deflateSideBySide(rows, take);
+    default:
+        return deflateWhole(rows.bytes, slowest, take);
+    }
 }
 
-std::size_t deflatedSize(ByteSpan data, Search search)
+std::size_t deflatedSize(const PixelRows& rows, Search search)
 {
     std::size_t size = 0;
-    static_cast<void>(deflate(data, search, [&](ByteSpan piece) -> Status {
+    static_cast<void>(deflate(rows, search, [&](ByteSpan piece) -> Status {
         size += piece.size();
         return Done{};
     }));

@@ -10,10 +10,11 @@
 namespace lumora {
 
 // Which repetitions are replaced, from the quickest search to the slowest: none, so that codes alone save;
-// bytes equal to the one before; and more and more of all.
-enum class Search { none, runs, trial, deep, usual, thorough };
+// bytes equal to the one before; many, to compare; nearly all that save anything; and all of them, which is
+// for little data.
+enum class Search { none, runs, trial, usual, thorough };
 
-Status deflate(ByteSpan data, Search search, const StreamTaker& take);
-std::size_t deflatedSize(ByteSpan data, Search search);
+Status deflate(const PixelRows& rows, Search search, const StreamTaker& take);
+std::size_t deflatedSize(const PixelRows& rows, Search search);
 
 } // namespace lumora

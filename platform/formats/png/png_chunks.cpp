@@ -28,8 +28,8 @@ std::string deflated(std::string_view text)
 {
     std::string stream;
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): characters as bytes
-    static_cast<void>(deflate({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()},
-                              text.size() <= smallText ? Search::thorough : Search::deep,
+    static_cast<void>(deflate({{reinterpret_cast<const std::uint8_t*>(text.data()), text.size()}},
+                              text.size() <= smallText ? Search::thorough : Search::usual,
                               [&](ByteSpan piece) -> Status {
                                   stream.append(piece.begin(), piece.end());
                                   return Done{};

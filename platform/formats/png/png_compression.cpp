@@ -19,16 +19,14 @@ constexpr std::size_t smallData = std::size_t{1} << 18U;
 // Enough to tell strategies apart: strips from all over the picture, each of which is a few times as long as
 // the compressor looks back.
 constexpr std::size_t smallSample = std::size_t{1} << 18U;
-constexpr std::size_t middleSample = std::size_t{1} << 19U;
 constexpr std::size_t largeSample = std::size_t{1} << 21U;
 constexpr std::size_t stripBytes = std::size_t{1} << 16U;
 
 // What compresses better than this is drawn: trials are quick there, and small samples mislead.
 constexpr std::size_t ratioOfDrawings = 8;
-// What a search has to save, as one part in so many, to be worth the time: it takes some twenty times as long
-// as codes or runs, and some three times as long as the deep one.
-constexpr std::size_t worthTwentyTimes = 16;
-constexpr std::size_t worthThreeTimes = 25;
+// What a search has to save, as one part in so many, to be worth the time: it takes some ten times as long as
+// codes or runs.
+constexpr std::size_t worthTenTimes = 16;
 
 // All of the picture, or strips of it; nothing where single rows are longer.
 std::vector<std::uint8_t> sampleOf(const PngLayout& layout, std::size_t bytes)
@@ -66,7 +64,7 @@ public:
     std::size_t sizeBy(RowFilters filters, Search search)
     {
         filterRows(m_sample, m_rowBytes, m_step, filters, m_room);
-        return deflatedSize(m_room, search);
+        return deflatedSize({m_room, m_rowBytes + 1, m_step}, search);
     }
 
     Outcome bestOf(std::span<const RowFilters> choices)
@@ -86,25 +84,13 @@ private:
     std::vector<std::uint8_t> m_room;
 };
 
-bool isWorthIt(std::size_t slow, std::size_t quick, std::size_t worth)
-{
-    return slow + slow / worth < quick;
-}
-
-Search searchForDrawing(Trials& trials, RowFilters filters)
-{
-    const std::size_t deep = trials.sizeBy(filters, Search::deep);
-    const std::size_t usual = trials.sizeBy(filters, Search::usual);
-    return isWorthIt(usual, deep, worthThreeTimes) ? Search::usual : Search::deep;
-}
-
 // In photographs nearly all repetitions are accidents: codes for single bytes are often as short.
 Search searchForPhotograph(Trials& trials, RowFilters filters)
 {
     const std::size_t codes = trials.sizeBy(filters, Search::none);
     const std::size_t runs = trials.sizeBy(filters, Search::runs);
     const std::size_t usual = trials.sizeBy(filters, Search::usual);
-    if (isWorthIt(usual, std::min(codes, runs), worthTwentyTimes)) return Search::usual;
+    if (usual + usual / worthTenTimes < std::min(codes, runs)) return Search::usual;
     return codes < runs ? Search::none : Search::runs;
 }
 
@@ -138,16 +124,14 @@ Compression bestCompression(PngLayout& layout)
         best = trials.bestOf(allFilters);
     }
     const RowFilters filters = isPalette ? filtersForPalette(layout, trials, best) : best.filters;
-    if (isSmall) return {filters, Search::thorough};
-    trials = Trials(layout, middleSample); // in the order that was found
-    return {filters, searchForDrawing(trials, filters)};
+    return {filters, isSmall ? Search::thorough : Search::usual};
 }
 
 Status compressRows(PngLayout& layout, Compression compression, const StreamTaker& take)
 {
     const auto room = layout.pixels.all();
     filterRows(layout.pixels.rows(), layout.rowBytes, layout.step, compression.filters, room);
-    return deflate(room, compression.search, take);
+    return deflate({room, layout.rowBytes + 1, layout.step}, compression.search, take);
 }
 
 } // namespace lumora

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Tidewell
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A PNG writer of our own, because the size of the file is what people come for: the exact colours go into a
-// palette when they are few, filtering strategies are tried on a sample, and libdeflate compresses better
-// than zlib in less time. It compresses what lies in one piece, so the pixels are held, filtered in their
-// place.
+// palette when they are few, filtering strategies are tried on a sample, and what is repeated is looked for
+// as a picture repeats it (png/deflate_pieces.h). Samples are strips from all over the picture, so the pixels
+// are held, filtered in their place.
 #include "png/png_encoder.h"
 
 #include "encoded_bytes.h"

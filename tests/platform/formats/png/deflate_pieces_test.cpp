@@ -1,0 +1,166 @@
+// SPDX-FileCopyrightText: 2026 Tidewell
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "png/deflate_pieces.h"
+
+#include <gtest/gtest.h>
+#include <zlib.h>
+
+#include <vector>
+
+namespace lumora {
+namespace {
+
+using Data = std::vector<std::uint8_t>;
+
+class Noise
+{
+public:
+    unsigned next()
+    {
+        m_state = m_state * 1103515245U + 12345U;
+        return m_state >> 16U;
+    }
+    std::uint8_t byte() { return static_cast<std::uint8_t>(next()); }
+
+    void addTo(Data& data, std::size_t bytes)
+    {
+        for (std::size_t i = 0; i < bytes; ++i)
+            data.push_back(byte());
+    }
+
+private:
+    unsigned m_state = 1;
+};
+
+Data streamOf(const PixelRows& rows)
+{
+    Data stream;
+    const auto status = deflateSideBySide(rows, [&](ByteSpan piece) -> Status {
+        stream.insert(stream.end(), piece.begin(), piece.end());
+        return Done{};
+    });
+    EXPECT_TRUE(status);
+    return stream;
+}
+
+bool isTurnedBack(const Data& stream, const Data& data)
+{
+    Data inflated(data.size() + 1);
+    auto length = uLongf(inflated.size());
+    if (uncompress(inflated.data(), &length, stream.data(), uLong(stream.size())) != Z_OK) return false;
+    inflated.resize(length);
+    return inflated == data;
+}
+
+// Rows as drawings have them: flat, with a pattern, with noise, and like the row above but for a few pixels.
+Data drawing(std::size_t rowBytes, std::size_t step, std::size_t height)
+{
+    Noise noise;
+    Data data;
+    for (std::size_t y = 0; y < height; ++y) {
+        data.push_back(static_cast<std::uint8_t>(y % 5));
+        for (std::size_t i = 1; i < rowBytes; ++i) {
+            const bool isLikeAbove = y % 4 == 3 && noise.next() % 50 > 0;
+            if (isLikeAbove)
+                data.push_back(data[data.size() - rowBytes]);
+            else if (y % 4 == 1)
+                data.push_back(static_cast<std::uint8_t>((i - 1) / step * 7 % 256));
+            else
+                data.push_back(y % 16 == 2 ? noise.byte() : std::uint8_t{9});
+        }
+    }
+    return data;
+}
+
+TEST(DeflatePieces, AreWhatInflationTurnsBackForPixelsOfAnySize)
+{
+    for (const std::size_t step : {1U, 2U, 3U, 4U, 6U, 8U}) {
+        for (const std::size_t width : {1U, 2U, 5U, 85U, 700U, 12000U}) {
+            for (const std::size_t height : {1U, 2U, 97U}) {
+                const std::size_t rowBytes = 1 + width * step;
+                const Data data = drawing(rowBytes, step, height);
+                EXPECT_TRUE(isTurnedBack(streamOf({data, rowBytes, step}), data))
+                    << step << ' ' << width << ' ' << height;
+            }
+        }
+    }
+}
+
+TEST(DeflatePieces, AreWhatInflationTurnsBackForFewBytes)
+{
+    const Data data = drawing(301, 3, 2);
+    for (std::size_t size = 1; size < 300; ++size) {
+        const Data some(data.begin() + 250, data.begin() + 250 + static_cast<std::ptrdiff_t>(size));
+        EXPECT_TRUE(isTurnedBack(streamOf({some}), some)) << size;
+        EXPECT_TRUE(isTurnedBack(streamOf({some, 10, 3}), some)) << size;
+    }
+}
+
+TEST(DeflatePieces, TellMatchesOfEveryLength)
+{
+    Noise noise;
+    Data data;
+    noise.addTo(data, 5000);
+    for (std::ptrdiff_t length = 3; length < 600; ++length) {
+        const Data again(data.end() - 2000, data.end() - 2000 + length);
+        data.insert(data.end(), again.begin(), again.end());
+        noise.addTo(data, 2);
+    }
+    EXPECT_TRUE(isTurnedBack(streamOf({data}), data));
+}
+
+TEST(DeflatePieces, TellMatchesOfAnyDistance)
+{
+    Noise noise;
+    Data data;
+    noise.addTo(data, 70000);
+    for (std::ptrdiff_t distance = 1; distance < 34000; distance += 1 + distance / 50) {
+        for (int i = 0; i < 40; ++i)
+            data.push_back(*(data.end() - distance));
+        noise.addTo(data, 2);
+    }
+    const Data stream = streamOf({data});
+    EXPECT_TRUE(isTurnedBack(stream, data));
+    EXPECT_LT(stream.size(), 80000U);
+}
+
+// What is most of a picture that was drawn costs nearly nothing.
+TEST(DeflatePieces, SaveAllButTheFirstOfRowsThatAreEqual)
+{
+    Noise noise;
+    constexpr std::size_t rowBytes = 3001;
+    Data row;
+    noise.addTo(row, rowBytes);
+    Data data;
+    for (int y = 0; y < 1000; ++y)
+        data.insert(data.end(), row.begin(), row.end());
+    EXPECT_LT(streamOf({data, rowBytes, 3}).size(), rowBytes + std::size_t{1000} * 24);
+}
+
+// Each part of a picture has its own colors.
+TEST(DeflatePieces, HaveCodesForEachPart)
+{
+    Noise noise;
+    Data data;
+    for (int i = 0; i < 200000; ++i)
+        data.push_back(static_cast<std::uint8_t>(noise.next() % 8 + (i < 100000 ? 0 : 100)));
+    EXPECT_LT(streamOf({data}).size(), data.size() * 33 / 80);
+}
+
+// The second piece of data repeats what lies before it.
+TEST(DeflatePieces, KnowWhatLiesBeforeThem)
+{
+    constexpr std::size_t period = 30000;
+    Noise noise;
+    Data data;
+    noise.addTo(data, period);
+    while (data.size() < std::size_t{17} << 20U)
+        data.insert(data.end(), data.begin(), data.begin() + period);
+    const Data stream = streamOf({data});
+    EXPECT_TRUE(isTurnedBack(stream, data));
+    const Data first(data.begin(), data.begin() + (std::ptrdiff_t{4} << 20U));
+    EXPECT_LT(stream.size(), 4 * streamOf({first}).size() - 2 * period);
+}
+
+} // namespace
+} // namespace lumora
