@@ -13,8 +13,8 @@
 
 namespace lumora {
 
-// What steps take, up to bitCost * 20 each. The lowest bits are left for a step's length, which comes with
-// its cost so that one comparison chooses both.
+// What steps take, a code of 15 bits and what is behind it at most. The lowest bits are left for a step's
+// length, which comes with its cost so that one comparison chooses both.
 constexpr unsigned lengthBits = 9;
 constexpr std::uint32_t bitCost = 16U << lengthBits;
 

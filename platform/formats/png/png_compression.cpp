@@ -26,7 +26,7 @@ constexpr std::size_t stripBytes = std::size_t{1} << 16U;
 constexpr std::size_t ratioOfDrawings = 8;
 // What a search has to save, as one part in so many, to be worth the time: it takes some ten times as long as
 // codes or runs.
-constexpr std::size_t worthTenTimes = 16;
+constexpr std::size_t worthTenTimes = 40;
 
 // All of the picture, or strips of it; nothing where single rows are longer.
 std::vector<std::uint8_t> sampleOf(const PngLayout& layout, std::size_t bytes)
