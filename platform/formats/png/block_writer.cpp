@@ -9,7 +9,7 @@
 namespace lumora {
 namespace {
 
-constexpr std::size_t leastLiteralWords = 257;
+// So many words are always described; of the others those up to the last that occurs.
 constexpr std::size_t leastDistanceWords = 1;
 constexpr std::size_t leastLengthWords = 4;
 constexpr unsigned longestWord = 15;
@@ -96,7 +96,7 @@ void BlockWriter::write(std::span<const Step> steps, const SymbolCounts& counts)
     std::array<CodeWord, distanceSlots> distanceWords;
     findCode(counts.distances, longestWord, distanceWords);
 
-    const auto literals = used(literalWords, leastLiteralWords);
+    const auto literals = used(literalWords, literalSymbols);
     const auto distances = used(distanceWords, leastDistanceWords);
     const auto symbols = lengthSymbols(literals, distances);
     std::array<std::uint32_t, lengthSymbolCount> symbolCounts{};
@@ -112,7 +112,7 @@ void BlockWriter::write(std::span<const Step> steps, const SymbolCounts& counts)
 
     constexpr std::uint32_t ownCodes = 2U << 1U;
     put(ownCodes, 3);
-    put(static_cast<std::uint32_t>(literals.size() - leastLiteralWords), 5);
+    put(static_cast<std::uint32_t>(literals.size() - literalSymbols), 5);
     put(static_cast<std::uint32_t>(distances.size() - leastDistanceWords), 5);
     put(static_cast<std::uint32_t>(described.size() - leastLengthWords), 4);
     for (const CodeWord& word : described)

@@ -15,32 +15,25 @@ constexpr std::size_t leastSteps = 1024;
 constexpr double bitsOfDescription = 60;
 constexpr double bitsOfDescribedSymbol = 3.5;
 
-// What ideal codes of the symbols take.
-struct CodeBits
+// Of symbols in an ideal code, which is described besides.
+double codeBits(std::span<const std::uint32_t> counts)
 {
-    double bits = bitsOfDescription;
-
-    void add(std::span<const std::uint32_t> counts)
-    {
-        std::uint32_t total = 0;
-        float sum = 0;
-        for (const std::uint32_t count : counts) {
-            if (count == 0) continue;
-            const auto frequency = static_cast<float>(count);
-            total += count;
-            sum += frequency * std::log2(frequency);
-            bits += bitsOfDescribedSymbol;
-        }
-        if (total > 0) bits += total * std::log2(static_cast<double>(total)) - double{sum};
+    std::uint32_t total = 0;
+    float sum = 0;
+    double bits = 0;
+    for (const std::uint32_t count : counts) {
+        if (count == 0) continue;
+        const auto frequency = static_cast<float>(count);
+        total += count;
+        sum += frequency * std::log2(frequency);
+        bits += bitsOfDescribedSymbol;
     }
-};
+    return total == 0 ? 0 : bits + total * std::log2(static_cast<double>(total)) - double{sum};
+}
 
 double bitsOf(const SymbolCounts& counts)
 {
-    CodeBits codes;
-    codes.add(counts.literalsAndLengths);
-    codes.add(counts.distances);
-    double bits = codes.bits;
+    double bits = bitsOfDescription + codeBits(counts.literalsAndLengths) + codeBits(counts.distances);
     for (std::size_t slot = 0; slot < lengthSlots; ++slot)
         bits += 1.0 * extraLengthBits[slot] * counts.literalsAndLengths[literalSymbols + slot];
     for (std::size_t slot = 0; slot < distanceSlots; ++slot)

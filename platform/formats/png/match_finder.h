@@ -37,6 +37,7 @@ public:
 
 private:
     static constexpr std::size_t mostBetween = 8; // bytes from one pixel to the next, with a filter
+    static constexpr std::size_t mostNear = 3;
 
     std::size_t nextPixel(std::size_t position) const;
     bool hasString(std::size_t position) const;
@@ -62,8 +63,9 @@ private:
     std::vector<std::int32_t> m_lastOf3;
     std::vector<std::int32_t> m_lastOf4;
 
-    std::array<FewMatches<5>, mostBetween> m_between; // before the pixel that comes next
-    FewMatches<StringTree::mostSteps + 3> m_atPixel;
+    // Before the pixel that comes next; also of what goes on there and what is earlier than at the pixel.
+    std::array<FewMatches<mostNear + 2>, mostBetween> m_between;
+    FewMatches<mostNear + StringTree::mostSteps> m_atPixel;
 };
 
 } // namespace lumora

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "png/deflate_pieces.h"
 
+#include "tests/platform/formats/png/noise.h"
+
 #include <gtest/gtest.h>
 #include <zlib.h>
 
@@ -12,25 +14,11 @@ namespace {
 
 using Data = std::vector<std::uint8_t>;
 
-class Noise
+void add(Data& data, test::Noise& noise, std::size_t bytes)
 {
-public:
-    unsigned next()
-    {
-        m_state = m_state * 1103515245U + 12345U;
-        return m_state >> 16U;
-    }
-    std::uint8_t byte() { return static_cast<std::uint8_t>(next()); }
-
-    void addTo(Data& data, std::size_t bytes)
-    {
-        for (std::size_t i = 0; i < bytes; ++i)
-            data.push_back(byte());
-    }
-
-private:
-    unsigned m_state = 1;
-};
+    for (std::size_t i = 0; i < bytes; ++i)
+        data.push_back(static_cast<std::uint8_t>(noise.next()));
+}
 
 Data streamOf(const PixelRows& rows)
 {
@@ -55,7 +43,7 @@ bool isTurnedBack(const Data& stream, const Data& data)
 // Rows as drawings have them: flat, with a pattern, with noise, and like the row above but for a few pixels.
 Data drawing(std::size_t rowBytes, std::size_t step, std::size_t height)
 {
-    Noise noise;
+    test::Noise noise;
     Data data;
     for (std::size_t y = 0; y < height; ++y) {
         data.push_back(static_cast<std::uint8_t>(y % 5));
@@ -66,7 +54,7 @@ Data drawing(std::size_t rowBytes, std::size_t step, std::size_t height)
             else if (y % 4 == 1)
                 data.push_back(static_cast<std::uint8_t>((i - 1) / step * 7 % 256));
             else
-                data.push_back(y % 16 == 2 ? noise.byte() : std::uint8_t{9});
+                data.push_back(y % 16 == 2 ? static_cast<std::uint8_t>(noise.next()) : std::uint8_t{9});
         }
     }
     return data;
@@ -98,26 +86,26 @@ TEST(DeflatePieces, AreWhatInflationTurnsBackForFewBytes)
 
 TEST(DeflatePieces, TellMatchesOfEveryLength)
 {
-    Noise noise;
+    test::Noise noise;
     Data data;
-    noise.addTo(data, 5000);
+    add(data, noise, 5000);
     for (std::ptrdiff_t length = 3; length < 600; ++length) {
         const Data again(data.end() - 2000, data.end() - 2000 + length);
         data.insert(data.end(), again.begin(), again.end());
-        noise.addTo(data, 2);
+        add(data, noise, 2);
     }
     EXPECT_TRUE(isTurnedBack(streamOf({data}), data));
 }
 
 TEST(DeflatePieces, TellMatchesOfAnyDistance)
 {
-    Noise noise;
+    test::Noise noise;
     Data data;
-    noise.addTo(data, 70000);
+    add(data, noise, 70000);
     for (std::ptrdiff_t distance = 1; distance < 34000; distance += 1 + distance / 50) {
         for (int i = 0; i < 40; ++i)
             data.push_back(*(data.end() - distance));
-        noise.addTo(data, 2);
+        add(data, noise, 2);
     }
     const Data stream = streamOf({data});
     EXPECT_TRUE(isTurnedBack(stream, data));
@@ -127,10 +115,10 @@ TEST(DeflatePieces, TellMatchesOfAnyDistance)
 // What is most of a picture that was drawn costs nearly nothing.
 TEST(DeflatePieces, SaveAllButTheFirstOfRowsThatAreEqual)
 {
-    Noise noise;
+    test::Noise noise;
     constexpr std::size_t rowBytes = 3001;
     Data row;
-    noise.addTo(row, rowBytes);
+    add(row, noise, rowBytes);
     Data data;
     for (int y = 0; y < 1000; ++y)
         data.insert(data.end(), row.begin(), row.end());
@@ -140,7 +128,7 @@ TEST(DeflatePieces, SaveAllButTheFirstOfRowsThatAreEqual)
 // Each part of a picture has its own colors.
 TEST(DeflatePieces, HaveCodesForEachPart)
 {
-    Noise noise;
+    test::Noise noise;
     Data data;
     for (int i = 0; i < 200000; ++i)
         data.push_back(static_cast<std::uint8_t>(noise.next() % 8 + (i < 100000 ? 0 : 100)));
@@ -151,9 +139,9 @@ TEST(DeflatePieces, HaveCodesForEachPart)
 TEST(DeflatePieces, KnowWhatLiesBeforeThem)
 {
     constexpr std::size_t period = 30000;
-    Noise noise;
+    test::Noise noise;
     Data data;
-    noise.addTo(data, period);
+    add(data, noise, period);
     while (data.size() < std::size_t{17} << 20U)
         data.insert(data.end(), data.begin(), data.begin() + period);
     const Data stream = streamOf({data});

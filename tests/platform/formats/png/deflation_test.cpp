@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "png/deflation.h"
 
+#include "tests/platform/formats/png/noise.h"
+
 #include "system/side_by_side.h"
 
 #include <gtest/gtest.h>
@@ -18,11 +20,9 @@ using Data = std::vector<std::uint8_t>;
 Data someData(std::size_t size)
 {
     Data data;
-    unsigned state = 1;
-    for (std::size_t i = 0; i < size / 3; ++i) {
-        state = state * 1103515245U + 12345U;
-        data.push_back(static_cast<std::uint8_t>(state >> 16U));
-    }
+    test::Noise values;
+    for (std::size_t i = 0; i < size / 3; ++i)
+        data.push_back(static_cast<std::uint8_t>(values.next()));
     data.insert(data.end(), size / 3, 7);
     const Data noise(data.begin(), data.begin() + static_cast<std::ptrdiff_t>(size / 3));
     data.insert(data.end(), noise.begin(), noise.end());
@@ -77,11 +77,9 @@ TEST(Deflation, IsNotMisledByRepetitionsThatSaveNothing)
 {
     for (const unsigned values : {3U, 4U, 20U, 256U}) {
         Data data;
-        unsigned state = 1;
-        for (int i = 0; i < 600000; ++i) {
-            state = state * 1103515245U + 12345U;
-            data.push_back(static_cast<std::uint8_t>((state >> 16U) % values));
-        }
+        test::Noise noise;
+        for (int i = 0; i < 600000; ++i)
+            data.push_back(static_cast<std::uint8_t>(noise.next() % values));
         const std::size_t codes = deflatedSize({data}, Search::none);
         EXPECT_LT(deflatedSize({data, 6001, 3}, Search::usual), codes + codes / 500) << values;
     }

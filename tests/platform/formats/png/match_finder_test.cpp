@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "png/match_finder.h"
 
+#include "tests/platform/formats/png/noise.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -12,14 +14,12 @@ namespace {
 
 using Data = std::vector<std::uint8_t>;
 
-Data noise(std::size_t size, unsigned values)
+Data noiseOf(std::size_t size, unsigned values)
 {
     Data data;
-    unsigned state = 1;
-    for (std::size_t i = 0; i < size; ++i) {
-        state = state * 1103515245U + 12345U;
-        data.push_back(static_cast<std::uint8_t>((state >> 16U) % values));
-    }
+    test::Noise noise;
+    for (std::size_t i = 0; i < size; ++i)
+        data.push_back(static_cast<std::uint8_t>(noise.next() % values));
     return data;
 }
 
@@ -52,7 +52,7 @@ TEST(MatchFinder, FindsWhatIsThere)
 {
     for (const std::size_t step : {1U, 2U, 3U, 4U, 6U, 8U}) {
         for (const unsigned values : {1U, 2U, 5U, 256U}) {
-            const Data data = noise(200000, values);
+            const Data data = noiseOf(200000, values);
             const PixelRows rows{data, 1 + 100 * step, step};
             MatchFinder finder(rows, 50000);
             MatchLists lists;
@@ -81,7 +81,7 @@ TEST(MatchFinder, LeapsOverRuns)
 // Of two copies, the longer one lies farther away; both are wanted.
 TEST(MatchFinder, FindsTheLongestAndTheNearest)
 {
-    Data data = noise(3000, 256);
+    Data data = noiseOf(3000, 256);
     const Data start(data.begin() + 400, data.begin() + 440);
     data.insert(data.end(), start.begin(), start.begin() + 12);
     data.insert(data.end(), 30, 7);
@@ -103,7 +103,7 @@ TEST(MatchFinder, FindsTheLongestAndTheNearest)
 TEST(MatchFinder, FindsWhatBeginsWithinAPixel)
 {
     constexpr std::size_t rowBytes = 301;
-    Data data = noise(2 * rowBytes, 256);
+    Data data = noiseOf(2 * rowBytes, 256);
     const auto second = data.begin() + rowBytes;
     std::copy(data.begin() + 120, data.begin() + 220, second + 120); // the third byte of its pixel
     std::copy(data.begin() + 120, data.begin() + 124, second + 20);

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "png/png_filter.h"
 
+#include "tests/platform/formats/png/noise.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -64,11 +66,9 @@ Row filtered(const Row& rows, std::size_t rowBytes, std::size_t step, RowFilters
 Row noise(std::size_t size)
 {
     Row rows;
-    unsigned state = 1;
-    for (std::size_t i = 0; i < size; ++i) {
-        state = state * 1103515245U + 12345U;
-        rows.push_back(static_cast<std::uint8_t>(state >> 16U));
-    }
+    test::Noise values;
+    for (std::size_t i = 0; i < size; ++i)
+        rows.push_back(static_cast<std::uint8_t>(values.next()));
     return rows;
 }
 
