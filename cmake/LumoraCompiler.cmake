@@ -33,7 +33,8 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
 endif()
 
 if(LUMORA_SANITIZE)
-  add_compile_options(-fsanitize=${LUMORA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  # A report names functions and lines, which is all that it is read for; more takes long to write.
+  add_compile_options(-fsanitize=${LUMORA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all -g1)
   add_link_options(-fsanitize=${LUMORA_SANITIZE})
   # They need calls and addresses that a worker gives up.
   add_compile_definitions(LUMORA_SANITIZED)
