@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <span>
 #include <vector>
 
@@ -16,13 +15,14 @@ namespace {
 // Up to here time is nothing, and the most thorough search pays.
 constexpr std::size_t smallData = std::size_t{1} << 18U;
 
-// Enough to tell strategies apart: strips from all over the picture, each of which is a few times as long as
-// the compressor looks back.
+// Strips from all over the picture, each of which is a few times as long as the compressor looks back.
 constexpr std::size_t smallSample = std::size_t{1} << 18U;
 constexpr std::size_t largeSample = std::size_t{1} << 21U;
 constexpr std::size_t stripBytes = std::size_t{1} << 16U;
+// Strategies are told apart by so many compressed bytes. Fewer mislead, but not about what is a tenth larger.
+constexpr std::size_t tellingBytes = std::size_t{48} << 10U;
 
-// What compresses better than this is drawn: trials are quick there, and small samples mislead.
+// What compresses better than this is drawn.
 constexpr std::size_t ratioOfDrawings = 8;
 // What a search has to save, as one part in so many, to be worth the time: it takes some ten times as long as
 // codes or runs.
@@ -46,8 +46,8 @@ std::vector<std::uint8_t> sampleOf(const PngLayout& layout, std::size_t bytes)
 
 struct Outcome
 {
-    std::size_t size = std::numeric_limits<std::size_t>::max();
-    RowFilters filters = RowFilters::leastEntropy;
+    std::size_t size;
+    RowFilters filters;
 };
 
 class Trials
@@ -67,14 +67,14 @@ public:
         return deflatedSize({m_room, m_rowBytes + 1, m_step}, search);
     }
 
-    Outcome bestOf(std::span<const RowFilters> choices)
+    // The smallest first.
+    std::vector<Outcome> outcomesOf(std::span<const RowFilters> choices)
     {
-        Outcome best;
-        for (const RowFilters filters : choices) {
-            const std::size_t size = sizeBy(filters, Search::trial);
-            if (size < best.size) best = {size, filters};
-        }
-        return best;
+        std::vector<Outcome> outcomes;
+        for (const RowFilters filters : choices)
+            outcomes.push_back({sizeBy(filters, Search::trial), filters});
+        std::ranges::stable_sort(outcomes, {}, &Outcome::size);
+        return outcomes;
     }
 
 private:
@@ -85,13 +85,33 @@ private:
 };
 
 // In photographs nearly all repetitions are accidents: codes for single bytes are often as short.
-Search searchForPhotograph(Trials& trials, RowFilters filters)
+Search searchForPhotograph(Trials& trials, const Outcome& best)
 {
-    const std::size_t codes = trials.sizeBy(filters, Search::none);
-    const std::size_t runs = trials.sizeBy(filters, Search::runs);
-    const std::size_t usual = trials.sizeBy(filters, Search::usual);
-    if (usual + usual / worthTenTimes < std::min(codes, runs)) return Search::usual;
+    const std::size_t codes = trials.sizeBy(best.filters, Search::none);
+    const std::size_t runs = trials.sizeBy(best.filters, Search::runs);
+    const auto isWorthTenTimes = [&](std::size_t size) {
+        return size + size / worthTenTimes < std::min(codes, runs);
+    };
+    // What a trial's search saves the usual one saves the more.
+    if (isWorthTenTimes(best.size) || isWorthTenTimes(trials.sizeBy(best.filters, Search::usual)))
+        return Search::usual;
     return codes < runs ? Search::none : Search::runs;
+}
+
+// On a larger sample where that tells more.
+Outcome bestOfDrawing(Trials& trials, const PngLayout& layout, std::vector<Outcome> outcomes)
+{
+    const std::size_t size = trials.sample().size();
+    const std::size_t enough = size * tellingBytes / outcomes.front().size;
+    std::erase_if(outcomes, [most = outcomes.front().size * 11 / 10](const Outcome& outcome) {
+        return outcome.size > most;
+    });
+    if (outcomes.size() == 1 || enough <= size || layout.pixels.rows().size() <= size)
+        return outcomes.front();
+    trials = Trials(layout, std::min(enough, largeSample));
+    std::vector<RowFilters> contenders(outcomes.size());
+    std::ranges::transform(outcomes, contenders.begin(), &Outcome::filters);
+    return trials.outcomesOf(contenders).front();
 }
 
 // Another order of the palette if that is better than `sorted`.
@@ -100,7 +120,7 @@ RowFilters filtersForPalette(PngLayout& layout, Trials& trials, const Outcome& s
     const auto newIndex = chainedOrder(layout);
     renumber(trials.sample(), newIndex);
     constexpr std::array filters{RowFilters::leastSum, RowFilters::leastEntropy};
-    const Outcome chained = trials.bestOf(filters);
+    const Outcome chained = trials.outcomesOf(filters).front();
     if (chained.size >= sorted.size) return sorted.filters;
     renumber(layout.pixels.rows(), newIndex);
     reorder(layout.palette, newIndex);
@@ -114,15 +134,13 @@ Compression bestCompression(PngLayout& layout)
     constexpr std::array allFilters{RowFilters::none, RowFilters::leastSum, RowFilters::leastEntropy};
     Trials trials(layout, smallSample);
     if (trials.sample().empty()) return {RowFilters::leastEntropy, Search::usual};
-    Outcome best = trials.bestOf(allFilters);
+    const auto outcomes = trials.outcomesOf(allFilters);
     const bool isPalette = !layout.palette.empty() && layout.bitDepth == 8;
     const bool isSmall = layout.pixels.rows().size() <= smallData;
-    const bool isDrawing = isPalette || best.size < trials.sample().size() / ratioOfDrawings;
-    if (!isSmall && !isDrawing) return {best.filters, searchForPhotograph(trials, best.filters)};
-    if (layout.pixels.rows().size() > smallSample) {
-        trials = Trials(layout, largeSample);
-        best = trials.bestOf(allFilters);
-    }
+    const bool isDrawing = isPalette || outcomes.front().size < trials.sample().size() / ratioOfDrawings;
+    if (!isSmall && !isDrawing)
+        return {outcomes.front().filters, searchForPhotograph(trials, outcomes.front())};
+    const Outcome best = bestOfDrawing(trials, layout, outcomes);
     const RowFilters filters = isPalette ? filtersForPalette(layout, trials, best) : best.filters;
     return {filters, isSmall ? Search::thorough : Search::usual};
 }
