@@ -91,7 +91,8 @@ bool isContiguous(std::uint32_t mask)
 Result<std::array<std::uint32_t, 4>> readMasks(const InfoHeader& info)
 {
     std::array<std::uint32_t, 4> masks{};
-    if (info.compression() == none) {
+    // Where they do not count, long headers have some as well.
+    if (info.compression() != masked && info.compression() != maskedWithAlpha) {
         if (info.bitsPerPixel() == 16) return std::array<std::uint32_t, 4>{0x7C00, 0x03E0, 0x001F, 0};
         return std::array<std::uint32_t, 4>{0xFF0000, 0x00FF00, 0x0000FF, 0};
     }

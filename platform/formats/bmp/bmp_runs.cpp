@@ -9,12 +9,18 @@
 namespace lumora {
 namespace {
 
+std::size_t paddedTo(std::size_t multiple, std::size_t pixels)
+{
+    return (pixels + multiple - 1) / multiple * multiple;
+}
+
 class RunDecoder
 {
 public:
     explicit RunDecoder(const BmpLayout& layout)
         : m_input(layout.pixels), m_hasNibbles(layout.coding == BmpCoding::runs4),
           m_width(static_cast<std::size_t>(layout.header.width)),
+          m_paddedWidth(paddedTo(m_hasNibbles ? 8 : 4, m_width)),
           m_height(static_cast<std::size_t>(layout.header.height)), m_indices(m_width * m_height)
     {
     }
@@ -35,8 +41,8 @@ public:
 
 private:
     std::uint8_t take() { return std::to_integer<std::uint8_t>(m_input[m_position++]); }
-    bool isFull() const { return m_y == m_height || (m_y + 1 == m_height && m_x == m_width); }
-    bool hasRoom(std::size_t count) const { return m_y < m_height && count <= m_width - m_x; }
+    bool isFull() const { return m_y == m_height || (m_y + 1 == m_height && m_x >= m_width); }
+    bool hasRoom(std::size_t count) const { return m_y < m_height && count <= m_paddedWidth - m_x; }
 
     // The high nibble is the first of two pixels.
     std::uint8_t pixelOf(std::size_t byte, std::size_t number) const
@@ -45,7 +51,11 @@ private:
         return static_cast<std::uint8_t>(number % 2 == 0 ? byte >> 4U : byte & 0x0FU);
     }
 
-    void put(std::uint8_t index) { m_indices[m_y * m_width + m_x++] = index; }
+    void put(std::uint8_t index)
+    {
+        if (m_x < m_width) m_indices[m_y * m_width + m_x] = index;
+        ++m_x;
+    }
 
     bool repeat(std::size_t count, std::size_t value)
     {
@@ -95,6 +105,7 @@ private:
     std::size_t m_position = 0;
     bool m_hasNibbles;
     std::size_t m_width;
+    std::size_t m_paddedWidth; // some programs code what fills the rows up to four bytes
     std::size_t m_height;
     std::size_t m_x = 0;
     std::size_t m_y = 0; // in the order of the file's rows

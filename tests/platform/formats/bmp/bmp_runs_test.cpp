@@ -29,8 +29,23 @@ const std::vector<Readable> readables{
     {"Runs8", indexed(8, palette, {1, 3, 1, 4, 0, 0, 1, 1, 1, 2, 0, 1}, 1), 3, picture},
     {"Runs8Copied", indexed(8, palette, {1, 3, 1, 4, 0, 0, 1, 1, 1, 2, 0, 0, 0, 1}, 1), 3, picture},
     {"Runs8WithoutEndMark", indexed(8, palette, {1, 3, 1, 4, 0, 0, 1, 1, 1, 2}, 1), 3, picture},
+    {"Runs8WithPadding", indexed(8, palette, {1, 3, 1, 4, 2, 0, 0, 0, 1, 1, 1, 2, 2, 9, 0, 1}, 1), 3,
+     picture},
+    {"Runs8WithPaddingWithoutEndMark", indexed(8, palette, {1, 3, 3, 4, 0, 0, 0, 3, 1, 2, 0, 0}, 1), 3,
+     picture},
+    {"Runs8UnderMasksWithoutUse",
+     {.headerSize = 124,
+      .bits = 8,
+      .compression = 1,
+      .colorsUsed = 5,
+      .masks = maskRgba,
+      .palette = palette,
+      .pixels = {1, 3, 1, 4, 0, 0, 1, 1, 1, 2, 0, 1}},
+     3,
+     picture},
     {"Runs8Jump", indexed(8, twoColors, {0, 2, 1, 0, 1, 1, 0, 0, 1, 1, 0, 1}, 1), 3, checker},
     {"Runs4", indexed(4, palette, {2, 0x34, 0, 0, 2, 0x12, 0, 1}, 2), 3, picture},
+    {"Runs4WithPadding", indexed(4, palette, {2, 0x34, 6, 0, 0, 0, 2, 0x12, 6, 0, 0, 1}, 2), 3, picture},
 };
 
 INSTANTIATE_TEST_SUITE_P(, RunLengthBmp, testing::ValuesIn(readables), byName);
@@ -82,9 +97,10 @@ TEST_P(DamagedRuns, Fails)
 
 const std::vector<Unreadable> unreadables{
     {"RunColourBeyondThePalette", indexed(8, palette, {2, 5, 0, 0, 2, 1, 0, 1}, 1)},
-    {"RunBeyondTheRow", indexed(8, palette, {3, 1, 0, 1}, 1)},
+    {"RunBeyondTheRow", indexed(8, palette, {5, 1, 0, 1}, 1)},
+    {"RunBeyondTheRowOfNibbles", indexed(4, palette, {9, 1, 0, 1}, 2)},
     {"RunAboveThePicture", indexed(8, palette, {0, 0, 0, 0, 1, 1, 0, 1}, 1)},
-    {"CopyBeyondTheRow", indexed(8, palette, {0, 3, 1, 1, 1, 0, 0, 1}, 1)},
+    {"CopyBeyondTheRow", indexed(8, palette, {0, 5, 1, 1, 1, 1, 1, 0, 0, 1}, 1)},
     {"CopyBeyondTheFile", indexed(4, palette, {0, 3, 0x11}, 2)},
     {"JumpOutOfThePicture", indexed(8, palette, {0, 2, 3, 0, 0, 1}, 1)},
     {"JumpCutOff", indexed(8, palette, {0, 2, 1}, 1)},
