@@ -46,7 +46,7 @@ def _make_bmp(folder):
                'grey': Image.fromarray(pattern.eight_bits(pattern.greys()), 'L'),
                'alpha': Image.fromarray(pattern.eight_bits(
                    np.concatenate([pattern.colours(), pattern.cover()[:, :, None]], axis=2)), 'RGBA'),
-               '2': _indexed(2), '16': _indexed(16), '256': _indexed(256)}
+               '2': _indexed(2), '16': _indexed(16), '256': _indexed(256), '256-odd': _indexed(256, pattern.ODD_SIZE)}
     for name, image in sources.items():
         image.save(folder.parent / f'bmp-source-{name}.png')
     for name, source, words, version in (
@@ -54,6 +54,8 @@ def _make_bmp(folder):
             ('rgb-24-version-4', 'rgb', [], 'BMP'), ('alpha-32', 'alpha', [], 'BMP'), ('grey-8', 'grey', [], 'BMP3'),
             ('palette-1', '2', [], 'BMP3'), ('palette-4', '16', [], 'BMP3'), ('palette-8', '256', [], 'BMP3'),
             ('palette-8-run-length', '256', ['-compress', 'RLE'], 'BMP3'),
+            ('palette-8-run-length-version-5', '256', ['-compress', 'RLE'], 'BMP'),
+            ('palette-8-run-length-odd-size', '256-odd', ['-compress', 'RLE'], 'BMP3'),
             ('rgb-565', 'rgb', ['-define', 'bmp:subtype=RGB565'], 'BMP'),
             ('rgb-555', 'rgb', ['-define', 'bmp:subtype=RGB555'], 'BMP'),
             ('alpha-4444', 'alpha', ['-define', 'bmp:subtype=ARGB4444'], 'BMP'),
