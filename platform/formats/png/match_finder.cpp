@@ -117,7 +117,15 @@ void MatchFinder::search(std::size_t pixel)
         m_atPixel.insert(std::min<std::size_t>(string.length, most), string.distance);
 }
 
-// Nothing is better than the longest match. A run that goes on is as long again.
+// A longest match that ends soon after may be worse than one that begins later and reaches farther.
+bool MatchFinder::goesOn(std::size_t position, std::size_t distance) const
+{
+    const std::uint8_t* const string = m_data + position;
+    const std::size_t far = std::min(2 * longestMatch, m_end - position);
+    return equalBytes(string, string - distance, std::min(longestMatch, far), far) == far;
+}
+
+// Nothing is better than the longest match where as much follows. A run that goes on is as long again.
 void MatchFinder::leap(std::size_t length, std::size_t distance, MatchLists& lists)
 {
     const std::size_t begin = m_position;
@@ -160,7 +168,7 @@ void MatchFinder::find(std::size_t bytes, MatchLists& lists)
         if (pixel < m_end && hasString(pixel)) search(pixel);
         const Match next = m_atPixel.longest();
         const std::size_t earlier = next.length > 0 ? equalBefore(pixel, next.distance, between) : 0;
-        const bool leaps = next.length > 0 && next.length == mostAt(pixel);
+        const bool leaps = next.length > 0 && next.length == mostAt(pixel) && goesOn(pixel, next.distance);
         const std::size_t listed = leaps ? between - earlier : between;
         for (std::size_t i = 0; i < listed; ++i, ++m_position) {
             auto& matches = m_between[i];

@@ -47,6 +47,7 @@ private:
     template <std::size_t most>
     void takeNear(std::size_t position, FewMatches<most>& near);
     void search(std::size_t pixel);
+    bool goesOn(std::size_t position, std::size_t distance) const;
     void leap(std::size_t length, std::size_t distance, MatchLists& lists);
     void learn(std::size_t begin, std::size_t end);
 

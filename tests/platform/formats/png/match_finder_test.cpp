@@ -66,6 +66,29 @@ TEST(MatchFinder, FindsWhatIsThere)
     }
 }
 
+// What begins later may reach farther than a longest match that soon ends.
+TEST(MatchFinder, LeapsOnlyWhereMuchIsRepeated)
+{
+    for (const std::size_t repeated : {std::size_t{300}, std::size_t{600}}) {
+        Data data = noiseOf(10000, 256);
+        const Data begin(data.begin(), data.begin() + static_cast<std::ptrdiff_t>(repeated));
+        data.insert(data.end(), begin.begin(), begin.end());
+        const Data end = noiseOf(20000, 256);
+        data.insert(data.end(), end.begin() + 15000, end.end());
+        MatchFinder finder({data}, 0);
+        MatchLists lists;
+        finder.find(data.size(), lists);
+        if (repeated > 2 * longestMatch) {
+            ASSERT_FALSE(lists.leaps().empty());
+            EXPECT_EQ(lists.leaps()[0].begin, 10000U);
+        } else {
+            EXPECT_TRUE(lists.leaps().empty());
+            EXPECT_EQ(lists[10000].back().length, longestMatch);
+            EXPECT_EQ(lists[10040].back().length, longestMatch);
+        }
+    }
+}
+
 // A run is one leap after the other, and most of what is alike besides.
 TEST(MatchFinder, LeapsOverRuns)
 {
