@@ -73,7 +73,7 @@ PngLayout packed(const PngLayout& direct, const std::vector<std::uint8_t>& value
             const auto shift = static_cast<unsigned>(8 - bits * static_cast<int>(x % perByte + 1));
             auto& byte = rows[y * rowBytes + x / perByte];
             const unsigned before = x % perByte == 0 ? 0U : unsigned{byte};
-            byte = static_cast<std::uint8_t>(before | values[y * direct.width + x] << shift);
+            byte = static_cast<std::uint8_t>(before | unsigned{values[y * direct.width + x]} << shift);
         }
     }
     return {direct.width, direct.height, bits, colorType, rowBytes, 1, std::move(pixels), {}};

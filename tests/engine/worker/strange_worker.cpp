@@ -82,9 +82,10 @@ void eatMemory()
 {
     constexpr std::size_t block = std::size_t{64} << 20U;
     constexpr int most = 4096;
+    [[maybe_unused]] static void* volatile last = nullptr; // or the optimizer does without them
     try {
         for (int blocks = 0; blocks < most; ++blocks)
-            static_cast<void>(::operator new(block));
+            last = ::operator new(block);
     } catch (const std::bad_alloc&) {
         std::_Exit(ImageOptimizer::outOfMemoryExit);
     }
