@@ -18,8 +18,6 @@ constexpr std::uint32_t lengthMask = (1U << lengthBits) - 1;
 // More than what costs within the reach of a step differ by. They are counted from the end and grow beyond
 // what an integer holds, but differences are right.
 constexpr std::uint32_t room = 1U << 28U;
-// Nobody steps into a leap for so much.
-constexpr std::uint32_t tooMuch = 1U << 26U;
 constexpr std::int32_t never = 0x7FFFFFFF;
 
 // What the cheapest step takes with all that follows it, less `base`, and its length. `costs` are those of
@@ -69,6 +67,20 @@ void chooseStep(std::uint8_t byte, std::span<const Match> matches, const StepCos
     costs[0] = best - length + base;
 }
 
+// Within a leap the longest match is all that is looked at.
+void chooseStepOfLeap(std::uint8_t byte, Match match, const StepCosts& step, std::uint32_t* costs,
+                      Step& choice)
+{
+    choice = {1, byte};
+    costs[0] = costs[1] + step.literals[byte] - 1;
+    if (match.length < shortestMatch) return;
+    const std::uint32_t repeated = costs[match.length] + step.lengths[match.length] - match.length +
+                                   step.distances[slotOfDistance(match.distance)];
+    if (static_cast<std::int32_t>(repeated - costs[0]) > 0) return;
+    choice = {match.length, match.distance};
+    costs[0] = repeated;
+}
+
 } // namespace
 
 // From the end to the beginning, so that what follows a step is known.
@@ -77,24 +89,19 @@ LUMORA_VECTOR_CLONES static void chooseSteps(std::span<const std::uint8_t> bytes
                                              Step* choices)
 {
     std::span<const MatchLists::Leap> leaps = lists.leaps();
-    for (std::size_t end = bytes.size(); end > 0;) {
-        const bool isLeap = !leaps.empty() && end == leaps.back().begin + leaps.back().match.length;
-        const std::size_t i = isLeap ? leaps.back().begin : end - 1;
+    for (std::size_t i = bytes.size(); i-- > 0;) {
         while (prices.size() > 1 && i < prices[prices.size() - 2].end)
             prices = prices.first(prices.size() - 1);
-        const StepCosts& step = prices.back().costs;
-        if (isLeap) {
-            const Match match = leaps.back().match;
-            choices[i] = {match.length, match.distance};
-            costs[i] = costs[end] + step.lengths[match.length] - match.length +
-                       step.distances[slotOfDistance(match.distance)];
-            std::fill(costs + i + 1, costs + end, costs[end] + tooMuch);
+        while (!leaps.empty() && i < leaps.back().begin)
             leaps = leaps.first(leaps.size() - 1);
+        const StepCosts& step = prices.back().costs;
+        const std::size_t reach = std::min(longestMatch, bytes.size() - i);
+        if (!leaps.empty() && i < leaps.back().begin + leaps.back().match.length) {
+            const Match rest{static_cast<std::uint16_t>(reach), leaps.back().match.distance};
+            chooseStepOfLeap(bytes[i], rest, step, costs + i, choices[i]);
         } else {
-            chooseStep(bytes[i], lists[i], step, costs + i,
-                       costs[std::min(i + longestMatch, bytes.size())] - room, choices[i]);
+            chooseStep(bytes[i], lists[i], step, costs + i, costs[i + reach] - room, choices[i]);
         }
-        end = i;
     }
 }
 

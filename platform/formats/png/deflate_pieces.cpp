@@ -20,6 +20,9 @@ namespace {
 
 // The matches of so many bytes are held at a time.
 constexpr std::size_t stretchBytes = std::size_t{1} << 18U;
+// A block of fewer steps goes on in the next stretch: of flat ground a stretch makes a few hundred, of which
+// a tenth would be the description of the codes.
+constexpr std::size_t mostHeld = 16384;
 // The window before it has to be learned for each, which is a hundredth of this.
 constexpr std::size_t leastPiece = std::size_t{4} << 20U;
 
@@ -34,20 +37,18 @@ std::size_t pieceCount(std::size_t bytes)
     return std::max<std::size_t>(std::bit_floor(bytes / leastPiece), 1);
 }
 
-struct PricedBlocks
+struct Pricing
 {
-    std::vector<DeflateBlock> blocks;
     std::vector<PricedBytes> prices;
-    double bits = 0;
+    double bits = 0; // of the steps, by these prices
 };
 
-PricedBlocks pricedBlocks(std::span<const Step> steps)
+Pricing pricingBy(std::span<const Step> steps)
 {
-    PricedBlocks priced;
-    priced.blocks = blocksOf(steps);
+    Pricing priced;
     std::size_t step = 0;
     std::size_t byte = 0;
-    for (const DeflateBlock& block : priced.blocks) {
+    for (const DeflateBlock& block : blocksOf(steps)) {
         for (; step < block.end; ++step)
             byte += steps[step].length;
         priced.prices.push_back({byte, costsBy(block.counts)});
@@ -66,28 +67,31 @@ std::vector<std::uint8_t> deflatedPiece(const PixelRows& rows, std::size_t begin
     MatchLists lists;
     PathSearch path;
     BlockWriter writer;
+    std::vector<Step> held;
     std::vector<PricedBytes> prices{{0, costsBefore(stretchAt(begin))}};
     for (std::size_t at = begin; at < end;) {
         const ByteSpan stretch = stretchAt(at);
         finder.find(stretch.size(), lists);
-        PricedBlocks priced;
         // The codes of the stretch before are worth a comparison, those before the first are not.
         double before = std::numeric_limits<double>::infinity();
         for (int round = 0; round < mostRounds; ++round) {
             const double expected = path.find(stretch, lists, prices);
             if (round == 0 && at > begin) before = expected;
-            priced = pricedBlocks(path.steps());
-            prices = priced.prices;
+            Pricing priced = pricingBy(path.steps());
+            prices = std::move(priced.prices);
             if (priced.bits > before * worthARound) break;
             before = priced.bits;
         }
-        std::size_t step = 0;
-        for (const DeflateBlock& block : priced.blocks) {
-            writer.write(path.steps().subspan(step, block.end - step), block.counts);
-            step = block.end;
-        }
         prices.erase(prices.begin(), prices.end() - 1);
         at += stretch.size();
+        held.insert(held.end(), path.steps().begin(), path.steps().end());
+        std::size_t written = 0;
+        for (const DeflateBlock& block : blocksOf(held)) {
+            if (block.end == held.size() && at < end && block.end - written < mostHeld) break;
+            writer.write(std::span<const Step>(held).subspan(written, block.end - written), block.counts);
+            written = block.end;
+        }
+        held.erase(held.begin(), held.begin() + static_cast<std::ptrdiff_t>(written));
     }
     return writer.end(isLast);
 }

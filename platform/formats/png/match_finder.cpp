@@ -117,7 +117,7 @@ void MatchFinder::search(std::size_t pixel)
         m_atPixel.insert(std::min<std::size_t>(string.length, most), string.distance);
 }
 
-// A longest match that ends soon after may be worse than one that begins later and reaches farther.
+// Whether the longest match is there at each of so many bytes, or all that is left.
 bool MatchFinder::goesOn(std::size_t position, std::size_t distance) const
 {
     const std::uint8_t* const string = m_data + position;
@@ -125,7 +125,7 @@ bool MatchFinder::goesOn(std::size_t position, std::size_t distance) const
     return equalBytes(string, string - distance, std::min(longestMatch, far), far) == far;
 }
 
-// Nothing is better than the longest match where as much follows. A run that goes on is as long again.
+// A run that goes on is as long again.
 void MatchFinder::leap(std::size_t length, std::size_t distance, MatchLists& lists)
 {
     const std::size_t begin = m_position;
@@ -133,7 +133,7 @@ void MatchFinder::leap(std::size_t length, std::size_t distance, MatchLists& lis
     for (;; length = longestMatch, distance = 1) {
         lists.addLeap({static_cast<std::uint16_t>(length), static_cast<std::uint16_t>(distance)});
         m_position += length;
-        if (lengthAt(m_position, 1) < longestMatch) break;
+        if (lengthAt(m_position, 1) < longestMatch || !goesOn(m_position, 1)) break;
     }
     learn(begin, std::min(begin + atEnds, m_position));
     learn(m_position - std::min(pixelsAtEnds * m_step, m_position - begin), m_position);

@@ -43,7 +43,8 @@ public:
     }
     void endList() { m_ends.push_back(static_cast<std::uint32_t>(m_matches.size())); }
 
-    // A match that is taken whatever else there is: the bytes within it have no lists.
+    // A match whose bytes have no lists: at each of them as much as a match can take, or all that is left, is
+    // repeated at this distance, and nothing else is looked for.
     struct Leap
     {
         std::size_t begin;

@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 #include <zlib.h>
 
+#include <algorithm>
+#include <cmath>
 #include <vector>
 
 namespace lumora {
@@ -123,6 +125,48 @@ TEST(DeflatePieces, SaveAllButTheFirstOfRowsThatAreEqual)
     for (int y = 0; y < 1000; ++y)
         data.insert(data.end(), row.begin(), row.end());
     EXPECT_LT(streamOf({data, rowBytes, 3}).size(), rowBytes + std::size_t{1000} * 24);
+}
+
+// Ellipses of one color each, one above the other, on flat ground.
+Data shapes()
+{
+    constexpr unsigned width = 1500;
+    constexpr unsigned height = 1400;
+    constexpr std::size_t step = 3;
+    const std::size_t rowBytes = 1 + width * step;
+    test::Noise noise;
+    Data data(rowBytes * height, 200);
+    for (int shape = 0; shape < 60; ++shape) {
+        const double x = noise.next() % width;
+        const double y = noise.next() % height;
+        const double across = 20 + noise.next() % 300;
+        const double down = 20 + noise.next() % 200;
+        Data color;
+        add(color, noise, step);
+        for (std::size_t row = 0; row < height; ++row) {
+            data[row * rowBytes] = 0;
+            const double above = (static_cast<double>(row) - y) / down;
+            const double half = across * std::sqrt(std::max(0.0, 1 - above * above));
+            const auto begin = static_cast<std::size_t>(std::max(0.0, x - half));
+            const std::size_t end = std::min<std::size_t>(width, static_cast<std::size_t>(x + half));
+            for (std::size_t pixel = begin; pixel < end; ++pixel)
+                std::ranges::copy(color, &data[row * rowBytes + 1 + pixel * step]);
+        }
+    }
+    return data;
+}
+
+// Where the longest match is nearly everywhere, what counts is where each begins and how seldom codes are
+// described.
+TEST(DeflatePieces, TakeLittleForFlatShapes)
+{
+    const Data data = shapes();
+    Data usual(compressBound(uLong(data.size())));
+    auto length = uLongf(usual.size());
+    ASSERT_EQ(compress2(usual.data(), &length, data.data(), uLong(data.size()), Z_BEST_COMPRESSION), Z_OK);
+    const Data stream = streamOf({data, 4501, 3});
+    EXPECT_TRUE(isTurnedBack(stream, data));
+    EXPECT_LT(stream.size(), length * 6 / 5);
 }
 
 // Each part of a picture has its own colors.

@@ -36,8 +36,14 @@ void expectEqual(const Data& data, std::size_t at, std::size_t end, Match match)
 void expectTrue(const Data& data, std::size_t begin, const MatchLists& lists)
 {
     const std::size_t end = begin + lists.size();
-    for (const MatchLists::Leap& leap : lists.leaps())
-        expectEqual(data, begin + leap.begin, end, leap.match);
+    for (const MatchLists::Leap& leap : lists.leaps()) {
+        for (std::size_t i = 0; i < leap.match.length; ++i) {
+            const std::size_t at = begin + leap.begin + i;
+            const auto rest = static_cast<std::uint16_t>(std::min(longestMatch, end - at));
+            if (rest < shortestMatch) break;
+            expectEqual(data, at, end, {rest, leap.match.distance});
+        }
+    }
     for (std::size_t at = begin; at < end; ++at) {
         Match nearer{};
         for (const Match match : lists[at - begin]) {
