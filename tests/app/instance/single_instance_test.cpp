@@ -8,7 +8,6 @@
 
 #include <QDBusMessage>
 #include <QDBusPendingCall>
-#include <QElapsedTimer>
 
 #include <gtest/gtest.h>
 
@@ -30,7 +29,7 @@ constexpr SingleInstance::Patience shortPatience{100ms, 2};
 class Launch
 {
 public:
-    Launch(QDBusConnection bus, LaunchRequest request, SingleInstance::Patience patience = {})
+    Launch(const QDBusConnection& bus, const LaunchRequest& request, SingleInstance::Patience patience = {})
         : m_thread([=, this] {
               SingleInstance instance(bus);
               m_left = instance.start(request, patience);
@@ -209,17 +208,24 @@ TEST_F(SingleInstanceTest, AnOwnerThatNeverAnswersCostsNoFile)
     EXPECT_EQ(second.start({{"/a.png"}}, shortPatience), (LaunchRequest{{"/a.png"}}));
 }
 
-TEST_F(SingleInstanceTest, AnOwnerThatNeverAnswersHoldsUpALaunchForOneReplyOnlyAndIsComplainedOf)
+// What the launch sent is read once it has given up. Timers of the bus library may fire early, each at
+// another moment: hence several launches.
+TEST_F(SingleInstanceTest, AnOwnerThatNeverAnswersIsAskedOnceByALaunchAndIsComplainedOf)
 {
     SingleInstance silent(m_bus.connect());
+    listen(silent);
     ASSERT_TRUE(silent.start({}));
-    SingleInstance second(m_bus.connect());
-    QElapsedTimer waited;
-    waited.start();
-    testing::internal::CaptureStderr();
-    EXPECT_TRUE(second.start({{"/a.png"}}, {std::chrono::milliseconds(500), 5}));
-    EXPECT_NE(testing::internal::GetCapturedStderr().find("does not answer"), std::string::npos);
-    EXPECT_LT(waited.elapsed(), 1000);
+    constexpr int launches = 8;
+    for (int i = 0; i < launches; ++i) {
+        SingleInstance second(m_bus.connect());
+        testing::internal::CaptureStderr();
+        EXPECT_TRUE(second.start({{"/a.png"}}, {std::chrono::milliseconds(200 + i), 5}));
+        EXPECT_NE(testing::internal::GetCapturedStderr().find("does not answer"), std::string::npos);
+    }
+    EXPECT_EQ(call("Open", {QStringList{QStringLiteral("file:///end.png")}, QVariantMap()}).type(),
+              QDBusMessage::ReplyMessage);
+    EXPECT_EQ(m_opened.back(), "/end.png");
+    EXPECT_EQ(m_calls, launches + 1);
     EXPECT_LE(SingleInstance::Patience().reply, std::chrono::seconds(3));
 }
 
@@ -229,6 +235,7 @@ TEST_F(SingleInstanceTest, OfEightSimultaneousLaunchesOneStaysAndNoFileIsLost)
     listen(first);
     ASSERT_TRUE(first.start({}));
     std::vector<std::unique_ptr<Launch>> launches;
+    launches.reserve(8);
     for (int i = 0; i < 8; ++i)
         launches.push_back(
             std::make_unique<Launch>(m_bus.connect(), LaunchRequest{{"/" + std::to_string(i)}}));
