@@ -67,18 +67,22 @@ void chooseStep(std::uint8_t byte, std::span<const Match> matches, const StepCos
     costs[0] = best - length + base;
 }
 
-// Within a leap the longest match is all that is looked at.
-void chooseStepOfLeap(std::uint8_t byte, Match match, const StepCosts& step, std::uint32_t* costs,
-                      Step& choice)
+// Within a leap each match is taken whole or not at all.
+void chooseStepOfLeap(std::uint8_t byte, Match match, std::span<const Match> nearer, const StepCosts& step,
+                      std::uint32_t* costs, Step& choice)
 {
     choice = {1, byte};
     costs[0] = costs[1] + step.literals[byte] - 1;
-    if (match.length < shortestMatch) return;
-    const std::uint32_t repeated = costs[match.length] + step.lengths[match.length] - match.length +
-                                   step.distances[slotOfDistance(match.distance)];
-    if (static_cast<std::int32_t>(repeated - costs[0]) > 0) return;
-    choice = {match.length, match.distance};
-    costs[0] = repeated;
+    const auto offer = [&](Match repeated) {
+        const std::uint32_t cost = costs[repeated.length] + step.lengths[repeated.length] - repeated.length +
+                                   step.distances[slotOfDistance(repeated.distance)];
+        if (static_cast<std::int32_t>(cost - costs[0]) > 0) return;
+        choice = {repeated.length, repeated.distance};
+        costs[0] = cost;
+    };
+    if (match.length >= shortestMatch) offer(match);
+    for (const Match& repeated : nearer)
+        offer(repeated);
 }
 
 } // namespace
@@ -98,7 +102,7 @@ LUMORA_VECTOR_CLONES static void chooseSteps(std::span<const std::uint8_t> bytes
         const std::size_t reach = std::min(longestMatch, bytes.size() - i);
         if (!leaps.empty() && i < leaps.back().begin + leaps.back().match.length) {
             const Match rest{static_cast<std::uint16_t>(reach), leaps.back().match.distance};
-            chooseStepOfLeap(bytes[i], rest, step, costs + i, choices[i]);
+            chooseStepOfLeap(bytes[i], rest, lists[i], step, costs + i, choices[i]);
         } else {
             chooseStep(bytes[i], lists[i], step, costs + i, costs[i + reach] - room, choices[i]);
         }

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "png/match_finder.h"
 
+#include "png/equal_bytes.h"
+
 #include <algorithm>
 
 namespace lumora {
@@ -9,8 +11,6 @@ namespace {
 
 constexpr unsigned hashBits = 13;
 constexpr std::size_t readAtOnce = 16; // so many bytes of data make a string
-// What lies within a run is of no use but at its ends.
-constexpr std::size_t pixelsAtEnds = 4;
 // While so much of the string at the pixel before is left, what lies near saves nothing.
 constexpr std::size_t longEnough = 8;
 
@@ -32,8 +32,8 @@ std::size_t hashOf(std::uint32_t value)
 } // namespace
 
 MatchFinder::MatchFinder(const PixelRows& rows, std::size_t begin)
-    : m_rowBytes(rows.rowBytes), m_step(rows.step), m_lastOf3(std::size_t{1} << hashBits, -1),
-      m_lastOf4(std::size_t{1} << hashBits, -1)
+    : m_rowBytes(rows.rowBytes), m_step(rows.step), m_runs(rows.step),
+      m_lastOf3(std::size_t{1} << hashBits, -1), m_lastOf4(std::size_t{1} << hashBits, -1)
 {
     const std::size_t origin = begin - std::min(begin, windowBytes);
     m_data = rows.bytes.data() + origin;
@@ -73,11 +73,7 @@ std::size_t MatchFinder::lengthAt(std::size_t position, std::size_t distance) co
 std::size_t MatchFinder::equalBefore(std::size_t position, std::size_t distance, std::size_t most) const
 {
     const std::uint8_t* const string = m_data + position;
-    most = std::min(most, position - distance);
-    std::size_t equal = 0;
-    while (equal < most && *(string - equal - 1) == *(string - distance - equal - 1))
-        ++equal;
-    return equal;
+    return equalBytesBefore(string, string - distance, std::min(most, position - distance));
 }
 
 // A run, and the latest of the same three and four bytes; from now on these are the latest.
@@ -103,10 +99,12 @@ void MatchFinder::takeNear(std::size_t position, FewMatches<most>& near)
 
 void MatchFinder::search(std::size_t pixel)
 {
-    takeNear(pixel, m_atPixel);
-    m_learned = pixel + 1;
     const std::size_t mostOfTree = std::min(longestMatch, m_dataEnd - pixel);
     const std::size_t most = mostAt(pixel);
+    m_runs.meet({m_data, m_dataEnd}, pixel);
+    if (m_runs.isDeepAt(pixel)) m_runs.take(pixel, most, m_atPixel);
+    takeNear(pixel, m_atPixel);
+    m_learned = pixel + 1;
     if (m_atPixel.longest().length == most) {
         m_tree.add(m_data, pixel, mostOfTree);
         return;
@@ -125,18 +123,55 @@ bool MatchFinder::goesOn(std::size_t position, std::size_t distance) const
     return equalBytes(string, string - distance, std::min(longestMatch, far), far) == far;
 }
 
-// A run that goes on is as long again.
+// Whether it is what passes a run.
+bool MatchFinder::runsOn(std::size_t position, Match match) const
+{
+    return m_runs.isDeepAt(position) && match.distance == m_runs.distanceAt(position);
+}
+
+// What is repeated from afar may lie within a run, which is nearer.
 void MatchFinder::leap(std::size_t length, std::size_t distance, MatchLists& lists)
 {
     const std::size_t begin = m_position;
-    const std::size_t atEnds = distance < m_step ? pixelsAtEnds * m_step : length;
-    for (;; length = longestMatch, distance = 1) {
-        lists.addLeap({static_cast<std::uint16_t>(length), static_cast<std::uint16_t>(distance)});
-        m_position += length;
-        if (lengthAt(m_position, 1) < longestMatch || !goesOn(m_position, 1)) break;
+    m_position += length;
+    std::array<Match, longestMatch> nearer{};
+    for (const std::size_t unit : {m_step, std::size_t{1}}) {
+        if (unit >= distance) continue;
+        std::size_t equal = lengthAt(m_position, unit);
+        for (std::size_t i = length; i-- > 0;) {
+            const std::uint8_t* const byte = m_data + begin + i;
+            equal = *byte == *(byte - unit) ? std::min(equal + 1, longestMatch) : 0;
+            if (equal >= nearer[i].length)
+                nearer[i] = {static_cast<std::uint16_t>(equal), static_cast<std::uint16_t>(unit)};
+        }
     }
-    learn(begin, std::min(begin + atEnds, m_position));
-    learn(m_position - std::min(pixelsAtEnds * m_step, m_position - begin), m_position);
+    lists.beginLeap({static_cast<std::uint16_t>(length), static_cast<std::uint16_t>(distance)});
+    for (const Match& match : std::span(nearer).first(length)) {
+        if (match.length >= shortestMatch) lists.add(match);
+        lists.endList();
+    }
+    learn(begin, m_position);
+}
+
+// All of it but its last pixels.
+void MatchFinder::passRun(MatchLists& lists, Match& last)
+{
+    FewMatches<PixelRuns::mostMatches> matches;
+    while (m_position < m_end && m_runs.isDeepAt(m_position)) {
+        const std::size_t distance = m_runs.distanceAt(m_position);
+        if (distance > 0 && std::min(m_end, m_runs.end()) - m_position >= 2 * longestMatch) {
+            lists.addLeap({longestMatch, static_cast<std::uint16_t>(distance)});
+            m_position += longestMatch;
+            last = {};
+            continue;
+        }
+        matches.clear();
+        if (mostAt(m_position) >= shortestMatch) m_runs.take(m_position, mostAt(m_position), matches);
+        matches.addTo(lists);
+        last = matches.longest();
+        ++m_position;
+    }
+    m_learned = std::max(m_learned, m_position);
 }
 
 void MatchFinder::learn(std::size_t begin, std::size_t end)
@@ -148,6 +183,8 @@ void MatchFinder::learn(std::size_t begin, std::size_t end)
         m_lastOf3[hashOf(threeOf(four))] = static_cast<std::int32_t>(at);
         m_lastOf4[hashOf(four)] = static_cast<std::int32_t>(at);
         m_tree.add(m_data, at, std::min(longestMatch, m_dataEnd - at));
+        m_runs.meet({m_data, m_dataEnd}, at);
+        if (m_runs.isDeepAt(at + 1)) at = std::min(m_runs.deepEnd(), end) - 1;
         m_learned = at + 1;
     }
 }
@@ -168,7 +205,8 @@ void MatchFinder::find(std::size_t bytes, MatchLists& lists)
         if (pixel < m_end && hasString(pixel)) search(pixel);
         const Match next = m_atPixel.longest();
         const std::size_t earlier = next.length > 0 ? equalBefore(pixel, next.distance, between) : 0;
-        const bool leaps = next.length > 0 && next.length == mostAt(pixel) && goesOn(pixel, next.distance);
+        const bool leaps = next.length > 0 && next.length == mostAt(pixel) && !runsOn(pixel, next) &&
+                           goesOn(pixel, next.distance);
         const std::size_t listed = leaps ? between - earlier : between;
         for (std::size_t i = 0; i < listed; ++i, ++m_position) {
             auto& matches = m_between[i];
@@ -185,6 +223,7 @@ void MatchFinder::find(std::size_t bytes, MatchLists& lists)
             m_atPixel.addTo(lists);
             ++m_position;
             last = next;
+            passRun(lists, last);
         }
     }
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "png/match_lists.h"
+#include "png/pixel_runs.h"
 #include "png/string_tree.h"
 
 #include <array>
@@ -48,7 +49,9 @@ private:
     void takeNear(std::size_t position, FewMatches<most>& near);
     void search(std::size_t pixel);
     bool goesOn(std::size_t position, std::size_t distance) const;
+    bool runsOn(std::size_t position, Match match) const;
     void leap(std::size_t length, std::size_t distance, MatchLists& lists);
+    void passRun(MatchLists& lists, Match& last);
     void learn(std::size_t begin, std::size_t end);
 
     const std::uint8_t* m_data; // from here on positions are counted
@@ -61,12 +64,13 @@ private:
     std::size_t m_learned = 0; // end of what was looked at for the tree
 
     StringTree m_tree;
+    PixelRuns m_runs;
     std::vector<std::int32_t> m_lastOf3;
     std::vector<std::int32_t> m_lastOf4;
 
     // Before the pixel that comes next; also of what goes on there and what is earlier than at the pixel.
     std::array<FewMatches<mostNear + 2>, mostBetween> m_between;
-    FewMatches<mostNear + StringTree::mostSteps> m_atPixel;
+    FewMatches<mostNear + StringTree::mostSteps + PixelRuns::mostMatches> m_atPixel;
 };
 
 } // namespace lumora

@@ -43,16 +43,17 @@ public:
     }
     void endList() { m_ends.push_back(static_cast<std::uint32_t>(m_matches.size())); }
 
-    // A match whose bytes have no lists: at each of them as much as a match can take, or all that is left, is
-    // repeated at this distance, and nothing else is looked for.
+    // A match for whose bytes little is looked for: at each of them as much as a match can take, or all that
+    // is left, is repeated at this distance. Their lists hold a nearer match or nothing.
     struct Leap
     {
         std::size_t begin;
         Match match;
     };
+    void beginLeap(Match match) { m_leaps.push_back({size(), match}); }
     void addLeap(Match match)
     {
-        m_leaps.push_back({size(), match});
+        beginLeap(match);
         m_ends.insert(m_ends.end(), match.length, m_ends.back());
     }
     std::span<const Leap> leaps() const { return m_leaps; }
@@ -77,14 +78,16 @@ public:
     void insert(std::size_t length, std::size_t distance)
     {
         const Match match{static_cast<std::uint16_t>(length), static_cast<std::uint16_t>(distance)};
-        if (match.length > m_longest.length) m_longest = match;
+        if (match.length > m_longest.length ||
+            (match.length == m_longest.length && match.distance < m_longest.distance))
+            m_longest = match;
         std::size_t at = m_count++;
         for (; at > 0 && m_matches[at - 1].distance > match.distance; --at)
             m_matches[at] = m_matches[at - 1];
         m_matches[at] = match;
     }
 
-    // The first that was inserted of several; of no length where there is none.
+    // The nearest of several; of no length where there is none.
     Match longest() const { return m_longest; }
 
     void addTo(MatchLists& lists) const

@@ -2,7 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "png/string_tree.h"
 
+#include "png/equal_bytes.h"
+
 #include <algorithm>
+#include <cstring>
 
 namespace lumora {
 namespace {

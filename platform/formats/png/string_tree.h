@@ -8,31 +8,10 @@
 
 #include "png/deflate_code.h"
 
-#include <bit>
-#include <cstring>
+#include <array>
 #include <memory>
 
 namespace lumora {
-
-// How many bytes are equal, of which `known` are known to be.
-inline std::size_t equalBytes(const std::uint8_t* a, const std::uint8_t* b, std::size_t known,
-                              std::size_t most)
-{
-    while (known + sizeof(std::uint64_t) <= most) {
-        std::uint64_t first = 0;
-        std::uint64_t second = 0;
-        std::memcpy(&first, a + known, sizeof first);
-        std::memcpy(&second, b + known, sizeof second);
-        if (first != second) {
-            if constexpr (std::endian::native == std::endian::big) break;
-            return known + static_cast<std::size_t>(std::countr_zero(first ^ second)) / 8;
-        }
-        known += sizeof first;
-    }
-    while (known < most && a[known] == b[known])
-        ++known;
-    return known;
-}
 
 class StringTree
 {

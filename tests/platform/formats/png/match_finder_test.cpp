@@ -95,7 +95,26 @@ TEST(MatchFinder, LeapsOnlyWhereMuchIsRepeated)
     }
 }
 
-// A run is one leap after the other, and most of what is alike besides.
+// All of it is repeated from afar, but a run is nearer.
+TEST(MatchFinder, NamesTheRunWithinALeap)
+{
+    Data data = noiseOf(1000, 256);
+    std::fill_n(data.begin() + 100, 101, data[100]);
+    const Data begin = data;
+    data.insert(data.end(), begin.begin(), begin.end());
+    MatchFinder finder({data}, 0);
+    MatchLists lists;
+    finder.find(data.size(), lists);
+    expectTrue(data, 0, lists);
+    ASSERT_FALSE(lists.leaps().empty());
+    EXPECT_EQ(lists.leaps()[0].begin, 1000U);
+    EXPECT_TRUE(lists[1050].empty());
+    ASSERT_EQ(lists[1140].size(), 1U);
+    EXPECT_EQ(lists[1140][0].length, 61);
+    EXPECT_EQ(lists[1140][0].distance, 1);
+}
+
+// A run is one leap after the other.
 TEST(MatchFinder, LeapsOverRuns)
 {
     const Data data(100000, 5);
