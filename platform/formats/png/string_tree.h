@@ -19,7 +19,7 @@ public:
     StringTree();
 
     // Farther down nothing is looked for, and what is there is forgotten.
-    static constexpr int mostSteps = 24;
+    static constexpr int mostSteps = 20;
     using Matches = std::array<Match, mostSteps>;
 
     // Adds the string at `position`, behind all that were added before, of which `most` bytes count: at least
