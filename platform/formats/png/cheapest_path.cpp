@@ -67,22 +67,19 @@ void chooseStep(std::uint8_t byte, std::span<const Match> matches, const StepCos
     costs[0] = best - length + base;
 }
 
-// Within a leap each match is taken whole or not at all.
-void chooseStepOfLeap(std::uint8_t byte, Match match, std::span<const Match> nearer, const StepCosts& step,
-                      std::uint32_t* costs, Step& choice)
+// Each match is taken whole or not at all.
+void chooseWholeStep(std::uint8_t byte, std::span<const Match> matches, const StepCosts& step,
+                     std::uint32_t* costs, Step& choice)
 {
     choice = {1, byte};
     costs[0] = costs[1] + step.literals[byte] - 1;
-    const auto offer = [&](Match repeated) {
-        const std::uint32_t cost = costs[repeated.length] + step.lengths[repeated.length] - repeated.length +
-                                   step.distances[slotOfDistance(repeated.distance)];
-        if (static_cast<std::int32_t>(cost - costs[0]) > 0) return;
-        choice = {repeated.length, repeated.distance};
+    for (const Match& match : matches) {
+        const std::uint32_t cost = costs[match.length] + step.lengths[match.length] - match.length +
+                                   step.distances[slotOfDistance(match.distance)];
+        if (static_cast<std::int32_t>(cost - costs[0]) > 0) continue;
+        choice = {match.length, match.distance};
         costs[0] = cost;
-    };
-    if (match.length >= shortestMatch) offer(match);
-    for (const Match& repeated : nearer)
-        offer(repeated);
+    }
 }
 
 } // namespace
@@ -92,18 +89,14 @@ LUMORA_VECTOR_CLONES static void chooseSteps(std::span<const std::uint8_t> bytes
                                              std::span<const PricedBytes> prices, std::uint32_t* costs,
                                              Step* choices)
 {
-    std::span<const MatchLists::Leap> leaps = lists.leaps();
     for (std::size_t i = bytes.size(); i-- > 0;) {
         while (prices.size() > 1 && i < prices[prices.size() - 2].end)
             prices = prices.first(prices.size() - 1);
-        while (!leaps.empty() && i < leaps.back().begin)
-            leaps = leaps.first(leaps.size() - 1);
         const StepCosts& step = prices.back().costs;
-        const std::size_t reach = std::min(longestMatch, bytes.size() - i);
-        if (!leaps.empty() && i < leaps.back().begin + leaps.back().match.length) {
-            const Match rest{static_cast<std::uint16_t>(reach), leaps.back().match.distance};
-            chooseStepOfLeap(bytes[i], rest, lists[i], step, costs + i, choices[i]);
+        if (lists.takenAt(i) == MatchLists::Taken::whole) {
+            chooseWholeStep(bytes[i], lists[i], step, costs + i, choices[i]);
         } else {
+            const std::size_t reach = std::min(longestMatch, bytes.size() - i);
             chooseStep(bytes[i], lists[i], step, costs + i, costs[i + reach] - room, choices[i]);
         }
     }

@@ -145,33 +145,28 @@ void MatchFinder::leap(std::size_t length, std::size_t distance, MatchLists& lis
                 nearer[i] = {static_cast<std::uint16_t>(equal), static_cast<std::uint16_t>(unit)};
         }
     }
-    lists.beginLeap({static_cast<std::uint16_t>(length), static_cast<std::uint16_t>(distance)});
-    for (const Match& match : std::span(nearer).first(length)) {
-        if (match.length >= shortestMatch) lists.add(match);
-        lists.endList();
+    for (std::size_t i = 0; i < length; ++i) {
+        if (nearer[i].length >= shortestMatch) lists.add(nearer[i]);
+        const std::size_t most = mostAt(begin + i);
+        if (most >= shortestMatch)
+            lists.add({static_cast<std::uint16_t>(most), static_cast<std::uint16_t>(distance)});
+        lists.endList(MatchLists::Taken::whole);
     }
     learn(begin, m_position);
 }
 
-// All of it but its last pixels.
-void MatchFinder::passRun(MatchLists& lists, Match& last)
+// All of it but its last pixels. Returns the longest match of its last byte.
+Match MatchFinder::passRun(MatchLists& lists)
 {
     FewMatches<PixelRuns::mostMatches> matches;
-    while (m_position < m_end && m_runs.isDeepAt(m_position)) {
-        const std::size_t distance = m_runs.distanceAt(m_position);
-        if (distance > 0 && std::min(m_end, m_runs.end()) - m_position >= 2 * longestMatch) {
-            lists.addLeap({longestMatch, static_cast<std::uint16_t>(distance)});
-            m_position += longestMatch;
-            last = {};
-            continue;
-        }
+    for (; m_position < m_end && m_runs.isDeepAt(m_position); ++m_position) {
         matches.clear();
         if (mostAt(m_position) >= shortestMatch) m_runs.take(m_position, mostAt(m_position), matches);
         matches.addTo(lists);
-        last = matches.longest();
-        ++m_position;
+        lists.endList(MatchLists::Taken::whole);
     }
     m_learned = std::max(m_learned, m_position);
+    return matches.longest();
 }
 
 void MatchFinder::learn(std::size_t begin, std::size_t end)
@@ -215,15 +210,16 @@ void MatchFinder::find(std::size_t bytes, MatchLists& lists)
             if (earlier >= ahead)
                 matches.insert(std::min(next.length + ahead, mostAt(m_position)), next.distance);
             matches.addTo(lists);
+            lists.endList();
         }
         last = {};
         if (leaps) {
             leap(std::min(next.length + earlier, mostAt(m_position)), next.distance, lists);
         } else if (pixel < m_end) {
             m_atPixel.addTo(lists);
+            lists.endList();
             ++m_position;
-            last = next;
-            passRun(lists, last);
+            last = m_runs.isDeepAt(m_position) ? passRun(lists) : next;
         }
     }
 }

@@ -51,7 +51,7 @@ private:
     bool goesOn(std::size_t position, std::size_t distance) const;
     bool runsOn(std::size_t position, Match match) const;
     void leap(std::size_t length, std::size_t distance, MatchLists& lists);
-    void passRun(MatchLists& lists, Match& last);
+    Match passRun(MatchLists& lists);
     void learn(std::size_t begin, std::size_t end);
 
     const std::uint8_t* m_data; // from here on positions are counted

@@ -18,11 +18,11 @@ public:
     void clear()
     {
         m_matches.clear();
-        m_leaps.clear();
+        m_taken.clear();
         m_ends.assign(1, 0);
     }
 
-    std::size_t size() const { return m_ends.size() - 1; }
+    std::size_t size() const { return m_taken.size(); }
     std::span<const Match> operator[](std::size_t byte) const
     {
         return {m_matches.data() + m_ends[byte], m_ends[byte + 1] - m_ends[byte]};
@@ -41,27 +41,21 @@ public:
         }
         m_matches.push_back(match);
     }
-    void endList() { m_ends.push_back(static_cast<std::uint32_t>(m_matches.size())); }
 
-    // A match for whose bytes little is looked for: at each of them as much as a match can take, or all that
-    // is left, is repeated at this distance. Their lists hold a nearer match or nothing.
-    struct Leap
+    // Whether shorter matches at the same distance are possible as well, or each is to be taken whole: where
+    // much is repeated, nothing is won by less.
+    enum class Taken : std::uint8_t { inPart, whole };
+    void endList(Taken taken = Taken::inPart)
     {
-        std::size_t begin;
-        Match match;
-    };
-    void beginLeap(Match match) { m_leaps.push_back({size(), match}); }
-    void addLeap(Match match)
-    {
-        beginLeap(match);
-        m_ends.insert(m_ends.end(), match.length, m_ends.back());
+        m_ends.push_back(static_cast<std::uint32_t>(m_matches.size()));
+        m_taken.push_back(taken);
     }
-    std::span<const Leap> leaps() const { return m_leaps; }
+    Taken takenAt(std::size_t byte) const { return m_taken[byte]; }
 
 private:
     std::vector<Match> m_matches;
     std::vector<std::uint32_t> m_ends{0};
-    std::vector<Leap> m_leaps;
+    std::vector<Taken> m_taken;
 };
 
 // Matches at one byte, nearest first.
@@ -94,7 +88,6 @@ public:
     {
         for (std::size_t i = 0; i < m_count; ++i)
             lists.add(m_matches[i]);
-        lists.endList();
     }
 
 private:

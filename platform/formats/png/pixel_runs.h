@@ -29,7 +29,6 @@ public:
     // well.
     bool isDeepAt(std::size_t position) const { return position >= m_begin && position < m_deepEnd; }
     std::size_t deepEnd() const { return m_deepEnd; }
-    std::size_t end() const { return m_end; }
 
     // At how many bytes before it a byte within the run is repeated; 0 for the first ones.
     std::size_t distanceAt(std::size_t position) const { return position - m_begin >= m_unit ? m_unit : 0; }

@@ -13,6 +13,7 @@ namespace lumora {
 namespace {
 
 using Data = std::vector<std::uint8_t>;
+using Taken = MatchLists::Taken;
 
 Data noiseOf(std::size_t size, unsigned values)
 {
@@ -36,14 +37,6 @@ void expectEqual(const Data& data, std::size_t at, std::size_t end, Match match)
 void expectTrue(const Data& data, std::size_t begin, const MatchLists& lists)
 {
     const std::size_t end = begin + lists.size();
-    for (const MatchLists::Leap& leap : lists.leaps()) {
-        for (std::size_t i = 0; i < leap.match.length; ++i) {
-            const std::size_t at = begin + leap.begin + i;
-            const auto rest = static_cast<std::uint16_t>(std::min(longestMatch, end - at));
-            if (rest < shortestMatch) break;
-            expectEqual(data, at, end, {rest, leap.match.distance});
-        }
-    }
     for (std::size_t at = begin; at < end; ++at) {
         Match nearer{};
         for (const Match match : lists[at - begin]) {
@@ -84,14 +77,9 @@ TEST(MatchFinder, LeapsOnlyWhereMuchIsRepeated)
         MatchFinder finder({data}, 0);
         MatchLists lists;
         finder.find(data.size(), lists);
-        if (repeated > 2 * longestMatch) {
-            ASSERT_FALSE(lists.leaps().empty());
-            EXPECT_EQ(lists.leaps()[0].begin, 10000U);
-        } else {
-            EXPECT_TRUE(lists.leaps().empty());
-            EXPECT_EQ(lists[10000].back().length, longestMatch);
-            EXPECT_EQ(lists[10040].back().length, longestMatch);
-        }
+        EXPECT_EQ(lists.takenAt(10000), repeated > 2 * longestMatch ? Taken::whole : Taken::inPart);
+        EXPECT_EQ(lists[10000].back().length, longestMatch);
+        EXPECT_EQ(lists[10040].back().length, longestMatch);
     }
 }
 
@@ -106,24 +94,29 @@ TEST(MatchFinder, NamesTheRunWithinALeap)
     MatchLists lists;
     finder.find(data.size(), lists);
     expectTrue(data, 0, lists);
-    ASSERT_FALSE(lists.leaps().empty());
-    EXPECT_EQ(lists.leaps()[0].begin, 1000U);
-    EXPECT_TRUE(lists[1050].empty());
-    ASSERT_EQ(lists[1140].size(), 1U);
+    EXPECT_EQ(lists.takenAt(1050), Taken::whole);
+    ASSERT_EQ(lists[1050].size(), 1U);
+    ASSERT_EQ(lists[1140].size(), 2U);
     EXPECT_EQ(lists[1140][0].length, 61);
     EXPECT_EQ(lists[1140][0].distance, 1);
+    EXPECT_EQ(lists[1140][1].length, longestMatch);
+    EXPECT_EQ(lists[1140][1].distance, 1000);
 }
 
-// A run is one leap after the other.
-TEST(MatchFinder, LeapsOverRuns)
+// Nothing but the run itself is looked for where no match is longer.
+TEST(MatchFinder, TakesWhatIsLongestWithinRuns)
 {
     const Data data(100000, 5);
     MatchFinder finder({data, 301, 3}, 0);
     MatchLists lists;
     finder.find(data.size(), lists);
-    ASSERT_GT(lists.leaps().size(), 380U);
-    EXPECT_EQ(lists.leaps()[100].match.length, longestMatch);
-    EXPECT_EQ(lists.leaps()[100].match.distance, 1);
+    expectTrue(data, 0, lists);
+    for (std::size_t at = 10; at < data.size() - 300; ++at) {
+        ASSERT_EQ(lists.takenAt(at), Taken::whole) << at;
+        ASSERT_EQ(lists[at].size(), 1U) << at;
+        ASSERT_EQ(lists[at][0].length, longestMatch) << at;
+        ASSERT_EQ(lists[at][0].distance, 1) << at;
+    }
 }
 
 // Of two copies, the longer one lies farther away; both are wanted.

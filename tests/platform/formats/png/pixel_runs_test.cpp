@@ -29,6 +29,7 @@ Found foundAt(const PixelRuns& runs, std::size_t position, std::size_t most = lo
     MatchLists lists;
     lists.clear();
     matches.addTo(lists);
+    lists.endList();
     Found found;
     for (const Match match : lists[0])
         found.emplace_back(match.length, match.distance);
@@ -58,7 +59,6 @@ TEST_F(PixelRunsTest, GoOnFromTheSecondPixel)
 {
     m_runs.meet(m_data, first);
     EXPECT_TRUE(m_runs.isDeepAt(first));
-    EXPECT_EQ(m_runs.end(), 20 * step);
     EXPECT_EQ(m_runs.distanceAt(first + 2), 0U);
     EXPECT_EQ(m_runs.distanceAt(first + 3), step);
     EXPECT_EQ(foundAt(m_runs, first + 2), Found{});
@@ -104,7 +104,7 @@ TEST_F(PixelRunsTest, AreNotDeepAtTheirEnd)
     m_runs.meet(m_data, second);
     EXPECT_TRUE(m_runs.isDeepAt(m_runs.deepEnd() - 1));
     EXPECT_FALSE(m_runs.isDeepAt(m_runs.deepEnd()));
-    EXPECT_GT(m_runs.end(), m_runs.deepEnd());
+    EXPECT_LT(m_runs.deepEnd(), second + 30 * step);
     EXPECT_GT(m_runs.deepEnd(), second + 20 * step);
 }
 
