@@ -123,13 +123,13 @@ bool MatchFinder::goesOn(std::size_t position, std::size_t distance) const
     return equalBytes(string, string - distance, std::min(longestMatch, far), far) == far;
 }
 
-// Whether it is what passes a run.
+// Whether the match is the run itself, which is passed in another way.
 bool MatchFinder::runsOn(std::size_t position, Match match) const
 {
     return m_runs.isDeepAt(position) && match.distance == m_runs.distanceAt(position);
 }
 
-// What is repeated from afar may lie within a run, which is nearer.
+// Where the longest match goes on nothing else is looked for but a run, which is nearer.
 void MatchFinder::leap(std::size_t length, std::size_t distance, MatchLists& lists)
 {
     const std::size_t begin = m_position;
@@ -155,7 +155,7 @@ void MatchFinder::leap(std::size_t length, std::size_t distance, MatchLists& lis
     learn(begin, m_position);
 }
 
-// All of it but its last pixels. Returns the longest match of its last byte.
+// The run but for its last pixels. Returns the longest match at the last byte that was passed.
 Match MatchFinder::passRun(MatchLists& lists)
 {
     FewMatches<PixelRuns::mostMatches> matches;

@@ -26,7 +26,7 @@ struct PixelRows
 
 // Strings are looked for where pixels begin only, which is where most of them begin again: a third of the
 // work for colours of three bytes. What begins at another byte is found as the rest or as the beginning of
-// one of those, or as the latest of the same three or four bytes.
+// one of those, or as the latest of the same three or four bytes. Runs are looked at as a whole.
 class MatchFinder
 {
 public:
