@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "png/deflate_blocks.h"
 
+#include "png/deflate_codes.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -11,6 +13,11 @@ namespace {
 
 // Blocks are made of so many steps and more.
 constexpr std::size_t leastSteps = 1024;
+
+// Real codes of so few bytes are far from ideal ones, by which no match would ever pay: those of two take 1.5
+// bits each while nothing is repeated.
+constexpr std::ptrdiff_t fewBytes = 4;
+constexpr unsigned longestCode = 15;
 
 constexpr double bitsOfDescription = 60;
 constexpr double bitsOfDescribedSymbol = 3.5;
@@ -77,15 +84,45 @@ double saving(const std::vector<DeflateBlock>& blocks, std::size_t first)
 
 std::uint32_t costOf(double bits)
 {
-    constexpr double longestCode = 15;
     constexpr double parts = bitCost >> lengthBits;
-    return static_cast<std::uint32_t>(std::lround(std::clamp(bits, 1.0, longestCode) * parts)) << lengthBits;
+    return static_cast<std::uint32_t>(std::lround(std::clamp(bits, 1.0, double{longestCode}) * parts))
+           << lengthBits;
 }
 
-// Of a code; of symbols that do not occur, as if one had.
+// In a code; of symbols that do not occur, as if one had.
 std::uint32_t costOf(std::uint32_t count, double total)
 {
     return costOf(count > 0 ? std::log2(total / count) : std::log2(total + 1) + 1);
+}
+
+std::ptrdiff_t usedOf(std::span<const std::uint32_t> counts)
+{
+    return std::ranges::count_if(counts, [](std::uint32_t count) { return count > 0; });
+}
+
+// In a code as short as frequencies allow.
+template <std::size_t size>
+std::array<std::uint32_t, size> idealCosts(const std::array<std::uint32_t, size>& counts)
+{
+    double total = 0;
+    for (const std::uint32_t count : counts)
+        total += count;
+    std::array<std::uint32_t, size> costs;
+    std::ranges::transform(counts, costs.begin(), [=](std::uint32_t count) { return costOf(count, total); });
+    return costs;
+}
+
+// The same by the code that would be written.
+template <std::size_t size>
+std::array<std::uint32_t, size> realCosts(const std::array<std::uint32_t, size>& counts)
+{
+    std::array<CodeWord, size> words{};
+    findCode(counts, longestCode, words);
+    std::array<std::uint32_t, size> costs = idealCosts(counts);
+    for (std::size_t symbol = 0; symbol < size; ++symbol) {
+        if (counts[symbol] > 0) costs[symbol] = costOf(static_cast<double>(words[symbol].length));
+    }
+    return costs;
 }
 
 void setMatchCosts(StepCosts& costs, std::span<const std::uint32_t, lengthSlots> lengths,
@@ -129,22 +166,14 @@ std::vector<DeflateBlock> blocksOf(std::span<const Step> steps)
 
 StepCosts costsBy(const SymbolCounts& counts)
 {
-    double symbols = 0;
-    double matches = 0;
-    for (const std::uint32_t count : counts.literalsAndLengths)
-        symbols += count;
-    for (const std::uint32_t count : counts.distances)
-        matches += count;
+    const bool areFew = usedOf(std::span(counts.literalsAndLengths).first<endOfBlock>()) <= fewBytes;
+    const auto symbols =
+        areFew ? realCosts(counts.literalsAndLengths) : idealCosts(counts.literalsAndLengths);
     StepCosts costs;
     for (std::size_t byte = 0; byte < costs.literals.size(); ++byte)
-        costs.literals[byte] = costOf(counts.literalsAndLengths[byte], symbols) + 1;
-    std::array<std::uint32_t, lengthSlots> lengths;
-    for (std::size_t slot = 0; slot < lengthSlots; ++slot)
-        lengths[slot] = costOf(counts.literalsAndLengths[literalSymbols + slot], symbols);
-    std::array<std::uint32_t, distanceSlots> distances;
-    for (std::size_t slot = 0; slot < distanceSlots; ++slot)
-        distances[slot] = costOf(counts.distances[slot], matches);
-    setMatchCosts(costs, lengths, distances);
+        costs.literals[byte] = symbols[byte] + 1;
+    setMatchCosts(costs, std::span(symbols).subspan<literalSymbols, lengthSlots>(),
+                  idealCosts(counts.distances));
     return costs;
 }
 
@@ -155,9 +184,13 @@ StepCosts costsBefore(std::span<const std::uint8_t> bytes)
     std::array<std::uint32_t, 256> counts{};
     for (const std::uint8_t byte : bytes)
         ++counts[byte];
+    const std::ptrdiff_t used = usedOf(counts);
     StepCosts costs;
-    for (std::size_t byte = 0; byte < counts.size(); ++byte)
-        costs.literals[byte] = costOf(counts[byte], static_cast<double>(bytes.size())) + 1;
+    for (std::size_t byte = 0; byte < counts.size(); ++byte) {
+        costs.literals[byte] = used > fewBytes ? costOf(counts[byte], static_cast<double>(bytes.size()))
+                                               : costOf(std::log2(static_cast<double>(used + 1)));
+        costs.literals[byte] += 1;
+    }
     std::array<std::uint32_t, lengthSlots> lengths;
     lengths.fill(costOf(usualLength));
     std::array<std::uint32_t, distanceSlots> distances;

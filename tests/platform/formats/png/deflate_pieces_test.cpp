@@ -169,6 +169,24 @@ TEST(DeflatePieces, TakeLittleForFlatShapes)
     EXPECT_LT(stream.size(), length);
 }
 
+// By ideal codes, of one bit and of 1.6 for a single byte, no match would pay; real ones have two.
+TEST(DeflatePieces, TakeNoMoreForNoiseOfFewValuesThanOthers)
+{
+    for (const unsigned values : {2U, 3U}) {
+        test::Noise noise;
+        Data data;
+        for (int i = 0; i < 500000; ++i)
+            data.push_back(static_cast<std::uint8_t>(noise.next() % values * 40));
+        Data usual(compressBound(uLong(data.size())));
+        auto length = uLongf(usual.size());
+        ASSERT_EQ(compress2(usual.data(), &length, data.data(), uLong(data.size()), Z_BEST_COMPRESSION),
+                  Z_OK);
+        const Data stream = streamOf({data, 1001});
+        EXPECT_TRUE(isTurnedBack(stream, data));
+        EXPECT_LT(stream.size(), length) << values;
+    }
+}
+
 // Each part of a picture has its own colors.
 TEST(DeflatePieces, HaveCodesForEachPart)
 {
