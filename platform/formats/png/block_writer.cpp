@@ -12,7 +12,6 @@ namespace {
 // So many words are always described; of the others those up to the last that occurs.
 constexpr std::size_t leastDistanceWords = 1;
 constexpr std::size_t leastLengthWords = 4;
-constexpr unsigned longestWord = 15;
 constexpr unsigned longestLengthWord = 7;
 
 // How the lengths of words are told: as they are, or 16 for the last one again, 17 and 18 for none.

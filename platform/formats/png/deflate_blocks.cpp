@@ -17,7 +17,6 @@ constexpr std::size_t leastSteps = 1024;
 // Real codes of so few bytes are far from ideal ones, by which no match would ever pay: those of two take 1.5
 // bits each while nothing is repeated.
 constexpr std::ptrdiff_t fewBytes = 4;
-constexpr unsigned longestCode = 15;
 
 constexpr double bitsOfDescription = 60;
 constexpr double bitsOfDescribedSymbol = 3.5;
@@ -85,7 +84,7 @@ double saving(const std::vector<DeflateBlock>& blocks, std::size_t first)
 std::uint32_t costOf(double bits)
 {
     constexpr double parts = bitCost >> lengthBits;
-    return static_cast<std::uint32_t>(std::lround(std::clamp(bits, 1.0, double{longestCode}) * parts))
+    return static_cast<std::uint32_t>(std::lround(std::clamp(bits, 1.0, double{longestWord}) * parts))
            << lengthBits;
 }
 
@@ -117,7 +116,7 @@ template <std::size_t size>
 std::array<std::uint32_t, size> realCosts(const std::array<std::uint32_t, size>& counts)
 {
     std::array<CodeWord, size> words{};
-    findCode(counts, longestCode, words);
+    findCode(counts, longestWord, words);
     std::array<std::uint32_t, size> costs = idealCosts(counts);
     for (std::size_t symbol = 0; symbol < size; ++symbol) {
         if (counts[symbol] > 0) costs[symbol] = costOf(static_cast<double>(words[symbol].length));

@@ -19,6 +19,7 @@ constexpr std::size_t literalSymbols = 257; // all bytes, and the end of a block
 constexpr std::size_t endOfBlock = 256;
 constexpr std::size_t lengthSlots = 29;
 constexpr std::size_t distanceSlots = 30;
+constexpr unsigned longestWord = 15; // bits of a word of their codes
 
 struct Match
 {

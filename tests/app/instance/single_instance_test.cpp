@@ -222,8 +222,9 @@ TEST_F(SingleInstanceTest, AnOwnerThatNeverAnswersIsAskedOnceByALaunchAndIsCompl
         EXPECT_TRUE(second.start({{"/a.png"}}, {std::chrono::milliseconds(200 + i), 5}));
         EXPECT_NE(testing::internal::GetCapturedStderr().find("does not answer"), std::string::npos);
     }
-    EXPECT_EQ(call("Open", {QStringList{QStringLiteral("file:///end.png")}, QVariantMap()}).type(),
+    ASSERT_EQ(call("Open", {QStringList{QStringLiteral("file:///end.png")}, QVariantMap()}).type(),
               QDBusMessage::ReplyMessage);
+    ASSERT_FALSE(m_opened.empty());
     EXPECT_EQ(m_opened.back(), "/end.png");
     EXPECT_EQ(m_calls, launches + 1);
     EXPECT_LE(SingleInstance::Patience().reply, std::chrono::seconds(3));
