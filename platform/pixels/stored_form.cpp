@@ -11,6 +11,7 @@ namespace {
 
 constexpr const char* paletteField = "palette-bit-depth"; // the image library's own
 constexpr const char* grayField = "lumora-gray-bits";
+constexpr const char* transparentColorField = "lumora-transparent-color";
 
 int numberIn(VipsImage* image, const char* field)
 {
@@ -24,13 +25,16 @@ int numberIn(VipsImage* image, const char* field)
 StoredForm storedForm(VipsImage* image)
 {
     if (const int bits = numberIn(image, paletteField); bits > 0) return {true, bits};
-    if (const int bits = numberIn(image, grayField); bits > 0) return {false, bits};
-    return {false, static_cast<int>(8 * vips_format_sizeof(vips_image_get_format(image)))};
+    const int grayBits = numberIn(image, grayField);
+    const auto componentBits = static_cast<int>(8 * vips_format_sizeof(vips_image_get_format(image)));
+    return {.bits = grayBits > 0 ? grayBits : componentBits,
+            .hasTransparentColor = numberIn(image, transparentColorField) != 0};
 }
 
 bool isComponentField(std::string_view field)
 {
-    return field == VIPS_META_ICC_NAME || field == paletteField || field == grayField;
+    return field == VIPS_META_ICC_NAME || field == paletteField || field == grayField ||
+           field == transparentColorField;
 }
 
 void copyComponentFields(VipsImage* from, VipsImage* to)
@@ -49,6 +53,11 @@ void copyComponentFields(VipsImage* from, VipsImage* to)
 void noteGrayBits(VipsImage* image, int bits)
 {
     vips_image_set_int(image, grayField, bits);
+}
+
+void noteTransparentColor(VipsImage* image)
+{
+    vips_image_set_int(image, transparentColorField, 1);
 }
 
 } // namespace lumora

@@ -33,6 +33,17 @@ void appendPalette(Bytes& png, const std::vector<PaletteColor>& palette)
     if (!alphas.empty()) appendChunk(png, "tRNS", alphas);
 }
 
+// Two bytes a component, however many bits the picture has.
+std::string transparencyOf(const PngLayout& layout)
+{
+    std::string components;
+    for (const std::uint8_t byte : layout.transparentColor) {
+        if (layout.bitDepth < 16) components += '\0';
+        components += static_cast<char>(byte);
+    }
+    return components;
+}
+
 // Everything before the pixels.
 Bytes headOf(const PngLayout& layout, const EncodeRequest& request)
 {
@@ -46,6 +57,7 @@ Bytes headOf(const PngLayout& layout, const EncodeRequest& request)
     const std::string_view profile = blobOf(request.image, VIPS_META_ICC_NAME);
     if (!profile.empty()) appendChunk(png, "iCCP", std::string("ICC profile\0\0"sv) + deflated(profile));
     if (!layout.palette.empty()) appendPalette(png, layout.palette);
+    if (!layout.transparentColor.empty()) appendChunk(png, "tRNS", transparencyOf(layout));
     appendPngMetadata(png, request.metadata, request.facts);
     return png;
 }

@@ -22,15 +22,26 @@ namespace {
 
 using namespace std::string_view_literals;
 
-// The image library widens the components of a grey picture without saying so.
-void noteGrayForm(VipsImage* image, int descriptor)
+bool hasBeforePixels(int descriptor, std::string_view type)
+{
+    auto chunk = pngChunkAt(descriptor, firstPngChunk);
+    while (chunk && chunk->type != "IDAT" && chunk->type != type)
+        chunk = pngChunkAt(descriptor, chunk->end());
+    return chunk && chunk->type == type;
+}
+
+// The image library widens the components of a grey picture, and makes alpha of a transparent colour, without
+// saying so.
+void noteForm(VipsImage* image, int descriptor)
 {
     constexpr off_t depthPosition = 24; // in the header chunk, then the colour type
     constexpr std::uint8_t gray = 0;
+    constexpr std::uint8_t rgb = 2;
     std::array<std::uint8_t, 2> depthAndType{};
-    if (pread(descriptor, depthAndType.data(), depthAndType.size(), depthPosition) == 2 &&
-        depthAndType[1] == gray)
-        noteGrayBits(image, depthAndType[0]);
+    if (pread(descriptor, depthAndType.data(), depthAndType.size(), depthPosition) != 2) return;
+    const auto [depth, type] = depthAndType;
+    if (type == gray) noteGrayBits(image, depth);
+    if ((type == gray || type == rgb) && hasBeforePixels(descriptor, "tRNS")) noteTransparentColor(image);
 }
 
 Result<VipsImagePtr> load(int descriptor)
@@ -38,7 +49,7 @@ Result<VipsImagePtr> load(int descriptor)
     if (!hasSoundPngHead(descriptor)) return Error{"damaged PNG"};
     auto image = loadStrictly(vips_pngload_source, descriptor);
     if (!image) return image;
-    noteGrayForm(image->get(), descriptor);
+    noteForm(image->get(), descriptor);
     return withPngColors(std::move(*image), descriptor);
 }
 

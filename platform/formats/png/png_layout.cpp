@@ -4,26 +4,33 @@
 
 #include "pixels/row_reading.h"
 #include "pixels/stored_form.h"
+#include "png/transparent_color.h"
 
 #include <vips/vips.h>
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
 namespace lumora {
 namespace {
 
+constexpr int gray = 0;
+constexpr int rgb = 2;
+constexpr int grayAndAlpha = 4;
+constexpr int rgbAndAlpha = 6;
+
 int colorTypeOf(int bands)
 {
     switch (bands) {
     case 1:
-        return 0;
+        return gray;
     case 2:
-        return 4;
+        return grayAndAlpha;
     case 3:
-        return 2;
+        return rgb;
     default:
-        return 6;
+        return rgbAndAlpha;
     }
 }
 
@@ -52,8 +59,7 @@ Result<PngLayout> directLayout(VipsImage* image)
                      colorTypeOf(vips_image_get_bands(image)),
                      rowBytes,
                      pixelBytesOf(image),
-                     std::move(pixels),
-                     {}};
+                     std::move(pixels)};
 }
 
 int indexBits(std::size_t colors)
@@ -76,7 +82,7 @@ PngLayout packed(const PngLayout& direct, const std::vector<std::uint8_t>& value
             byte = static_cast<std::uint8_t>(before | unsigned{values[y * direct.width + x]} << shift);
         }
     }
-    return {direct.width, direct.height, bits, colorType, rowBytes, 1, std::move(pixels), {}};
+    return {direct.width, direct.height, bits, colorType, rowBytes, 1, std::move(pixels)};
 }
 
 // Absent when there are too many colours, or when plain gray is as small.
@@ -86,7 +92,7 @@ std::optional<PngLayout> paletteLayout(const PngLayout& direct)
     auto colors = indexed(direct.pixels.rows(), static_cast<int>(direct.step));
     if (!colors) return std::nullopt;
     const int bits = indexBits(colors->palette.size());
-    if (direct.colorType == 0 && bits == 8) return std::nullopt;
+    if (direct.colorType == gray && bits == 8) return std::nullopt;
     PngLayout layout = packed(direct, colors->indices, bits, 3);
     layout.palette = std::move(colors->palette);
     return layout;
@@ -102,14 +108,51 @@ std::optional<PngLayout> narrowGrayLayout(const PngLayout& direct, int bits)
         if (value % step != 0) return std::nullopt;
         value = static_cast<std::uint8_t>(value / step);
     }
-    return packed(direct, values, bits, direct.colorType);
+    PngLayout layout = packed(direct, values, bits, direct.colorType);
+    for (const std::uint8_t value : direct.transparentColor)
+        layout.transparentColor.push_back(static_cast<std::uint8_t>(value / step));
+    return layout;
+}
+
+// As the file had it, whose bits a component are not told by the picture.
+std::optional<PngLayout> grayLayout(const PngLayout& direct, const StoredForm& form)
+{
+    const bool isGray = direct.colorType == gray && direct.bitDepth == 8;
+    return isGray && form.bits < 8 ? narrowGrayLayout(direct, form.bits) : std::nullopt;
+}
+
+// Without alpha; absent when no colour can tell what is transparent.
+std::optional<PngLayout> opaqueLayout(const PngLayout& direct)
+{
+    const auto alphaBytes = static_cast<std::size_t>(direct.bitDepth / 8);
+    const std::size_t colorBytes = direct.step - alphaBytes;
+    const auto hidden = transparentColor(direct.pixels.rows(), colorBytes, alphaBytes);
+    if (!hidden) return std::nullopt;
+    const std::size_t rowBytes = direct.width * colorBytes;
+    FilterableRows pixels(rowBytes, direct.height);
+    auto to = pixels.rows().begin();
+    for (auto from = direct.pixels.rows(); !from.empty(); from = from.subspan(direct.step))
+        to = std::ranges::copy(from.first(colorBytes), to).out;
+    const int colorType = direct.colorType == grayAndAlpha ? gray : rgb;
+    return PngLayout{.width = direct.width,
+                     .height = direct.height,
+                     .bitDepth = direct.bitDepth,
+                     .colorType = colorType,
+                     .rowBytes = rowBytes,
+                     .step = colorBytes,
+                     .pixels = std::move(pixels),
+                     .transparentColor = {hidden->begin(), hidden->end()}};
 }
 
 std::optional<PngLayout> compactLayout(const PngLayout& direct, const StoredForm& form, bool keepsModel)
 {
     if (!keepsModel || form.isIndexed) return paletteLayout(direct);
-    const bool isGray = direct.colorType == 0 && direct.bitDepth == 8;
-    return isGray && form.bits < 8 ? narrowGrayLayout(direct, form.bits) : std::nullopt;
+    const bool hasAlpha = direct.colorType == grayAndAlpha || direct.colorType == rgbAndAlpha;
+    if (!form.hasTransparentColor || !hasAlpha) return grayLayout(direct, form);
+    auto opaque = opaqueLayout(direct);
+    if (!opaque) return std::nullopt;
+    auto narrow = grayLayout(*opaque, form);
+    return narrow ? std::move(narrow) : std::move(opaque);
 }
 
 } // namespace

@@ -41,7 +41,10 @@ struct PngLayout
     std::size_t rowBytes;
     std::size_t step; // bytes of a whole pixel, at least 1
     FilterableRows pixels;
-    std::vector<PaletteColor> palette;
+    std::vector<PaletteColor> palette = {};
+    // The components of transparent pixels, most significant byte first; empty where none are, or where a
+    // palette or alpha says which.
+    std::vector<std::uint8_t> transparentColor = {};
 };
 
 // Takes the rows of the picture. The smaller form for a redrawn one, otherwise the form that it had.

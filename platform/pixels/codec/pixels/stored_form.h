@@ -12,8 +12,9 @@ namespace lumora {
 
 struct StoredForm
 {
-    bool isIndexed = false; // colours of a palette
-    int bits = 8;           // a component's or an index's: 1, 2, 4, 8 or 16
+    bool isIndexed = false;           // colours of a palette
+    int bits = 8;                     // a component's or an index's: 1, 2, 4, 8 or 16
+    bool hasTransparentColor = false; // pixels of one colour are transparent, the others are opaque
 };
 
 // Kept as fields of the picture, which copies and turned copies of it inherit.
@@ -26,5 +27,7 @@ void copyComponentFields(_VipsImage* from, _VipsImage* to);
 // Notes that the file stored one grey component in this many bits; the image library widens it without a
 // word.
 void noteGrayBits(_VipsImage* image, int bits);
+// Notes that the file stored no alpha but one colour that stands for transparent pixels.
+void noteTransparentColor(_VipsImage* image);
 
 } // namespace lumora

@@ -2,12 +2,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "png/png_encoder.h"
 
+#include "tests/platform/formats/png/png_file.h"
 #include "tests/platform/formats/written_pictures.h"
 
 #include <gmock/gmock.h>
 
+#include <zlib.h>
+
 namespace lumora {
 namespace {
+
+using namespace std::string_literals;
 
 using PngEncoder = test::WrittenPictures;
 
@@ -64,6 +69,44 @@ TEST_F(PngEncoder, KeepsTheModelOfAPictureThatWasNotRedrawn)
     constexpr int palette = 3;
     EXPECT_EQ(colorTypeOf(written(asStored(plain), "public.png")), rgb);
     EXPECT_EQ(colorTypeOf(written(redrawn(plain), "public.png")), palette);
+}
+
+// Alpha would take a component of its own, and eight bits of a picture that has one.
+TEST_F(PngEncoder, KeepsTheTransparentColorOfAPictureThatWasNotRedrawn)
+{
+    constexpr char gray = 0;
+    constexpr char rgb = 2;
+    struct Case
+    {
+        char depth;
+        char colorType;
+        std::string color;
+        std::string rows; // two, behind their filters; another colour and this one
+    };
+    for (const Case& c :
+         {Case{1, gray, "\0\1"s, "\0\x40\0\x40"s}, Case{2, gray, "\0\2"s, "\0\x60\0\x60"s},
+          Case{4, gray, "\0\0"s, "\0\x50\0\x50"s}, Case{8, gray, "\0\x7F"s, "\0\x10\x7F\0\x11\x7F"s},
+          Case{16, gray, "\1\2"s, "\0\1\3\1\2\0\2\2\1\2"s},
+          Case{8, rgb, "\0\1\0\2\0\3"s, "\0\1\2\4\1\2\3\0\3\2\1\1\2\3"s},
+          Case{16, rgb, "\0\1\0\2\0\3"s, "\0\0\1\0\2\1\3\0\1\0\2\0\3\0\0\1\0\2\0\4\0\1\0\2\0\3"s}}) {
+        SCOPED_TRACE(testing::Message()
+                     << int{c.depth} << " bits of " << (c.colorType == gray ? "gray" : "RGB"));
+        const std::string header = "\0\0\0\2\0\0\0\2"s + c.depth + c.colorType + "\0\0\0"s;
+        std::string data(compressBound(c.rows.size()), '\0');
+        uLongf size = data.size();
+        compress(reinterpret_cast<Bytef*>(data.data()), &size, reinterpret_cast<const Bytef*>(c.rows.data()),
+                 c.rows.size());
+        const auto file = m_folder / "keyed.png";
+        test::writeText(
+            file,
+            test::pngOf({{"IHDR", header}, {"tRNS", c.color}, {"IDAT", data.substr(0, size)}, {"IEND", ""}}));
+        const auto again = written(asStored(file), "public.png");
+        const auto chunks = test::chunksIn(test::readBytes(again).substr(test::pngSignature.size()));
+        EXPECT_THAT(chunks, testing::Contains(std::pair("IHDR"s, header)));
+        EXPECT_THAT(chunks, testing::Contains(std::pair("tRNS"s, c.color)));
+        EXPECT_EQ(test::load(again).bands, c.colorType == gray ? 2 : 4);
+        EXPECT_EQ(test::load(again).bytes, test::load(file).bytes);
+    }
 }
 
 TEST_F(PngEncoder, EmbedsTheProfile)

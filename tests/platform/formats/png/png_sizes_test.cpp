@@ -30,6 +30,7 @@ struct Kind
     unsigned colors = 0;  // so few of them, for a palette; 0 for any
     int grayBits = 8;     // stored in so many
     bool isStored = true; // not redrawn: keeps its model
+    bool hasTransparentColor = false;
 
     friend std::ostream& operator<<(std::ostream& out, const Kind& kind) { return out << kind.name; }
 };
@@ -52,6 +53,15 @@ unsigned valueAt(unsigned x, unsigned y, unsigned band)
 
 unsigned componentAt(const Kind& kind, unsigned x, unsigned y, unsigned band)
 {
+    if (kind.hasTransparentColor && band + 1 == unsigned(kind.bands)) {
+        Kind opaque = kind;
+        opaque.hasTransparentColor = false;
+        for (unsigned i = 0; i < band; ++i) {
+            if (componentAt(opaque, x, y, i) != componentAt(opaque, 0, 0, i))
+                return kind.isDeep ? 65535 : 255;
+        }
+        return 0;
+    }
     if (kind.colors != 0) {
         const unsigned color = valueAt(x, y, 0) / 64 % kind.colors;
         return noise(color * 4 + band) % 256;
@@ -85,6 +95,7 @@ Picture pictureOf(const Kind& kind, int width, int height)
                                                     width, height, kind.bands,
                                                     kind.isDeep ? VIPS_FORMAT_USHORT : VIPS_FORMAT_UCHAR));
     if (kind.grayBits < 8) noteGrayBits(picture.get(), kind.grayBits);
+    if (kind.hasTransparentColor) noteTransparentColor(picture.get());
     return picture;
 }
 
@@ -159,7 +170,10 @@ INSTANTIATE_TEST_SUITE_P(
                     Kind{"TwoColors", 3, false, 2, 8, false}, Kind{"FourColors", 3, false, 4, 8, false},
                     Kind{"SixteenColors", 3, false, 16, 8, false},
                     Kind{"ManyColors", 3, false, 250, 8, false},
-                    Kind{"ColorsWithAlpha", 4, false, 90, 8, false}),
+                    Kind{"ColorsWithAlpha", 4, false, 90, 8, false},
+                    Kind{"TwoBitGrayAndATransparent", 2, false, 0, 2, true, true},
+                    Kind{"DeepGrayAndATransparent", 2, true, 0, 8, true, true},
+                    Kind{"RgbAndATransparent", 4, false, 0, 8, true, true}),
     [](const auto& kind) { return kind.param.name; });
 
 } // namespace

@@ -95,6 +95,17 @@ private:
         return (row[bit / 8] >> (8 - m_depth - bit % 8)) & ((1U << m_depth) - 1);
     }
 
+    bool isTransparentColor(const std::array<unsigned, 4>& samples) const
+    {
+        if (m_alphas.empty()) return false;
+        EXPECT_EQ(m_alphas.size(), m_channels * 2);
+        for (unsigned channel = 0; channel < m_channels; ++channel) {
+            const std::size_t at = std::size_t{channel} * 2;
+            if (samples.at(channel) != (unsigned{m_alphas.at(at)} << 8U | m_alphas.at(at + 1))) return false;
+        }
+        return true;
+    }
+
     WideColors colors() const
     {
         WideColors colors;
@@ -109,12 +120,13 @@ private:
                     const unsigned alpha = i < m_alphas.size() ? m_alphas[i] : 255U;
                     colors.push_back({m_palette.at(i * 3) * 257U, m_palette.at(i * 3 + 1) * 257U,
                                       m_palette.at(i * 3 + 2) * 257U, alpha * 257});
-                } else if (m_channels <= 2)
-                    colors.push_back(
-                        {s[0] * scale, s[0] * scale, s[0] * scale, m_channels == 2 ? s[1] * scale : 65535});
-                else
-                    colors.push_back(
-                        {s[0] * scale, s[1] * scale, s[2] * scale, m_channels == 4 ? s[3] * scale : 65535});
+                } else {
+                    const bool isGray = m_channels <= 2;
+                    colors.push_back({s[0] * scale, s[isGray ? 0 : 1] * scale, s[isGray ? 0 : 2] * scale,
+                                      m_channels % 2 == 0     ? s.at(m_channels - 1) * scale
+                                      : isTransparentColor(s) ? 0
+                                                              : 65535});
+                }
             }
         }
         return colors;
